@@ -1,0 +1,222 @@
+#pragma once
+
+#include <VantryHTMLEditor/CompanionObjects.h>
+#include <VantryHTMLEditor/PropertyBag.h>
+#include <VantryHTMLEditor/vantryhtmleditor_export.h>
+
+#include <QPointer>
+#include <QString>
+#include <QVariant>
+#include <QWidget>
+
+#include <memory>
+
+namespace Vantry {
+
+// The embeddable HTML editor. A host puts it on a window, configures it through its
+// properties (all of them Q_PROPERTYs, so hosts may also drive it by name), hands it a
+// page with SetHtmlSource and takes the page back with GetHtmlSource.
+//
+// Property and method names are the editor's public interface and are kept exactly as
+// hosts know them, including their historical spellings.
+class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(bool isDirty READ isDirty WRITE setisDirty)
+    Q_PROPERTY(bool UploadImagesWhenInserted READ UploadImagesWhenInserted WRITE setUploadImagesWhenInserted)
+    Q_PROPERTY(bool CopyImagesWhenInserted READ CopyImagesWhenInserted WRITE setCopyImagesWhenInserted)
+    Q_PROPERTY(qint16 SetDisplayHeight READ SetDisplayHeight WRITE setSetDisplayHeight)
+    Q_PROPERTY(qint16 ScrollTop READ ScrollTop WRITE setScrollTop)
+    Q_PROPERTY(qint16 ScrollLeft READ ScrollLeft WRITE setScrollLeft)
+    Q_PROPERTY(QString GetHtmlSource READ GetHtmlSource WRITE setGetHtmlSource)
+    Q_PROPERTY(QString GetPlainText READ GetPlainText)
+    Q_PROPERTY(QString SetHtmlSource READ SetHtmlSource WRITE setSetHtmlSource)
+    Q_PROPERTY(QString FTP_ServerName READ FTP_ServerName WRITE setFTP_ServerName)
+    Q_PROPERTY(QString FTP_UserName READ FTP_UserName WRITE setFTP_UserName)
+    Q_PROPERTY(QString FTP_Password READ FTP_Password WRITE setFTP_Password)
+    Q_PROPERTY(QString FTP_InitialDir READ FTP_InitialDir WRITE setFTP_InitialDir)
+    Q_PROPERTY(qint16 SetDisplayWidth READ SetDisplayWidth WRITE setSetDisplayWidth)
+    Q_PROPERTY(QString ContentPages READ ContentPages WRITE setContentPages)
+    Q_PROPERTY(QString PortalPages READ PortalPages WRITE setPortalPages)
+    Q_PROPERTY(QString ContentSites READ ContentSites WRITE setContentSites)
+    Q_PROPERTY(QString BaseURL READ BaseURL WRITE setBaseURL)
+    Q_PROPERTY(QString ImageDirectory READ ImageDirectory WRITE setImageDirectory)
+    Q_PROPERTY(QString ImageVCDirectory READ ImageVCDirectory WRITE setImageVCDirectory)
+    Q_PROPERTY(QString FTP_FileNamePrefix READ FTP_FileNamePrefix WRITE setFTP_FileNamePrefix)
+    Q_PROPERTY(QString FTP_FileNameSuffix READ FTP_FileNameSuffix WRITE setFTP_FileNameSuffix)
+    Q_PROPERTY(QString FTP_RistrictedDirectory READ FTP_RistrictedDirectory WRITE setFTP_RistrictedDirectory)
+    Q_PROPERTY(QString FTP_AllowMultiableFiles READ FTP_AllowMultiableFiles WRITE setFTP_AllowMultiableFiles)
+    Q_PROPERTY(QString FTP_OverWriteFiles READ FTP_OverWriteFiles WRITE setFTP_OverWriteFiles)
+    Q_PROPERTY(QString FTP_IncermentExistingFileNames READ FTP_IncermentExistingFileNames WRITE setFTP_IncermentExistingFileNames)
+    Q_PROPERTY(bool IncermentExistingFileNames READ IncermentExistingFileNames WRITE setIncermentExistingFileNames)
+    Q_PROPERTY(QString FTP_StripInvalidCharacters READ FTP_StripInvalidCharacters WRITE setFTP_StripInvalidCharacters)
+    Q_PROPERTY(bool PreserveWhiteSpace READ PreserveWhiteSpace WRITE setPreserveWhiteSpace)
+    Q_PROPERTY(bool ReturnFullDocument READ ReturnFullDocument WRITE setReturnFullDocument)
+    Q_PROPERTY(bool MakePathsRelativeOnSave READ MakePathsRelativeOnSave WRITE setMakePathsRelativeOnSave)
+    Q_PROPERTY(bool Enabled READ Enabled WRITE setEditorEnabled)
+    Q_PROPERTY(QString LinkTargets READ LinkTargets WRITE setLinkTargets)
+    Q_PROPERTY(QString ToolbarDisplay READ ToolbarDisplay WRITE setToolbarDisplay)
+    Q_PROPERTY(QString TabStripDisplay READ TabStripDisplay WRITE setTabStripDisplay)
+    Q_PROPERTY(QString PageTitle READ PageTitle WRITE setPageTitle)
+    Q_PROPERTY(QString KeyWords READ KeyWords WRITE setKeyWords)
+    Q_PROPERTY(QString ChangeImageOnDblClickTags READ ChangeImageOnDblClickTags WRITE setChangeImageOnDblClickTags)
+    Q_PROPERTY(QString RelativePathToRoot READ RelativePathToRoot WRITE setRelativePathToRoot)
+    Q_PROPERTY(QString DefaultFontName READ DefaultFontName WRITE setDefaultFontName)
+    Q_PROPERTY(QString DefaultFontSize READ DefaultFontSize WRITE setDefaultFontSize)
+    Q_PROPERTY(QString DefaultFontColor READ DefaultFontColor WRITE setDefaultFontColor)
+    Q_PROPERTY(QString ApplicationDirectoryPath READ ApplicationDirectoryPath WRITE setApplicationDirectoryPath)
+    Q_PROPERTY(bool ChangeImageOnDblClick READ ChangeImageOnDblClick WRITE setChangeImageOnDblClick)
+    Q_PROPERTY(bool DisableContextMenus READ DisableContextMenus WRITE setDisableContextMenus)
+    Q_PROPERTY(bool ScrollBars READ ScrollBars WRITE setScrollBars)
+    Q_PROPERTY(Vantry::clsContextMenu *ContextMenu READ ContextMenu WRITE setContextMenu)
+    Q_PROPERTY(Vantry::clsToolbar *Toolbar READ Toolbar WRITE setToolbar)
+    Q_PROPERTY(Vantry::clsStyle *StyleSheet READ StyleSheet WRITE setStyleSheet)
+    Q_PROPERTY(Vantry::clsDocumentProperties *DocumentProperties READ DocumentProperties WRITE
+                   setDocumentProperties)
+
+public:
+    explicit HTMLEditorComponent(QWidget *parent = nullptr);
+    ~HTMLEditorComponent() override;
+
+    bool isDirty() const;
+    void setisDirty(bool value);
+    bool UploadImagesWhenInserted() const;
+    void setUploadImagesWhenInserted(bool value);
+    bool CopyImagesWhenInserted() const;
+    void setCopyImagesWhenInserted(bool value);
+    qint16 SetDisplayHeight() const;
+    void setSetDisplayHeight(qint16 value);
+    qint16 ScrollTop() const;
+    void setScrollTop(qint16 value);
+    qint16 ScrollLeft() const;
+    void setScrollLeft(qint16 value);
+    QString GetHtmlSource();
+    void setGetHtmlSource(const QString &value);
+    QString GetPlainText();
+    QString SetHtmlSource() const;
+    void setSetHtmlSource(const QString &value);
+    QString FTP_ServerName() const;
+    void setFTP_ServerName(const QString &value);
+    QString FTP_UserName() const;
+    void setFTP_UserName(const QString &value);
+    QString FTP_Password() const;
+    void setFTP_Password(const QString &value);
+    QString FTP_InitialDir() const;
+    void setFTP_InitialDir(const QString &value);
+    qint16 SetDisplayWidth() const;
+    void setSetDisplayWidth(qint16 value);
+    QString ContentPages() const;
+    void setContentPages(const QString &value);
+    QString PortalPages() const;
+    void setPortalPages(const QString &value);
+    QString ContentSites() const;
+    void setContentSites(const QString &value);
+    QString BaseURL() const;
+    void setBaseURL(const QString &value);
+    QString ImageDirectory() const;
+    void setImageDirectory(const QString &value);
+    QString ImageVCDirectory() const;
+    void setImageVCDirectory(const QString &value);
+    QString FTP_FileNamePrefix() const;
+    void setFTP_FileNamePrefix(const QString &value);
+    QString FTP_FileNameSuffix() const;
+    void setFTP_FileNameSuffix(const QString &value);
+    QString FTP_RistrictedDirectory() const;
+    void setFTP_RistrictedDirectory(const QString &value);
+    QString FTP_AllowMultiableFiles() const;
+    void setFTP_AllowMultiableFiles(const QString &value);
+    QString FTP_OverWriteFiles() const;
+    void setFTP_OverWriteFiles(const QString &value);
+    QString FTP_IncermentExistingFileNames() const;
+    void setFTP_IncermentExistingFileNames(const QString &value);
+    bool IncermentExistingFileNames() const;
+    void setIncermentExistingFileNames(bool value);
+    QString FTP_StripInvalidCharacters() const;
+    void setFTP_StripInvalidCharacters(const QString &value);
+    bool PreserveWhiteSpace() const;
+    void setPreserveWhiteSpace(bool value);
+    bool ReturnFullDocument() const;
+    void setReturnFullDocument(bool value);
+    bool MakePathsRelativeOnSave() const;
+    void setMakePathsRelativeOnSave(bool value);
+    bool Enabled() const;
+    // Named apart from QWidget::setEnabled, which keeps its meaning.
+    void setEditorEnabled(bool value);
+    QString LinkTargets() const;
+    void setLinkTargets(const QString &value);
+    QString ToolbarDisplay() const;
+    void setToolbarDisplay(const QString &value);
+    QString TabStripDisplay() const;
+    void setTabStripDisplay(const QString &value);
+    QString PageTitle();
+    void setPageTitle(const QString &value);
+    QString KeyWords();
+    void setKeyWords(const QString &value);
+    QString ChangeImageOnDblClickTags() const;
+    void setChangeImageOnDblClickTags(const QString &value);
+    QString RelativePathToRoot() const;
+    void setRelativePathToRoot(const QString &value);
+    QString DefaultFontName() const;
+    void setDefaultFontName(const QString &value);
+    QString DefaultFontSize() const;
+    void setDefaultFontSize(const QString &value);
+    QString DefaultFontColor() const;
+    void setDefaultFontColor(const QString &value);
+    QString ApplicationDirectoryPath() const;
+    void setApplicationDirectoryPath(const QString &value);
+    bool ChangeImageOnDblClick() const;
+    void setChangeImageOnDblClick(bool value);
+    bool DisableContextMenus() const;
+    void setDisableContextMenus(bool value);
+    bool ScrollBars() const;
+    void setScrollBars(bool value);
+
+    // Companion objects. The editor creates each on first use when the host set none;
+    // an object the host sets stays the host's.
+    clsContextMenu *ContextMenu() const;
+    void setContextMenu(clsContextMenu *menu);
+    clsToolbar *Toolbar() const;
+    void setToolbar(clsToolbar *toolbar);
+    clsStyle *StyleSheet() const;
+    void setStyleSheet(clsStyle *style);
+    using QWidget::setStyleSheet;
+    clsDocumentProperties *DocumentProperties() const;
+    void setDocumentProperties(clsDocumentProperties *properties);
+
+    // The three moments of persistence: a fresh instance, reading from and writing to the
+    // container's bag. Reading runs no side effects of the properties.
+    Q_INVOKABLE void InitProperties();
+    Q_INVOKABLE void ReadProperties(Vantry::PropertyBag &bag);
+    Q_INVOKABLE void WriteProperties(Vantry::PropertyBag &bag) const;
+
+    // Redraws the design surface.
+    Q_INVOKABLE void HTMLRefresh();
+
+    // True once the design surface has loaded its first document.
+    bool isDocumentReady() const;
+
+Q_SIGNALS:
+    void ImageInserted(QVariant &sFileName, QVariant &sFilePath);
+    void HTMLChanged();
+    void DocumentLoaded();
+    void EnterFocus();
+    void ExitFocus();
+    void CurrentSelectionStateChange(QString &sCommandName, bool &bEnabled, bool &bSelected);
+    void CurrentSelectionStateChangeText(QString &sCommandName, QString &sValue);
+    void MouseDown(qint16 &Button, qint16 &Shift, float &x, float &y);
+    void MouseMove(qint16 &Button, qint16 &Shift, float &x, float &y);
+    void MouseUp(qint16 &Button, qint16 &Shift, float &x, float &y);
+    void CustomContextMenuClick(QString &sCustomMenuKey);
+
+    // A property was assigned; name is the property's announced name.
+    void PropertyChanged(const QString &name);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Vantry

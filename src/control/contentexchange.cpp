@@ -1,0 +1,89 @@
+#include "control/contentexchange.h"
+
+#include "control/contentrules.h"
+#include "platform/designsurface.h"
+
+namespace Vantry::Control {
+
+using namespace ContentRules;
+
+ContentExchange::ContentExchange(Settings &settings, Platform::DesignSurface &surface, Hooks hooks)
+    : m_settings(settings)
+    , m_surface(surface)
+    , m_hooks(std::move(hooks))
+{
+}
+
+void ContentExchange::load(const QString &text)
+{
+    m_settings.SetHtmlSource = text;
+    if (!m_ready) {
+        m_loadPending = true;
+        return;
+    }
+    m_loadPending = false;
+
+    QString html = m_settings.PreserveWhiteSpace ? text : removeLineBreaks(text);
+    html = wrapInDefaultFont(html, m_settings.DefaultFontName, m_settings.DefaultFontColor,
+                             m_settings.DefaultFontSize);
+    html = insertBase(html, m_settings.BaseURL);
+    m_settings.SetHtmlSource = html;
+    if (m_hooks.announce)
+        m_hooks.announce(QStringLiteral("SetHtmlSource"));
+
+    if (m_ready && m_enabled) {
+        if (m_hooks.ensureDesignView)
+            m_hooks.ensureDesignView();
+        m_surface.setDocumentHTML(html);
+    }
+}
+
+QString ContentExchange::fetchDocumentHTML()
+{
+    if (!m_ready)
+        return {};
+    if (m_hooks.ensureDesignView)
+        m_hooks.ensureDesignView();
+
+    QString html;
+    if (m_settings.ReturnFullDocument) {
+        if (m_hooks.settle)
+            m_hooks.settle();
+        html = m_surface.documentHTML();
+    } else {
+        html = m_surface.bodyInnerHTML();
+    }
+    if (m_surface.lastCallFailed())
+        return {};
+
+    html = normaliseStyleSheetLinks(html, m_hooks.styleSheetLinks ? m_hooks.styleSheetLinks()
+                                                                  : QString());
+    if (!m_settings.RelativePathToRoot.isEmpty() && m_settings.MakePathsRelativeOnSave
+        && (m_settings.CopyImagesWhenInserted || m_settings.UploadImagesWhenInserted)) {
+        html = removeRootPath(html, m_settings.RelativePathToRoot);
+        html = insertBase(html, m_settings.BaseURL);
+    }
+    return html;
+}
+
+QString ContentExchange::getHtmlSource()
+{
+    QString html = removeBase(fetchDocumentHTML(), m_settings.BaseURL);
+    if (!m_settings.PreserveWhiteSpace)
+        html = removeLineBreaks(html);
+    m_settings.GetHtmlSource = html;
+    return html;
+}
+
+QString ContentExchange::getPlainText()
+{
+    if (!m_ready)
+        return {};
+    if (m_hooks.ensureDesignView)
+        m_hooks.ensureDesignView();
+    const QString text = m_surface.bodyInnerText();
+    m_settings.GetPlainText = text;
+    return text;
+}
+
+} // namespace Vantry::Control

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "control/settings.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace Vantry::Platform {
+class DesignSurface;
+}
+
+namespace Vantry::Control {
+
+// The two roads of the document between host and editor: loading a text into the design
+// surface and fetching it back, with the transformations on each road.
+class ContentExchange
+{
+public:
+    struct Hooks
+    {
+        // Announces an assigned property to the container.
+        std::function<void(const QString &name)> announce;
+        // Makes the design view current, carrying source-view text into the surface.
+        std::function<void()> ensureDesignView;
+        // The LINK markup of the document's style sheets.
+        std::function<QString()> styleSheetLinks;
+        // Lets pending user-interface events run once.
+        std::function<void()> settle;
+    };
+
+    ContentExchange(Settings &settings, Platform::DesignSurface &surface, Hooks hooks);
+
+    bool isDocumentReady() const { return m_ready; }
+    void setDocumentReady() { m_ready = true; }
+    bool isLoadPending() const { return m_loadPending; }
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled) { m_enabled = enabled; }
+
+    // Assigning SetHtmlSource. Held and marked pending while the surface is not ready.
+    void load(const QString &text);
+    // The document as HTML, before the BASE tag is removed (what saving and view switching
+    // use).
+    QString fetchDocumentHTML();
+    // Reading GetHtmlSource: also stores the result.
+    QString getHtmlSource();
+    // Reading GetPlainText: also stores the result.
+    QString getPlainText();
+
+private:
+    Settings &m_settings;
+    Platform::DesignSurface &m_surface;
+    Hooks m_hooks;
+    bool m_ready = false;
+    bool m_loadPending = false;
+    bool m_enabled = true;
+};
+
+} // namespace Vantry::Control

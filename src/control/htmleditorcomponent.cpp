@@ -1,0 +1,845 @@
+#include <VantryHTMLEditor/HTMLEditorComponent.h>
+
+#include "control/contentexchange.h"
+#include "control/documentfields.h"
+#include "control/editorlayout.h"
+#include "control/focustracker.h"
+#include "control/settings.h"
+#include "platform/designsurface.h"
+
+#include <QApplication>
+#include <QHash>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QTabBar>
+#include <QToolBar>
+
+namespace Vantry {
+
+using Control::ContentExchange;
+using Control::PropertyInfo;
+
+namespace {
+
+// Top edges of the three toolbar rows, in twips.
+constexpr std::array<int, 3> rowTopsInTwips{0, 420, 840};
+constexpr int rowHeightInTwips = 420;
+
+bool isNone(const QString &display)
+{
+    return display.compare(QLatin1String("none"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+class HTMLEditorComponent::Private
+{
+public:
+    explicit Private(HTMLEditorComponent *q);
+    ~Private();
+
+    void assign(const QString &name, const QVariant &value);
+    void applySideEffect(const QString &name);
+    void layout();
+    void applyToolbarDisplay();
+    void applyTabStripDisplay();
+    void applyEnabled();
+    void onDocumentComplete();
+    void onFocusChanged(QWidget *now);
+    void raiseMouse(void (HTMLEditorComponent::*signal)(qint16 &, qint16 &, float &, float &),
+                    int button, int shift, double x, double y);
+    template<typename T>
+    T *companion(QPointer<T> &slot) const;
+    void attachStyle(clsStyle *style);
+
+    HTMLEditorComponent *q;
+    Control::Settings settings;
+    std::array<QToolBar *, 3> rows{};
+    QWidget *tabPanel = nullptr;
+    QTabBar *tabs = nullptr;
+    QWidget *editPanel = nullptr;
+    Platform::DesignSurface *surface = nullptr; // owned by editPanel
+    std::unique_ptr<ContentExchange> exchange;
+    Control::FocusTracker focus;
+    // Host permissions by lower-cased button key.
+    QHash<QString, bool> enabledButtons;
+    bool firstCompletionHandled = false;
+    QMetaObject::Connection focusConnection;
+
+    mutable QPointer<clsContextMenu> contextMenu;
+    mutable QPointer<clsToolbar> toolbar;
+    mutable QPointer<clsStyle> styleSheet;
+    mutable QPointer<clsDocumentProperties> documentProperties;
+};
+
+HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
+    : q(q)
+{
+    const qreal dpi = q->logicalDpiY();
+    const char *rowNames[] = {"StandardToolbar", "FormattingToolbar", "TableEditingToolbar"};
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        rows[i] = new QToolBar(q);
+        rows[i]->setObjectName(QLatin1String(rowNames[i]));
+        rows[i]->setMovable(false);
+        rows[i]->setFloatable(false);
+        rows[i]->setFixedHeight(Control::twipsToPixels(rowHeightInTwips, dpi));
+    }
+
+    tabPanel = new QWidget(q);
+    tabPanel->setObjectName(QStringLiteral("picTabs"));
+    tabs = new QTabBar(tabPanel);
+    tabs->setObjectName(QStringLiteral("TabStrip1"));
+    tabs->addTab(QStringLiteral("Design"));
+    tabs->addTab(QStringLiteral("Source"));
+    tabs->setDrawBase(false);
+    tabs->setExpanding(false);
+
+    editPanel = new QWidget(q);
+    editPanel->setObjectName(QStringLiteral("picDHTMLEdit"));
+    surface = Platform::createDesignSurface(editPanel);
+    surface->widget()->setObjectName(QStringLiteral("DHTMLEdit1"));
+
+    ContentExchange::Hooks hooks;
+    hooks.announce = [q](const QString &name) { Q_EMIT q->PropertyChanged(name); };
+    hooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
+    hooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
+    exchange = std::make_unique<ContentExchange>(settings, *surface, std::move(hooks));
+
+    using Platform::DesignSurface;
+    QObject::connect(surface, &DesignSurface::documentComplete, q,
+                     [this] { onDocumentComplete(); });
+    QObject::connect(surface, &DesignSurface::keyDown, q, [this] {
+        Q_EMIT this->q->HTMLChanged();
+        if (!focus.hasFocus())
+            surface->focusDocument();
+    });
+    QObject::connect(surface, &DesignSurface::contentChanged, q,
+                     [this] { Q_EMIT this->q->HTMLChanged(); });
+    QObject::connect(surface, &DesignSurface::mouseDown, q,
+                     [this](int b, int s, double x, double y) {
+                         raiseMouse(&HTMLEditorComponent::MouseDown, b, s, x, y);
+                     });
+    QObject::connect(surface, &DesignSurface::mouseMove, q,
+                     [this](int b, int s, double x, double y) {
+                         raiseMouse(&HTMLEditorComponent::MouseMove, b, s, x, y);
+                     });
+    QObject::connect(surface, &DesignSurface::mouseUp, q,
+                     [this](int b, int s, double x, double y) {
+                         raiseMouse(&HTMLEditorComponent::MouseUp, b, s, x, y);
+                     });
+    QObject::connect(surface, &DesignSurface::clicked, q, [this] {
+        if (focus.hasFocus())
+            surface->focusDocument();
+    });
+    focusConnection = QObject::connect(qApp, &QApplication::focusChanged, q,
+                                       [this](QWidget *, QWidget *now) { onFocusChanged(now); });
+}
+
+HTMLEditorComponent::Private::~Private()
+{
+    // The widgets outlive this object by a moment (QWidget's destructor deletes them and
+    // moves the focus); nothing may call back into it meanwhile.
+    QObject::disconnect(focusConnection);
+    QObject::disconnect(surface, nullptr, q, nullptr);
+}
+
+template<typename T>
+T *HTMLEditorComponent::Private::companion(QPointer<T> &slot) const
+{
+    if (!slot)
+        slot = new T(q);
+    return slot;
+}
+
+void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
+{
+    if (style)
+        style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
+}
+
+void HTMLEditorComponent::Private::raiseMouse(
+    void (HTMLEditorComponent::*signal)(qint16 &, qint16 &, float &, float &), int button,
+    int shift, double x, double y)
+{
+    qint16 b = static_cast<qint16>(button);
+    qint16 s = static_cast<qint16>(shift);
+    float fx = static_cast<float>(x);
+    float fy = static_cast<float>(y);
+    Q_EMIT(q->*signal)(b, s, fx, fy);
+}
+
+void HTMLEditorComponent::Private::onFocusChanged(QWidget *now)
+{
+    const bool inside = now && (now == q || q->isAncestorOf(now));
+    if (inside && focus.enter())
+        Q_EMIT q->EnterFocus();
+    else if (!inside && focus.leave())
+        Q_EMIT q->ExitFocus();
+}
+
+void HTMLEditorComponent::Private::onDocumentComplete()
+{
+    if (!exchange->isDocumentReady()) {
+        exchange->setDocumentReady();
+        if (!firstCompletionHandled) {
+            firstCompletionHandled = true;
+            surface->useElementFormatting();
+            // Properties read from a bag ran no side effects; the surface still needs the
+            // base address for relative images.
+            if (!settings.BaseURL.isEmpty())
+                surface->setBaseUrl(settings.BaseURL);
+            layout();
+            // Replays what the host assigned before the surface was ready.
+            if (exchange->isLoadPending() && !settings.SetHtmlSource.isEmpty())
+                q->setSetHtmlSource(settings.SetHtmlSource);
+            if (!settings.DefaultFontColor.isEmpty())
+                q->setDefaultFontColor(settings.DefaultFontColor);
+            if (!settings.DefaultFontName.isEmpty())
+                q->setDefaultFontName(settings.DefaultFontName);
+            if (!settings.DefaultFontSize.isEmpty())
+                q->setDefaultFontSize(settings.DefaultFontSize);
+        }
+    }
+    Q_EMIT q->DocumentLoaded();
+}
+
+void HTMLEditorComponent::Private::assign(const QString &name, const QVariant &value)
+{
+    const PropertyInfo *info = Control::findProperty(name);
+    if (!info)
+        return;
+    info->set(settings, value);
+    if (!info->announcedName.isEmpty())
+        Q_EMIT q->PropertyChanged(QString(info->announcedName));
+    applySideEffect(name);
+}
+
+void HTMLEditorComponent::Private::applySideEffect(const QString &name)
+{
+    if (name == QLatin1String("SetDisplayHeight") || name == QLatin1String("SetDisplayWidth")) {
+        layout();
+    } else if (name == QLatin1String("ScrollTop")) {
+        // Historically this property moves the page sideways; hosts rely on it.
+        surface->setScrollLeft(settings.ScrollTop);
+    } else if (name == QLatin1String("ScrollLeft")) {
+        surface->setScrollLeft(settings.ScrollLeft);
+    } else if (name == QLatin1String("SetHtmlSource")) {
+        // The field holds the text as assigned; the load stores the transformed text.
+        exchange->load(settings.SetHtmlSource);
+    } else if (name == QLatin1String("BaseURL")) {
+        surface->setBaseUrl(settings.BaseURL);
+    } else if (name == QLatin1String("ReturnFullDocument")) {
+        enabledButtons.insert(QStringLiteral("pageproperties"), settings.ReturnFullDocument);
+    } else if (name == QLatin1String("Enabled")) {
+        applyEnabled();
+    } else if (name == QLatin1String("ToolbarDisplay")) {
+        applyToolbarDisplay();
+    } else if (name == QLatin1String("TabStripDisplay")) {
+        applyTabStripDisplay();
+    } else if (name == QLatin1String("PageTitle")) {
+        Control::DocumentFields::setPageTitle(*surface, settings.PageTitle);
+    } else if (name == QLatin1String("KeyWords")) {
+        Control::DocumentFields::setKeyWords(*surface, settings.KeyWords);
+    } else if (name == QLatin1String("ScrollBars")) {
+        surface->setScrollBarsVisible(settings.ScrollBars);
+    }
+}
+
+void HTMLEditorComponent::Private::applyEnabled()
+{
+    const bool enabled = settings.Enabled;
+    surface->setEditable(enabled);
+    exchange->setEnabled(enabled);
+    for (QToolBar *row : rows)
+        row->setEnabled(enabled);
+}
+
+void HTMLEditorComponent::Private::applyToolbarDisplay()
+{
+    const bool hide = isNone(settings.ToolbarDisplay);
+    for (int i : {1, 2, 0})
+        rows[i]->setVisible(!hide);
+    layout();
+}
+
+void HTMLEditorComponent::Private::applyTabStripDisplay()
+{
+    const bool hide = isNone(settings.TabStripDisplay);
+    tabPanel->setVisible(!hide);
+    tabs->setVisible(!hide);
+    layout();
+}
+
+void HTMLEditorComponent::Private::layout()
+{
+    Control::LayoutInput input;
+    input.size = q->size();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        input.rowHeights[i] = rows[i]->height();
+    input.toolbarsVisible = !isNone(settings.ToolbarDisplay);
+    input.tabStripVisible = !isNone(settings.TabStripDisplay);
+    input.tabStripHeight = tabs->sizeHint().height();
+    input.displayWidth = settings.SetDisplayWidth;
+    input.displayHeight = settings.SetDisplayHeight;
+
+    const Control::LayoutResult result = Control::computeLayout(input);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i]->setGeometry(result.rows[i]);
+    tabPanel->setGeometry(result.tabStrip);
+    tabs->setGeometry(0, 0, result.tabStrip.width(), result.tabStrip.height());
+    editPanel->setGeometry(result.editingPanel);
+    surface->widget()->setGeometry(0, 0, result.editingPanel.width(),
+                                   result.editingPanel.height());
+}
+
+HTMLEditorComponent::HTMLEditorComponent(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>(this))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setFocusProxy(d->surface->widget());
+    setMinimumSize(200, 150);
+    InitProperties();
+    d->layout();
+}
+
+HTMLEditorComponent::~HTMLEditorComponent() = default;
+
+void HTMLEditorComponent::InitProperties()
+{
+    Control::initProperties(d->settings);
+}
+
+void HTMLEditorComponent::ReadProperties(PropertyBag &bag)
+{
+    Control::readProperties(d->settings, bag);
+    // The source view is set up here once it exists; it needs ApplicationDirectoryPath.
+}
+
+void HTMLEditorComponent::WriteProperties(PropertyBag &bag) const
+{
+    Control::writeProperties(d->settings, bag);
+}
+
+void HTMLEditorComponent::HTMLRefresh()
+{
+    d->surface->refresh();
+}
+
+bool HTMLEditorComponent::isDocumentReady() const
+{
+    return d->exchange->isDocumentReady();
+}
+
+void HTMLEditorComponent::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    d->layout();
+}
+
+QString HTMLEditorComponent::GetHtmlSource()
+{
+    return d->exchange->getHtmlSource();
+}
+
+QString HTMLEditorComponent::GetPlainText()
+{
+    return d->exchange->getPlainText();
+}
+
+QString HTMLEditorComponent::PageTitle()
+{
+    if (!d->exchange->isDocumentReady())
+        return d->settings.PageTitle;
+    return Control::DocumentFields::pageTitle(*d->surface);
+}
+
+QString HTMLEditorComponent::KeyWords()
+{
+    if (!d->exchange->isDocumentReady())
+        return d->settings.KeyWords;
+    return Control::DocumentFields::keyWords(*d->surface);
+}
+
+clsContextMenu *HTMLEditorComponent::ContextMenu() const
+{
+    return d->companion(d->contextMenu);
+}
+
+void HTMLEditorComponent::setContextMenu(clsContextMenu *menu)
+{
+    d->contextMenu = menu;
+}
+
+clsToolbar *HTMLEditorComponent::Toolbar() const
+{
+    return d->companion(d->toolbar);
+}
+
+void HTMLEditorComponent::setToolbar(clsToolbar *toolbar)
+{
+    d->toolbar = toolbar;
+}
+
+clsStyle *HTMLEditorComponent::StyleSheet() const
+{
+    if (!d->styleSheet)
+        d->attachStyle(d->companion(d->styleSheet));
+    return d->styleSheet;
+}
+
+void HTMLEditorComponent::setStyleSheet(clsStyle *style)
+{
+    d->styleSheet = style;
+    d->attachStyle(style);
+}
+
+clsDocumentProperties *HTMLEditorComponent::DocumentProperties() const
+{
+    return d->companion(d->documentProperties);
+}
+
+void HTMLEditorComponent::setDocumentProperties(clsDocumentProperties *properties)
+{
+    d->documentProperties = properties;
+}
+
+// Stored properties: GET returns the field; LET stores, announces, then runs the side
+// effect (see Private::applySideEffect).
+
+bool HTMLEditorComponent::isDirty() const
+{
+    return d->settings.isDirty;
+}
+
+void HTMLEditorComponent::setisDirty(bool value)
+{
+    d->assign(QStringLiteral("isDirty"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::UploadImagesWhenInserted() const
+{
+    return d->settings.UploadImagesWhenInserted;
+}
+
+void HTMLEditorComponent::setUploadImagesWhenInserted(bool value)
+{
+    d->assign(QStringLiteral("UploadImagesWhenInserted"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::CopyImagesWhenInserted() const
+{
+    return d->settings.CopyImagesWhenInserted;
+}
+
+void HTMLEditorComponent::setCopyImagesWhenInserted(bool value)
+{
+    d->assign(QStringLiteral("CopyImagesWhenInserted"), QVariant::fromValue(value));
+}
+
+qint16 HTMLEditorComponent::SetDisplayHeight() const
+{
+    return d->settings.SetDisplayHeight;
+}
+
+void HTMLEditorComponent::setSetDisplayHeight(qint16 value)
+{
+    d->assign(QStringLiteral("SetDisplayHeight"), QVariant::fromValue(value));
+}
+
+qint16 HTMLEditorComponent::ScrollTop() const
+{
+    return d->settings.ScrollTop;
+}
+
+void HTMLEditorComponent::setScrollTop(qint16 value)
+{
+    d->assign(QStringLiteral("ScrollTop"), QVariant::fromValue(value));
+}
+
+qint16 HTMLEditorComponent::ScrollLeft() const
+{
+    return d->settings.ScrollLeft;
+}
+
+void HTMLEditorComponent::setScrollLeft(qint16 value)
+{
+    d->assign(QStringLiteral("ScrollLeft"), QVariant::fromValue(value));
+}
+
+void HTMLEditorComponent::setGetHtmlSource(const QString &value)
+{
+    d->assign(QStringLiteral("GetHtmlSource"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::SetHtmlSource() const
+{
+    return d->settings.SetHtmlSource;
+}
+
+void HTMLEditorComponent::setSetHtmlSource(const QString &value)
+{
+    d->assign(QStringLiteral("SetHtmlSource"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_ServerName() const
+{
+    return d->settings.FTP_ServerName;
+}
+
+void HTMLEditorComponent::setFTP_ServerName(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_ServerName"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_UserName() const
+{
+    return d->settings.FTP_UserName;
+}
+
+void HTMLEditorComponent::setFTP_UserName(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_UserName"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_Password() const
+{
+    return d->settings.FTP_Password;
+}
+
+void HTMLEditorComponent::setFTP_Password(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_Password"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_InitialDir() const
+{
+    return d->settings.FTP_InitialDir;
+}
+
+void HTMLEditorComponent::setFTP_InitialDir(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_InitialDir"), QVariant::fromValue(value));
+}
+
+qint16 HTMLEditorComponent::SetDisplayWidth() const
+{
+    return d->settings.SetDisplayWidth;
+}
+
+void HTMLEditorComponent::setSetDisplayWidth(qint16 value)
+{
+    d->assign(QStringLiteral("SetDisplayWidth"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ContentPages() const
+{
+    return d->settings.ContentPages;
+}
+
+void HTMLEditorComponent::setContentPages(const QString &value)
+{
+    d->assign(QStringLiteral("ContentPages"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::PortalPages() const
+{
+    return d->settings.PortalPages;
+}
+
+void HTMLEditorComponent::setPortalPages(const QString &value)
+{
+    d->assign(QStringLiteral("PortalPages"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ContentSites() const
+{
+    return d->settings.ContentSites;
+}
+
+void HTMLEditorComponent::setContentSites(const QString &value)
+{
+    d->assign(QStringLiteral("ContentSites"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::BaseURL() const
+{
+    return d->settings.BaseURL;
+}
+
+void HTMLEditorComponent::setBaseURL(const QString &value)
+{
+    d->assign(QStringLiteral("BaseURL"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ImageDirectory() const
+{
+    return d->settings.ImageDirectory;
+}
+
+void HTMLEditorComponent::setImageDirectory(const QString &value)
+{
+    d->assign(QStringLiteral("ImageDirectory"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ImageVCDirectory() const
+{
+    return d->settings.ImageVCDirectory;
+}
+
+void HTMLEditorComponent::setImageVCDirectory(const QString &value)
+{
+    d->assign(QStringLiteral("ImageVCDirectory"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_FileNamePrefix() const
+{
+    return d->settings.FTP_FileNamePrefix;
+}
+
+void HTMLEditorComponent::setFTP_FileNamePrefix(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_FileNamePrefix"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_FileNameSuffix() const
+{
+    return d->settings.FTP_FileNameSuffix;
+}
+
+void HTMLEditorComponent::setFTP_FileNameSuffix(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_FileNameSuffix"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_RistrictedDirectory() const
+{
+    return d->settings.FTP_RistrictedDirectory;
+}
+
+void HTMLEditorComponent::setFTP_RistrictedDirectory(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_RistrictedDirectory"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_AllowMultiableFiles() const
+{
+    return d->settings.FTP_AllowMultiableFiles;
+}
+
+void HTMLEditorComponent::setFTP_AllowMultiableFiles(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_AllowMultiableFiles"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_OverWriteFiles() const
+{
+    return d->settings.FTP_OverWriteFiles;
+}
+
+void HTMLEditorComponent::setFTP_OverWriteFiles(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_OverWriteFiles"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_IncermentExistingFileNames() const
+{
+    return d->settings.FTP_IncermentExistingFileNames;
+}
+
+void HTMLEditorComponent::setFTP_IncermentExistingFileNames(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_IncermentExistingFileNames"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::IncermentExistingFileNames() const
+{
+    return d->settings.IncermentExistingFileNames;
+}
+
+void HTMLEditorComponent::setIncermentExistingFileNames(bool value)
+{
+    d->assign(QStringLiteral("IncermentExistingFileNames"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::FTP_StripInvalidCharacters() const
+{
+    return d->settings.FTP_StripInvalidCharacters;
+}
+
+void HTMLEditorComponent::setFTP_StripInvalidCharacters(const QString &value)
+{
+    d->assign(QStringLiteral("FTP_StripInvalidCharacters"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::PreserveWhiteSpace() const
+{
+    return d->settings.PreserveWhiteSpace;
+}
+
+void HTMLEditorComponent::setPreserveWhiteSpace(bool value)
+{
+    d->assign(QStringLiteral("PreserveWhiteSpace"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::ReturnFullDocument() const
+{
+    return d->settings.ReturnFullDocument;
+}
+
+void HTMLEditorComponent::setReturnFullDocument(bool value)
+{
+    d->assign(QStringLiteral("ReturnFullDocument"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::MakePathsRelativeOnSave() const
+{
+    return d->settings.MakePathsRelativeOnSave;
+}
+
+void HTMLEditorComponent::setMakePathsRelativeOnSave(bool value)
+{
+    d->assign(QStringLiteral("MakePathsRelativeOnSave"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::Enabled() const
+{
+    return d->settings.Enabled;
+}
+
+void HTMLEditorComponent::setEditorEnabled(bool value)
+{
+    d->assign(QStringLiteral("Enabled"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::LinkTargets() const
+{
+    return d->settings.LinkTargets;
+}
+
+void HTMLEditorComponent::setLinkTargets(const QString &value)
+{
+    d->assign(QStringLiteral("LinkTargets"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ToolbarDisplay() const
+{
+    return d->settings.ToolbarDisplay;
+}
+
+void HTMLEditorComponent::setToolbarDisplay(const QString &value)
+{
+    d->assign(QStringLiteral("ToolbarDisplay"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::TabStripDisplay() const
+{
+    return d->settings.TabStripDisplay;
+}
+
+void HTMLEditorComponent::setTabStripDisplay(const QString &value)
+{
+    d->assign(QStringLiteral("TabStripDisplay"), QVariant::fromValue(value));
+}
+
+void HTMLEditorComponent::setPageTitle(const QString &value)
+{
+    d->assign(QStringLiteral("PageTitle"), QVariant::fromValue(value));
+}
+
+void HTMLEditorComponent::setKeyWords(const QString &value)
+{
+    d->assign(QStringLiteral("KeyWords"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ChangeImageOnDblClickTags() const
+{
+    return d->settings.ChangeImageOnDblClickTags;
+}
+
+void HTMLEditorComponent::setChangeImageOnDblClickTags(const QString &value)
+{
+    d->assign(QStringLiteral("ChangeImageOnDblClickTags"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::RelativePathToRoot() const
+{
+    return d->settings.RelativePathToRoot;
+}
+
+void HTMLEditorComponent::setRelativePathToRoot(const QString &value)
+{
+    d->assign(QStringLiteral("RelativePathToRoot"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::DefaultFontName() const
+{
+    return d->settings.DefaultFontName;
+}
+
+void HTMLEditorComponent::setDefaultFontName(const QString &value)
+{
+    d->assign(QStringLiteral("DefaultFontName"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::DefaultFontSize() const
+{
+    return d->settings.DefaultFontSize;
+}
+
+void HTMLEditorComponent::setDefaultFontSize(const QString &value)
+{
+    d->assign(QStringLiteral("DefaultFontSize"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::DefaultFontColor() const
+{
+    return d->settings.DefaultFontColor;
+}
+
+void HTMLEditorComponent::setDefaultFontColor(const QString &value)
+{
+    d->assign(QStringLiteral("DefaultFontColor"), QVariant::fromValue(value));
+}
+
+QString HTMLEditorComponent::ApplicationDirectoryPath() const
+{
+    return d->settings.ApplicationDirectoryPath;
+}
+
+void HTMLEditorComponent::setApplicationDirectoryPath(const QString &value)
+{
+    d->assign(QStringLiteral("ApplicationDirectoryPath"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::ChangeImageOnDblClick() const
+{
+    return d->settings.ChangeImageOnDblClick;
+}
+
+void HTMLEditorComponent::setChangeImageOnDblClick(bool value)
+{
+    d->assign(QStringLiteral("ChangeImageOnDblClick"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::DisableContextMenus() const
+{
+    return d->settings.DisableContextMenus;
+}
+
+void HTMLEditorComponent::setDisableContextMenus(bool value)
+{
+    d->assign(QStringLiteral("DisableContextMenus"), QVariant::fromValue(value));
+}
+
+bool HTMLEditorComponent::ScrollBars() const
+{
+    return d->settings.ScrollBars;
+}
+
+void HTMLEditorComponent::setScrollBars(bool value)
+{
+    d->assign(QStringLiteral("ScrollBars"), QVariant::fromValue(value));
+}
+
+} // namespace Vantry

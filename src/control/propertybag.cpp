@@ -1,0 +1,335 @@
+#include <VantryHTMLEditor/PropertyBag.h>
+
+#include <QDebug>
+#include <QSettings>
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+namespace Vantry {
+
+namespace {
+
+constexpr qint64 integerMin = std::numeric_limits<qint16>::min();
+constexpr qint64 integerMax = std::numeric_limits<qint16>::max();
+
+bool isText(const QVariant &value)
+{
+    const int type = value.typeId();
+    return type == QMetaType::QString || type == QMetaType::QByteArray;
+}
+
+QString text(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QByteArray ? QString::fromUtf8(value.toByteArray())
+                                                   : value.toString();
+}
+
+bool isSignedIntegral(int type)
+{
+    switch (type) {
+    case QMetaType::Int:
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::SChar:
+    case QMetaType::Char:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isUnsignedIntegral(int type)
+{
+    switch (type) {
+    case QMetaType::UInt:
+    case QMetaType::ULong:
+    case QMetaType::ULongLong:
+    case QMetaType::UShort:
+    case QMetaType::UChar:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isFloating(int type)
+{
+    return type == QMetaType::Double || type == QMetaType::Float;
+}
+
+bool isNumber(const QVariant &value)
+{
+    const int type = value.typeId();
+    return isSignedIntegral(type) || isUnsignedIntegral(type) || isFloating(type);
+}
+
+// The whole number held by value, clamped into qint64 so that range checks stay simple;
+// empty when value is not a whole number (text that is not one, a fraction, another type).
+std::optional<qint64> wholeNumber(const QVariant &value)
+{
+    const int type = value.typeId();
+    if (isSignedIntegral(type))
+        return value.toLongLong();
+    if (isUnsignedIntegral(type))
+        return qint64(qMin(value.toULongLong(), quint64(std::numeric_limits<qint64>::max())));
+    if (isFloating(type)) {
+        const double number = value.toDouble();
+        if (!std::isfinite(number) || std::trunc(number) != number)
+            return std::nullopt;
+        return qint64(qBound(-9.0e18, number, 9.0e18));
+    }
+    if (isText(value)) {
+        bool ok = false;
+        const qint64 number = text(value).trimmed().toLongLong(&ok, 10);
+        if (ok)
+            return number;
+    }
+    return std::nullopt;
+}
+
+// How a value appears in messages: text quoted and shortened, numbers as they are, other
+// kinds by their type so that no structured content ends up in a log.
+QString describe(const QVariant &value)
+{
+    constexpr qsizetype maxShown = 60;
+    if (isText(value)) {
+        const QString shown = text(value);
+        if (shown.size() > maxShown)
+            return u'"' + shown.left(maxShown - 3) + QStringLiteral("...\"");
+        return u'"' + shown + u'"';
+    }
+    if (value.typeId() == QMetaType::Bool || isNumber(value))
+        return value.toString();
+    return QStringLiteral("a value of type ") + QString::fromLatin1(value.metaType().name());
+}
+
+QString propertyPrefix(const QString &name)
+{
+    return QStringLiteral("Property \"") + name + QStringLiteral("\": ");
+}
+
+// Small integer kinds would otherwise be written by QSettings as opaque @Variant blobs.
+QVariant storable(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Char:
+        return value.toInt();
+    default:
+        return value;
+    }
+}
+
+} // namespace
+
+PropertyBag::PropertyBag()
+    : m_handler([](const QString &message) { qWarning().noquote() << message; })
+{ }
+
+PropertyBag::~PropertyBag() = default;
+
+void PropertyBag::setErrorHandler(ErrorHandler handler)
+{
+    m_handler = std::move(handler);
+}
+
+void PropertyBag::reportError(const QString &message)
+{
+    m_errors.append(message);
+    if (m_handler)
+        m_handler(message);
+}
+
+QVariant PropertyBag::convert(const QString &name, const QVariant &raw, Kind kind, QString *error)
+{
+    const auto fail = [&](const QString &reason) {
+        if (error)
+            *error = propertyPrefix(name) + reason;
+        return QVariant();
+    };
+
+    switch (kind) {
+    case Kind::String:
+        if (isText(raw))
+            return text(raw);
+        if (raw.typeId() == QMetaType::Bool || isNumber(raw))
+            return raw.toString();
+        return fail(QStringLiteral("a stored value of type ")
+            + QString::fromLatin1(raw.metaType().name())
+            + QStringLiteral(" cannot be read as a String"));
+
+    case Kind::Boolean: {
+        if (raw.typeId() == QMetaType::Bool)
+            return raw.toBool();
+        if (isText(raw)) {
+            const QString word = text(raw).trimmed();
+            if (word.compare(QLatin1StringView("true"), Qt::CaseInsensitive) == 0)
+                return true;
+            if (word.compare(QLatin1StringView("false"), Qt::CaseInsensitive) == 0)
+                return false;
+        }
+        // -1 is the interface's True; 1 is accepted because other writers use it.
+        const std::optional<qint64> number = wholeNumber(raw);
+        if (number && *number >= -1 && *number <= 1)
+            return *number != 0;
+        return fail(QStringLiteral("the stored value ") + describe(raw)
+            + QStringLiteral(" is not a Boolean (true, false, -1, 0 or 1)"));
+    }
+
+    case Kind::Integer: {
+        // A truth value is not a number here, even though QVariant would convert it.
+        const std::optional<qint64> number
+            = raw.typeId() == QMetaType::Bool ? std::nullopt : wholeNumber(raw);
+        if (!number)
+            return fail(QStringLiteral("the stored value ") + describe(raw)
+                + QStringLiteral(" is not an Integer"));
+        if (*number < integerMin || *number > integerMax)
+            return fail(QStringLiteral("the stored value ") + describe(raw)
+                + QStringLiteral(" is outside the Integer range -32768 to 32767"));
+        return int(*number);
+    }
+    }
+    return fail(QStringLiteral("unknown property kind"));
+}
+
+QVariant PropertyBag::readProperty(const QString &name, const QVariant &defaultValue, Kind kind)
+{
+    const QVariant raw = rawRead(name);
+    if (!raw.isValid())
+        return defaultValue;
+
+    QString error;
+    const QVariant value = convert(name, raw, kind, &error);
+    if (value.isValid())
+        return value;
+    reportError(error + QStringLiteral("; the default ") + describe(defaultValue)
+        + QStringLiteral(" is used instead"));
+    return defaultValue;
+}
+
+void PropertyBag::writeProperty(
+    const QString &name, const QVariant &value, const QVariant &defaultValue)
+{
+    // Values equal to their default are stored too, so that a saved bag lists every
+    // property for whoever reads or edits it.
+    Q_UNUSED(defaultValue)
+    rawWrite(name, storable(value));
+}
+
+QVariant MemoryPropertyBag::rawRead(const QString &name) const
+{
+    return m_values.value(name);
+}
+
+void MemoryPropertyBag::rawWrite(const QString &name, const QVariant &value)
+{
+    m_values.insert(name, value);
+}
+
+void MemoryPropertyBag::rawRemove(const QString &name)
+{
+    m_values.remove(name);
+}
+
+IniPropertyBag::IniPropertyBag(const QString &fileName, const QString &group)
+    : m_settings(std::make_unique<QSettings>(fileName, QSettings::IniFormat))
+    , m_group(group)
+{
+    switch (m_settings->status()) {
+    case QSettings::NoError:
+        break;
+    case QSettings::AccessError:
+        reportError(
+            QStringLiteral("Property file \"") + fileName + QStringLiteral("\" cannot be read"));
+        break;
+    case QSettings::FormatError:
+        m_malformed = true;
+        reportError(QStringLiteral("Property file \"") + fileName
+            + QStringLiteral("\" is malformed; the values that could be read are used "
+                             "and changes will not be saved to it"));
+        break;
+    }
+}
+
+IniPropertyBag::~IniPropertyBag()
+{
+    // The host's handler may refer to objects already gone, so a failure this late only
+    // goes to the log.
+    if (m_malformed || m_settings->status() != QSettings::NoError)
+        return;
+    m_settings->sync();
+    if (m_settings->status() != QSettings::NoError)
+        qWarning().noquote() << QStringLiteral("Property file \"") + fileName()
+                + QStringLiteral("\" could not be written");
+}
+
+bool IniPropertyBag::sync()
+{
+    if (m_malformed) {
+        reportError(QStringLiteral("Property file \"") + fileName()
+            + QStringLiteral("\" is malformed; changes are not saved to it"));
+        return false;
+    }
+    m_settings->sync();
+    switch (m_settings->status()) {
+    case QSettings::NoError:
+        return true;
+    case QSettings::AccessError:
+        reportError(QStringLiteral("Property file \"") + fileName()
+            + QStringLiteral("\" cannot be written"));
+        return false;
+    case QSettings::FormatError:
+        reportError(
+            QStringLiteral("Property file \"") + fileName() + QStringLiteral("\" is malformed"));
+        return false;
+    }
+    return false;
+}
+
+QString IniPropertyBag::fileName() const
+{
+    return m_settings->fileName();
+}
+
+QString IniPropertyBag::key(const QString &name) const
+{
+    return m_group.isEmpty() ? name : m_group + u'/' + name;
+}
+
+QVariant IniPropertyBag::rawRead(const QString &name) const
+{
+    if (m_malformed) {
+        const auto held = m_unsaved.constFind(name);
+        if (held != m_unsaved.cend())
+            return *held;
+    }
+    const QVariant value = m_settings->value(key(name));
+    // INI text with unquoted commas comes back as a list; it was one text to whoever wrote it.
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList().join(QStringLiteral(", "));
+    return value;
+}
+
+void IniPropertyBag::rawWrite(const QString &name, const QVariant &value)
+{
+    if (m_malformed)
+        m_unsaved.insert(name, value);
+    else
+        m_settings->setValue(key(name), value);
+}
+
+void IniPropertyBag::rawRemove(const QString &name)
+{
+    if (m_malformed)
+        m_unsaved.insert(name, QVariant());
+    else
+        m_settings->remove(key(name));
+}
+
+} // namespace Vantry

@@ -1,0 +1,493 @@
+// The editing adapter. It runs in an isolated world of the page, so scripts of the edited
+// document (which never run anyway: the main world has JavaScript switched off) cannot see
+// it. C++ calls it through __vantry.invoke(); it reports back through the web channel.
+(function () {
+    'use strict';
+
+    if (window.__vantry)
+        return;
+
+    const EDITOR_BASE_ATTR = 'data-vantry-editor-base';
+
+    let host = null;              // the C++ notifier, once the channel is up
+    const pending = [];           // notifications raised before the channel was up
+    let generation = 0;           // increases with every loaded document
+    const handles = new Map();    // handle id -> node, for the current generation
+    const handleOf = new WeakMap();
+    let nextHandle = 1;
+    let editable = true;
+    let baseUrl = '';
+    let displayTimer = 0;
+    let mouseMoveQueued = null;
+    let editorSheet = null;
+
+    function notify(kind, args) {
+        if (host)
+            host.notify(kind, args || []);
+        else
+            pending.push([kind, args || []]);
+    }
+
+    // ---- handles -------------------------------------------------------------------
+
+    function handleFor(node) {
+        if (!node)
+            return null;
+        let id = handleOf.get(node);
+        if (!id) {
+            id = nextHandle++;
+            handleOf.set(node, id);
+            handles.set(id, node);
+        }
+        return { id: id, generation: generation };
+    }
+
+    function nodeFor(h) {
+        if (!h || h.generation !== generation)
+            throw new Error('The element belongs to a document that is no longer loaded');
+        const node = handles.get(h.id);
+        if (!node)
+            throw new Error('Unknown element handle ' + h.id);
+        return node;
+    }
+
+    function resetHandles() {
+        handles.clear();
+        nextHandle = 1;
+        generation++;
+    }
+
+    // ---- editor-only styling --------------------------------------------------------
+
+    // Rules that help editing but must never reach the saved markup live in a
+    // constructed style sheet, which is not part of the DOM.
+    function editorRules() {
+        const rules = [];
+        // Let the engine skip style, layout and paint of blocks far from the viewport and
+        // caret; in long documents this keeps a key press from touching the whole page.
+        rules.push(':where(body > *, body > div > *) { content-visibility: auto; ' +
+                   'contain-intrinsic-size: auto 1.2em; }');
+        if (!scrollBarsVisible)
+            rules.push('html, body { overflow: hidden !important; }');
+        return rules.join('\n');
+    }
+
+    let scrollBarsVisible = true;
+
+    function applyEditorSheet() {
+        try {
+            if (!editorSheet)
+                editorSheet = new CSSStyleSheet();
+            editorSheet.replaceSync(editorRules());
+            const sheets = document.adoptedStyleSheets.filter(s => s !== editorSheet);
+            sheets.push(editorSheet);
+            document.adoptedStyleSheets = sheets;
+        } catch (e) {
+            // Engines without constructed style sheets simply edit without the rules.
+        }
+    }
+
+    // ---- editor BASE element ----------------------------------------------------------
+
+    function editorBase() {
+        return document.head ? document.head.querySelector('base[' + EDITOR_BASE_ATTR + ']')
+                             : null;
+    }
+
+    function applyBase() {
+        let base = editorBase();
+        if (!baseUrl) {
+            if (base)
+                base.remove();
+            return;
+        }
+        if (!document.head)
+            return;
+        if (!base) {
+            base = document.createElement('base');
+            base.setAttribute(EDITOR_BASE_ATTR, '');
+            document.head.insertBefore(base, document.head.firstChild);
+        }
+        if (base.getAttribute('href') !== baseUrl)
+            base.setAttribute('href', baseUrl);
+    }
+
+    // ---- loading ----------------------------------------------------------------------
+
+    const HTML_START = /<html(?=[\s>\/])/i;
+    const HTML_END = /<\/html\s*>/ig;
+    const BASE_TAG = /<base\b[^>]*>/ig;
+    const DOCTYPE = /<!doctype\b[^>]*>/ig;
+    const HREF = /\bhref\s*=\s*("([^"]*)"|'([^']*)'|([^\s>]+))/i;
+
+    // Splits a text handed over as a whole document but wrapped in markup (the
+    // default-font division in front of "<HTML>", its end tag after "</HTML>") into the
+    // document itself and the wrapper, which goes around the body content instead.
+    function splitWrapped(text) {
+        const start = HTML_START.exec(text);
+        if (!start)
+            return null;
+        let end = -1, endLength = 0, m;
+        HTML_END.lastIndex = start.index;
+        while ((m = HTML_END.exec(text)) !== null) {
+            end = m.index;
+            endLength = m[0].length;
+        }
+        let prefix = text.slice(0, start.index);
+        const documentText = end >= 0 ? text.slice(start.index, end + endLength)
+                                      : text.slice(start.index);
+        const suffix = end >= 0 ? text.slice(end + endLength) : '';
+        let base = null;
+        prefix = prefix.replace(BASE_TAG, tag => {
+            const href = HREF.exec(tag);
+            if (href && base === null)
+                base = href[2] !== undefined ? href[2] : (href[3] !== undefined ? href[3] : href[4]);
+            return '';
+        });
+        let doctype = '';
+        prefix = prefix.replace(DOCTYPE, tag => { doctype = doctype || tag; return ''; });
+        return { prefix: prefix, documentText: documentText, suffix: suffix, base: base,
+                 doctype: doctype };
+    }
+
+    function wrapBody(prefix, suffix) {
+        if (!prefix.trim() && !suffix.trim())
+            return;
+        const body = document.body;
+        if (!body)
+            return;
+        const marker = 'vantry-body-marker-' + Date.now();
+        const template = document.createElement('template');
+        template.innerHTML = prefix + '<!--' + marker + '-->' + suffix;
+        const walker = document.createTreeWalker(template.content, NodeFilter.SHOW_COMMENT);
+        let markerNode = null;
+        while (walker.nextNode()) {
+            if (walker.currentNode.data === marker) {
+                markerNode = walker.currentNode;
+                break;
+            }
+        }
+        if (!markerNode)
+            return;
+        const content = document.createDocumentFragment();
+        while (body.firstChild)
+            content.appendChild(body.firstChild);
+        markerNode.parentNode.replaceChild(content, markerNode);
+        body.appendChild(template.content);
+    }
+
+    function writeDocument(text) {
+        document.open();
+        document.write(text);
+        document.close();
+    }
+
+    function load(text) {
+        const parts = splitWrapped(text);
+        if (parts) {
+            if (parts.base !== null)
+                baseUrl = parts.base;
+            writeDocument(parts.doctype + parts.documentText);
+            wrapBody(parts.prefix, parts.suffix);
+        } else {
+            writeDocument(text);
+        }
+        afterLoad();
+        return true;
+    }
+
+    function afterLoad() {
+        resetHandles();
+        applyBase();
+        applyEditorSheet();
+        document.designMode = editable ? 'on' : 'off';
+        attachListeners();
+        const selection = document.getSelection();
+        if (selection)
+            selection.removeAllRanges();
+        window.scrollTo(0, 0);
+    }
+
+    // ---- reading back -----------------------------------------------------------------
+
+    function doctypeText() {
+        const dt = document.doctype;
+        if (!dt)
+            return '';
+        let text = '<!DOCTYPE ' + dt.name;
+        if (dt.publicId)
+            text += ' PUBLIC "' + dt.publicId + '"';
+        else if (dt.systemId)
+            text += ' SYSTEM';
+        if (dt.systemId)
+            text += ' "' + dt.systemId + '"';
+        return text + '>';
+    }
+
+    function documentHTML() {
+        const root = document.documentElement;
+        if (!root)
+            return '';
+        let html = root.outerHTML;
+        const base = editorBase();
+        let front = '';
+        if (base) {
+            const tag = base.outerHTML;
+            const at = html.indexOf(tag);
+            if (at >= 0)
+                html = html.slice(0, at) + html.slice(at + tag.length);
+            // The editor's BASE stands in front of the HTML start tag, where the text
+            // rules on the C++ side expect it and remove it from; that only works for an
+            // HTML start tag without attributes.
+            if (root.attributes.length === 0)
+                front = '<BASE HREF="' + base.getAttribute('href').replace(/"/g, '&quot;') + '">';
+        }
+        return doctypeText() + front + html;
+    }
+
+    // ---- events -----------------------------------------------------------------------
+
+    function shiftState(e) {
+        return (e.shiftKey ? 1 : 0) | (e.ctrlKey ? 2 : 0) | (e.altKey ? 4 : 0);
+    }
+
+    function buttonOf(e) {
+        switch (e.button) {
+        case 0: return 1;
+        case 1: return 4;
+        case 2: return 2;
+        default: return 0;
+        }
+    }
+
+    function buttonsOf(e) {
+        return (e.buttons & 1 ? 1 : 0) | (e.buttons & 2 ? 2 : 0) | (e.buttons & 4 ? 4 : 0);
+    }
+
+    function scheduleDisplayChanged() {
+        if (displayTimer)
+            return;
+        displayTimer = setTimeout(() => {
+            displayTimer = 0;
+            notify('displayChanged');
+        }, 0);
+    }
+
+    const listeners = {
+        keydown: e => { notify('keyDown', [e.keyCode, shiftState(e)]); },
+        input: () => { notify('contentChanged'); scheduleDisplayChanged(); },
+        mousedown: e => {
+            notify('mouseDown', [buttonOf(e), shiftState(e), e.clientX, e.clientY]);
+        },
+        mouseup: e => {
+            notify('mouseUp', [buttonOf(e), shiftState(e), e.clientX, e.clientY]);
+            scheduleDisplayChanged();
+        },
+        mousemove: e => {
+            // One notification per frame is plenty for a pointer.
+            const queued = mouseMoveQueued;
+            mouseMoveQueued = [buttonsOf(e), shiftState(e), e.clientX, e.clientY];
+            if (!queued) {
+                requestAnimationFrame(() => {
+                    const args = mouseMoveQueued;
+                    mouseMoveQueued = null;
+                    if (args)
+                        notify('mouseMove', args);
+                });
+            }
+        },
+        click: e => {
+            // Links never navigate, whatever the engine's editing state.
+            if (e.target && e.target.closest && e.target.closest('a[href]'))
+                e.preventDefault();
+            notify('click');
+        },
+        dblclick: () => { notify('doubleClick'); },
+        contextmenu: e => {
+            e.preventDefault();
+            notify('contextMenu', [e.clientX, e.clientY]);
+        },
+        submit: e => { e.preventDefault(); },
+        selectionchange: () => { scheduleDisplayChanged(); },
+        keyup: () => { scheduleDisplayChanged(); },
+    };
+
+    function attachListeners() {
+        for (const [type, fn] of Object.entries(listeners))
+            document.addEventListener(type, fn, true);
+    }
+
+    // ---- operations -------------------------------------------------------------------
+
+    function elementList(list) {
+        const out = [];
+        for (const node of list)
+            out.push(handleFor(node));
+        return out;
+    }
+
+    function scrollingElement() {
+        return document.scrollingElement || document.body;
+    }
+
+    const ops = {
+        ping: () => generation,
+        load: text => load(text),
+        documentHTML: () => documentHTML(),
+        bodyInnerHTML: () => (document.body ? document.body.innerHTML : ''),
+        bodyInnerText: () => (document.body ? document.body.innerText : ''),
+        title: () => document.title,
+        setTitle: text => {
+            document.title = text;
+            return true;
+        },
+        elementsByName: name => elementList(document.getElementsByName(name)),
+        elementsByTagName: tag => elementList(document.getElementsByTagName(tag)),
+        head: () => handleFor(document.head),
+        body: () => handleFor(document.body),
+        createElement: tag => handleFor(document.createElement(tag)),
+        appendChild: (parent, child) => {
+            nodeFor(parent).appendChild(nodeFor(child));
+            return true;
+        },
+        tagName: h => nodeFor(h).tagName,
+        attribute: (h, name) => {
+            const value = nodeFor(h).getAttribute(name);
+            return value === null ? '' : value;
+        },
+        hasAttribute: (h, name) => nodeFor(h).hasAttribute(name),
+        setAttribute: (h, name, value) => {
+            nodeFor(h).setAttribute(name, value);
+            return true;
+        },
+        outerHTML: h => nodeFor(h).outerHTML,
+        scrollPosition: () => {
+            const el = scrollingElement();
+            return el ? [el.scrollLeft, el.scrollTop] : [0, 0];
+        },
+        setScrollPosition: (left, top) => {
+            const el = scrollingElement();
+            if (!el)
+                return false;
+            if (left !== null)
+                el.scrollLeft = left;
+            if (top !== null)
+                el.scrollTop = top;
+            return true;
+        },
+        setEditable: on => {
+            editable = !!on;
+            document.designMode = editable ? 'on' : 'off';
+            return true;
+        },
+        isEditable: () => document.designMode === 'on',
+        setScrollBarsVisible: on => {
+            scrollBarsVisible = !!on;
+            applyEditorSheet();
+            return true;
+        },
+        setBaseUrl: url => {
+            baseUrl = url || '';
+            applyBase();
+            return true;
+        },
+        editorBaseUrl: () => {
+            const base = editorBase();
+            return base ? base.href : '';
+        },
+        images: () => {
+            const out = [];
+            for (const img of document.images)
+                out.push({ src: img.getAttribute('src') || '', url: img.src,
+                           loaded: img.complete && img.naturalWidth > 0 });
+            return out;
+        },
+        styleSheetHrefs: () => {
+            const out = [];
+            for (const sheet of document.styleSheets) {
+                const owner = sheet.ownerNode;
+                const href = owner && owner.getAttribute ? owner.getAttribute('href') : null;
+                if (href)
+                    out.push(href);
+            }
+            return out;
+        },
+        boundingRect: h => {
+            const r = nodeFor(h).getBoundingClientRect();
+            return [r.left, r.top, r.width, r.height];
+        },
+        refresh: () => {
+            applyEditorSheet();
+            void (document.body && document.body.offsetHeight);
+            return true;
+        },
+        execCommand: (command, showUi, value) => document.execCommand(command, !!showUi, value),
+        focus: () => {
+            window.focus();
+            if (document.body)
+                document.body.focus();
+            return true;
+        },
+        elementText: (tag, index) => {
+            const list = document.getElementsByTagName(tag);
+            return index < list.length ? list[index].textContent : null;
+        },
+        placeCaret: (tag, index, offset) => {
+            const list = document.getElementsByTagName(tag);
+            if (!list.length)
+                return false;
+            const block = list[Math.min(index, list.length - 1)];
+            let node = block;
+            while (node && node.firstChild)
+                node = node.firstChild;
+            const range = document.createRange();
+            if (node && node.nodeType === Node.TEXT_NODE)
+                range.setStart(node, Math.min(offset, node.length));
+            else
+                range.setStart(block, 0);
+            range.collapse(true);
+            const selection = document.getSelection();
+            selection.removeAllRanges();
+            selection.addRange(range);
+            block.scrollIntoView({ block: 'center' });
+            return true;
+        },
+    };
+
+    function invoke(name, args) {
+        try {
+            const fn = ops[name];
+            if (!fn)
+                throw new Error('Unknown operation ' + name);
+            const result = fn.apply(null, args || []);
+            return { r: result === undefined ? null : result };
+        } catch (e) {
+            return { e: String(e && e.message ? e.message : e) };
+        }
+    }
+
+    window.__vantry = { invoke: invoke };
+
+    function connect() {
+        if (typeof QWebChannel === 'undefined' || typeof qt === 'undefined') {
+            setTimeout(connect, 5);
+            return;
+        }
+        new QWebChannel(qt.webChannelTransport, channel => {
+            host = channel.objects.host;
+            for (const [kind, args] of pending.splice(0))
+                host.notify(kind, args);
+        });
+    }
+
+    function start() {
+        afterLoad();
+        connect();
+        notify('adapterReady', [generation]);
+    }
+
+    if (document.readyState === 'loading')
+        document.addEventListener('DOMContentLoaded', start, { once: true });
+    else
+        start();
+})();

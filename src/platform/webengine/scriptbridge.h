@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+
+#include <chrono>
+
+class QWebEnginePage;
+
+namespace Vantry::Platform {
+
+// Synchronous calls into the adapter. The caller waits in a local event loop that lets
+// engine traffic and timers run but no user input, for a bounded time; an answer that
+// comes after the bound is dropped harmlessly.
+class ScriptBridge
+{
+public:
+    struct Result
+    {
+        bool ok = false;
+        QVariant value;
+        QString error;
+    };
+
+    ScriptBridge(QWebEnginePage *page, quint32 worldId);
+
+    Result call(const QString &operation, const QVariantList &arguments = {},
+                std::chrono::milliseconds timeout = defaultTimeout) const;
+
+    // Builds the script text for one call: the arguments travel as a JSON literal.
+    static QString script(const QString &operation, const QVariantList &arguments);
+
+    static constexpr std::chrono::milliseconds defaultTimeout{10000};
+
+private:
+    QWebEnginePage *m_page;
+    quint32 m_worldId;
+};
+
+} // namespace Vantry::Platform

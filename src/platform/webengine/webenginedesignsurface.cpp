@@ -1,0 +1,351 @@
+#include "platform/webengine/webenginedesignsurface.h"
+
+#include <QFile>
+#include <QPoint>
+#include <QUrl>
+#include <QWebChannel>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+namespace Vantry::Platform {
+
+namespace {
+
+// Loads nothing on its own: the only navigation it allows is the blank editing document
+// the surface itself asks for.
+class EditingPage : public QWebEnginePage
+{
+public:
+    using QWebEnginePage::QWebEnginePage;
+
+    void expectOwnLoad() { m_ownLoadPending = true; }
+
+protected:
+    bool acceptNavigationRequest(const QUrl &, NavigationType, bool isMainFrame) override
+    {
+        if (isMainFrame && m_ownLoadPending) {
+            m_ownLoadPending = false;
+            return true;
+        }
+        return false;
+    }
+
+    QWebEnginePage *createWindow(WebWindowType) override { return nullptr; }
+
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString &, int,
+                                  const QString &) override
+    {
+    }
+
+private:
+    bool m_ownLoadPending = false;
+};
+
+QString resourceText(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll());
+}
+
+QWebEngineScript adapterScript(const QString &name, const QString &source)
+{
+    QWebEngineScript script;
+    script.setName(name);
+    script.setSourceCode(source);
+    script.setWorldId(WebEngineDesignSurface::adapterWorld());
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setRunsOnSubFrames(false);
+    return script;
+}
+
+// The blank document the surface starts with. The file URL lets documents show local
+// images, as an editor of local pages must.
+const char blankDocument[] = "<html><head></head><body></body></html>";
+
+} // namespace
+
+WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
+    : DesignSurface(parent)
+{
+    m_view = new QWebEngineView(parent);
+    auto *page = new EditingPage(m_view);
+    m_view->setPage(page);
+    m_view->setContextMenuPolicy(Qt::NoContextMenu);
+
+    QWebEngineSettings *settings = page->settings();
+    settings->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
+    settings->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
+    settings->setAttribute(QWebEngineSettings::JavascriptCanAccessClipboard, true);
+    settings->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, true);
+    settings->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    settings->setAttribute(QWebEngineSettings::PluginsEnabled, false);
+    settings->setAttribute(QWebEngineSettings::AutoLoadIconsForPage, false);
+    settings->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
+    settings->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
+    settings->setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
+
+    m_notifier = new SurfaceNotifier(this);
+    m_channel = new QWebChannel(this);
+    m_channel->registerObject(QStringLiteral("host"), m_notifier);
+    page->setWebChannel(m_channel, adapterWorld());
+    connect(m_notifier, &SurfaceNotifier::notified, this,
+            &WebEngineDesignSurface::handleNotification);
+
+    page->scripts().insert(adapterScript(
+        QStringLiteral("vantry-webchannel"),
+        resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
+    page->scripts().insert(adapterScript(
+        QStringLiteral("vantry-adapter"),
+        resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
+
+    m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
+
+    page->expectOwnLoad();
+    page->setHtml(QString::fromLatin1(blankDocument), QUrl(QStringLiteral("file:///")));
+}
+
+WebEngineDesignSurface::~WebEngineDesignSurface() = default;
+
+quint32 WebEngineDesignSurface::adapterWorld()
+{
+    return QWebEngineScript::ApplicationWorld;
+}
+
+QWebEnginePage *WebEngineDesignSurface::page() const
+{
+    return m_view->page();
+}
+
+QWidget *WebEngineDesignSurface::widget() const
+{
+    return m_view;
+}
+
+void WebEngineDesignSurface::handleNotification(const QString &kind, const QVariantList &args)
+{
+    auto number = [&args](int i) { return i < args.size() ? args.at(i).toDouble() : 0.0; };
+    auto integer = [&args](int i) { return i < args.size() ? args.at(i).toInt() : 0; };
+
+    if (kind == QLatin1String("adapterReady")) {
+        // The blank document is loaded and the adapter is listening: the surface is ready.
+        m_ready = true;
+        Q_EMIT documentComplete();
+    } else if (kind == QLatin1String("displayChanged")) {
+        Q_EMIT displayChanged();
+    } else if (kind == QLatin1String("contentChanged")) {
+        Q_EMIT contentChanged();
+    } else if (kind == QLatin1String("keyDown")) {
+        Q_EMIT keyDown(integer(0), integer(1));
+    } else if (kind == QLatin1String("mouseDown")) {
+        Q_EMIT mouseDown(integer(0), integer(1), number(2), number(3));
+    } else if (kind == QLatin1String("mouseMove")) {
+        Q_EMIT mouseMove(integer(0), integer(1), number(2), number(3));
+    } else if (kind == QLatin1String("mouseUp")) {
+        Q_EMIT mouseUp(integer(0), integer(1), number(2), number(3));
+    } else if (kind == QLatin1String("click")) {
+        Q_EMIT clicked();
+    } else if (kind == QLatin1String("doubleClick")) {
+        Q_EMIT doubleClicked();
+    } else if (kind == QLatin1String("contextMenu")) {
+        Q_EMIT contextMenuRequested(QPoint(integer(0), integer(1)));
+    }
+}
+
+ScriptBridge::Result WebEngineDesignSurface::call(const QString &operation,
+                                                  const QVariantList &arguments,
+                                                  std::chrono::milliseconds timeout)
+{
+    ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout);
+    setLastError(result.ok ? QString() : result.error);
+    return result;
+}
+
+QVariant WebEngineDesignSurface::callValue(const QString &operation, const QVariantList &arguments,
+                                           std::chrono::milliseconds timeout)
+{
+    return call(operation, arguments, timeout).value;
+}
+
+bool WebEngineDesignSurface::callBool(const QString &operation, const QVariantList &arguments)
+{
+    const ScriptBridge::Result result = call(operation, arguments);
+    return result.ok && result.value.toBool();
+}
+
+QList<Element> WebEngineDesignSurface::elementList(const QVariant &value) const
+{
+    QList<Element> elements;
+    const QVariantList list = value.toList();
+    elements.reserve(list.size());
+    for (const QVariant &item : list)
+        elements.append(Element::fromVariant(item));
+    return elements;
+}
+
+bool WebEngineDesignSurface::setDocumentHTML(const QString &html)
+{
+    // Big documents take the parser a while; the bound grows with the text.
+    const auto timeout = ScriptBridge::defaultTimeout
+                         + std::chrono::milliseconds(html.size() / 1000);
+    const bool ok = call(QStringLiteral("load"), {html}, timeout).ok;
+    if (ok)
+        Q_EMIT documentComplete();
+    return ok;
+}
+
+QString WebEngineDesignSurface::documentHTML()
+{
+    return callValue(QStringLiteral("documentHTML"), {}, std::chrono::seconds(60)).toString();
+}
+
+QString WebEngineDesignSurface::bodyInnerHTML()
+{
+    return callValue(QStringLiteral("bodyInnerHTML"), {}, std::chrono::seconds(60)).toString();
+}
+
+QString WebEngineDesignSurface::bodyInnerText()
+{
+    return callValue(QStringLiteral("bodyInnerText"), {}, std::chrono::seconds(60)).toString();
+}
+
+QString WebEngineDesignSurface::title()
+{
+    return callValue(QStringLiteral("title")).toString();
+}
+
+bool WebEngineDesignSurface::setTitle(const QString &title)
+{
+    return callBool(QStringLiteral("setTitle"), {title});
+}
+
+QList<Element> WebEngineDesignSurface::elementsByName(const QString &name)
+{
+    return elementList(callValue(QStringLiteral("elementsByName"), {name}));
+}
+
+QList<Element> WebEngineDesignSurface::elementsByTagName(const QString &tagName)
+{
+    return elementList(callValue(QStringLiteral("elementsByTagName"), {tagName}));
+}
+
+Element WebEngineDesignSurface::head()
+{
+    return Element::fromVariant(callValue(QStringLiteral("head")));
+}
+
+Element WebEngineDesignSurface::body()
+{
+    return Element::fromVariant(callValue(QStringLiteral("body")));
+}
+
+Element WebEngineDesignSurface::createElement(const QString &tagName)
+{
+    return Element::fromVariant(callValue(QStringLiteral("createElement"), {tagName}));
+}
+
+bool WebEngineDesignSurface::appendChild(const Element &parent, const Element &child)
+{
+    return callBool(QStringLiteral("appendChild"), {parent.toVariant(), child.toVariant()});
+}
+
+QString WebEngineDesignSurface::tagName(const Element &element)
+{
+    return callValue(QStringLiteral("tagName"), {element.toVariant()}).toString();
+}
+
+QString WebEngineDesignSurface::attribute(const Element &element, const QString &name)
+{
+    return callValue(QStringLiteral("attribute"), {element.toVariant(), name}).toString();
+}
+
+bool WebEngineDesignSurface::setAttribute(const Element &element, const QString &name,
+                                          const QString &value)
+{
+    return callBool(QStringLiteral("setAttribute"), {element.toVariant(), name, value});
+}
+
+QString WebEngineDesignSurface::outerHTML(const Element &element)
+{
+    return callValue(QStringLiteral("outerHTML"), {element.toVariant()}).toString();
+}
+
+QRectF WebEngineDesignSurface::boundingRect(const Element &element)
+{
+    const QVariantList r = callValue(QStringLiteral("boundingRect"), {element.toVariant()}).toList();
+    if (r.size() != 4)
+        return {};
+    return {r.at(0).toDouble(), r.at(1).toDouble(), r.at(2).toDouble(), r.at(3).toDouble()};
+}
+
+QStringList WebEngineDesignSurface::styleSheetHrefs()
+{
+    return callValue(QStringLiteral("styleSheetHrefs")).toStringList();
+}
+
+QPoint WebEngineDesignSurface::scrollPosition()
+{
+    const QVariantList position = callValue(QStringLiteral("scrollPosition")).toList();
+    if (position.size() != 2)
+        return {};
+    return {qRound(position.at(0).toDouble()), qRound(position.at(1).toDouble())};
+}
+
+bool WebEngineDesignSurface::setScrollLeft(int left)
+{
+    return callBool(QStringLiteral("setScrollPosition"), {left, QVariant::fromValue(nullptr)});
+}
+
+bool WebEngineDesignSurface::setScrollTop(int top)
+{
+    return callBool(QStringLiteral("setScrollPosition"), {QVariant::fromValue(nullptr), top});
+}
+
+bool WebEngineDesignSurface::setEditable(bool editable)
+{
+    return callBool(QStringLiteral("setEditable"), {editable});
+}
+
+bool WebEngineDesignSurface::isEditable()
+{
+    return callBool(QStringLiteral("isEditable"));
+}
+
+bool WebEngineDesignSurface::setScrollBarsVisible(bool visible)
+{
+    return callBool(QStringLiteral("setScrollBarsVisible"), {visible});
+}
+
+bool WebEngineDesignSurface::setBaseUrl(const QString &url)
+{
+    return callBool(QStringLiteral("setBaseUrl"), {url});
+}
+
+bool WebEngineDesignSurface::refresh()
+{
+    m_view->update();
+    return callBool(QStringLiteral("refresh"));
+}
+
+bool WebEngineDesignSurface::useElementFormatting()
+{
+    return call(QStringLiteral("execCommand"), {QStringLiteral("styleWithCSS"), false, false}).ok;
+}
+
+bool WebEngineDesignSurface::focusDocument()
+{
+    m_view->setFocus(Qt::OtherFocusReason);
+    return callBool(QStringLiteral("focus"));
+}
+
+DesignSurface *createDesignSurface(QWidget *parent)
+{
+    return new WebEngineDesignSurface(parent);
+}
+
+} // namespace Vantry::Platform

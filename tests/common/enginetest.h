@@ -1,0 +1,42 @@
+#pragma once
+
+#include <VantryHTMLEditor/HTMLEditorComponent.h>
+
+#include "platform/designsurface.h"
+#include "platform/webengine/webenginedesignsurface.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace VantryTest {
+
+// The design surface inside an editor, for tests that inspect the live document.
+inline Vantry::Platform::WebEngineDesignSurface *surfaceOf(Vantry::HTMLEditorComponent &editor)
+{
+    const auto views = editor.findChildren<QWidget *>(QStringLiteral("DHTMLEdit1"));
+    if (views.isEmpty())
+        return nullptr;
+    return editor.findChild<Vantry::Platform::WebEngineDesignSurface *>();
+}
+
+// Waits until the editor's surface has loaded its first document.
+inline bool waitUntilReady(Vantry::HTMLEditorComponent &editor, int timeoutMs = 60000)
+{
+    return QTest::qWaitFor([&editor] { return editor.isDocumentReady(); }, timeoutMs);
+}
+
+// Runs an adapter operation and returns its value; fails the test on error.
+inline QVariant adapterValue(Vantry::HTMLEditorComponent &editor, const QString &operation,
+                             const QVariantList &args = {})
+{
+    auto *surface = surfaceOf(editor);
+    if (!surface)
+        return {};
+    const auto result = surface->call(operation, args);
+    if (!result.ok)
+        qWarning("adapter operation %s failed: %s", qPrintable(operation),
+                 qPrintable(result.error));
+    return result.value;
+}
+
+} // namespace VantryTest

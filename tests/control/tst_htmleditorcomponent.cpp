@@ -1,0 +1,414 @@
+// The editor as a host sees it, on the real engine: properties and their side effects,
+// persistence, layout, events, and the exchange of document text.
+
+#include "../common/enginetest.h"
+
+#include <QLineEdit>
+#include <QMetaProperty>
+#include <QTabBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+using namespace Vantry;
+using VantryTest::adapterValue;
+using VantryTest::surfaceOf;
+
+namespace {
+
+const QString fontDivision =
+    QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
+
+} // namespace
+
+class tst_HTMLEditorComponent : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    // Before the surface is ready.
+    void earlyLoadIsReplayedWhenReady();
+
+    // Properties.
+    void propertiesByNameAnnounceTheirNames_data();
+    void propertiesByNameAnnounceTheirNames();
+    void readingABagRunsNoSideEffects();
+    void bagRoundTripKeepsEveryValue();
+    void displaySwitchesIgnoreCase_data();
+    void displaySwitchesIgnoreCase();
+    void displaySizeSizesTheEditingPanel();
+    void scrollTopScrollsSideways();
+    void pageTitleReadsTheLiveDocument();
+    void keyWordsCreateOrUpdateTheMetaTag();
+    void disabledEditorBrowsesAndIgnoresLoads();
+
+    // Content exchange.
+    void loadWrapsInDefaultFont_data();
+    void loadWrapsInDefaultFont();
+    void lineBreaksAreRemovedUnlessPreserved();
+    void styleSheetLinksMoveToTheHead();
+    void plainTextIsTheBodyText();
+
+    // Events.
+    void typingRaisesHtmlChangedPerKey();
+    void mouseEventsCarryButtonShiftAndPosition();
+    void focusEntryIsRaisedOncePerTransition();
+
+private:
+    QWidget *input() const;
+
+    std::unique_ptr<QWidget> m_window;
+    HTMLEditorComponent *m_editor = nullptr;
+    QLineEdit *m_other = nullptr;
+};
+
+void tst_HTMLEditorComponent::initTestCase()
+{
+    m_window = std::make_unique<QWidget>();
+    auto *layout = new QVBoxLayout(m_window.get());
+    m_other = new QLineEdit(m_window.get());
+    m_editor = new HTMLEditorComponent(m_window.get());
+    layout->addWidget(m_other);
+    layout->addWidget(m_editor);
+    m_window->resize(900, 700);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    QVERIFY(VantryTest::waitUntilReady(*m_editor));
+}
+
+void tst_HTMLEditorComponent::init()
+{
+    m_editor->InitProperties();
+    m_editor->setEditorEnabled(true);
+    m_editor->setToolbarDisplay(QString());
+    m_editor->setTabStripDisplay(QString());
+}
+
+QWidget *tst_HTMLEditorComponent::input() const
+{
+    QWidget *view = surfaceOf(*m_editor)->widget();
+    return view->focusProxy() ? view->focusProxy() : view;
+}
+
+void tst_HTMLEditorComponent::earlyLoadIsReplayedWhenReady()
+{
+    HTMLEditorComponent editor;
+    QCOMPARE(editor.GetHtmlSource(), QString());
+    editor.setSetHtmlSource(QStringLiteral("<p>early</p>"));
+    // Held as assigned until the surface can take it.
+    QCOMPARE(editor.SetHtmlSource(), QStringLiteral("<p>early</p>"));
+    QSignalSpy loaded(&editor, &HTMLEditorComponent::DocumentLoaded);
+    QVERIFY(VantryTest::waitUntilReady(editor));
+    QVERIFY(!loaded.isEmpty());
+    QCOMPARE(editor.GetHtmlSource(), fontDivision + QStringLiteral("<p>early</p></div>"));
+}
+
+void tst_HTMLEditorComponent::propertiesByNameAnnounceTheirNames_data()
+{
+    QTest::addColumn<QString>("property");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("announced");
+    QTest::newRow("user name") << "FTP_UserName" << QVariant(QStringLiteral("ann"))
+                               << "FTP_UserName";
+    QTest::newRow("boolean increment") << "IncermentExistingFileNames" << QVariant(true)
+                                       << "FTP_IncermentExistingFileNames";
+    QTest::newRow("integer") << "SetDisplayWidth" << QVariant(300) << "SetDisplayWidth";
+    QTest::newRow("font") << "DefaultFontName" << QVariant(QStringLiteral("verdana"))
+                          << "DefaultFontName";
+}
+
+void tst_HTMLEditorComponent::propertiesByNameAnnounceTheirNames()
+{
+    QFETCH(QString, property);
+    QFETCH(QVariant, value);
+    QFETCH(QString, announced);
+
+    QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
+    QVERIFY(m_editor->setProperty(property.toLatin1().constData(), value));
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.first().first().toString(), announced);
+    QCOMPARE(m_editor->property(property.toLatin1().constData()), value);
+    // The Boolean of the same name leaves the FTP text switch alone.
+    QCOMPARE(m_editor->FTP_IncermentExistingFileNames(), QStringLiteral("true"));
+}
+
+void tst_HTMLEditorComponent::readingABagRunsNoSideEffects()
+{
+    MemoryPropertyBag bag;
+    bag.setValue(QStringLiteral("ToolbarDisplay"), QStringLiteral("none"));
+    bag.setValue(QStringLiteral("SetHtmlSource"), QStringLiteral("<p>stored</p>"));
+    bag.setValue(QStringLiteral("SetDisplayHeight"), 70000);
+    QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
+    m_editor->setSetHtmlSource(QStringLiteral("<p>live</p>"));
+    changed.clear();
+
+    m_editor->ReadProperties(bag);
+    QVERIFY(changed.isEmpty());
+    QCOMPARE(m_editor->ToolbarDisplay(), QStringLiteral("none"));
+    QVERIFY(m_editor->findChild<QToolBar *>(QStringLiteral("StandardToolbar"))->isVisible());
+    QCOMPARE(m_editor->SetHtmlSource(), QStringLiteral("<p>stored</p>"));
+    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("live")));
+    // The out-of-range height was reported by the bag and the default kept.
+    QCOMPARE(m_editor->SetDisplayHeight(), qint16(0));
+    QCOMPARE(bag.errors().size(), 1);
+    QVERIFY(bag.errors().first().contains(QStringLiteral("SetDisplayHeight")));
+}
+
+void tst_HTMLEditorComponent::bagRoundTripKeepsEveryValue()
+{
+    m_editor->setBaseURL(QStringLiteral("http://example.org/site/"));
+    m_editor->setFTP_UserName(QStringLiteral("ann"));
+    m_editor->setScrollLeft(12);
+    m_editor->setReturnFullDocument(true);
+    m_editor->setFTP_OverWriteFiles(QStringLiteral("true"));
+    MemoryPropertyBag bag;
+    m_editor->WriteProperties(bag);
+    QVERIFY(bag.contains(QStringLiteral("FTP_Username")));
+    QVERIFY(!bag.contains(QStringLiteral("FTP_UserName")));
+    QVERIFY(bag.contains(QStringLiteral("GetHtmlText")));
+
+    HTMLEditorComponent other;
+    other.ReadProperties(bag);
+    QVERIFY(bag.errors().isEmpty());
+    const QMetaObject *meta = m_editor->metaObject();
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        if (property.metaType().flags() & QMetaType::PointerToQObject)
+            continue;
+        const QByteArray name = property.name();
+        if (name == "GetHtmlSource" || name == "GetPlainText" || name == "PageTitle"
+            || name == "KeyWords")
+            continue; // read from the live document
+        QVERIFY2(other.property(name) == m_editor->property(name), name.constData());
+    }
+}
+
+void tst_HTMLEditorComponent::displaySwitchesIgnoreCase_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("visible");
+    QTest::newRow("none") << "none" << false;
+    QTest::newRow("NONE") << "NONE" << false;
+    QTest::newRow("None") << "None" << false;
+    QTest::newRow("empty") << "" << true;
+    QTest::newRow("other") << "block" << true;
+}
+
+void tst_HTMLEditorComponent::displaySwitchesIgnoreCase()
+{
+    QFETCH(QString, value);
+    QFETCH(bool, visible);
+
+    auto *panel = m_editor->findChild<QWidget *>(QStringLiteral("picDHTMLEdit"));
+    const int fullTop = panel->y();
+    m_editor->setToolbarDisplay(value);
+    for (QToolBar *row : m_editor->findChildren<QToolBar *>())
+        QCOMPARE(row->isVisible(), visible);
+    m_editor->setTabStripDisplay(value);
+    QCOMPARE(m_editor->findChild<QTabBar *>()->isVisible(), visible);
+    // Hidden parts give their room to the editing panel.
+    if (visible)
+        QCOMPARE(panel->y(), fullTop);
+    else
+        QCOMPARE(panel->geometry(), QRect(QPoint(0, 0), m_editor->size()));
+}
+
+void tst_HTMLEditorComponent::displaySizeSizesTheEditingPanel()
+{
+    auto *panel = m_editor->findChild<QWidget *>(QStringLiteral("picDHTMLEdit"));
+    m_editor->setSetDisplayWidth(320);
+    m_editor->setSetDisplayHeight(200);
+    QCOMPARE(panel->size(), QSize(320, 200));
+    QCOMPARE(surfaceOf(*m_editor)->widget()->size(), QSize(320, 200));
+    m_editor->setSetDisplayWidth(0);
+    m_editor->setSetDisplayHeight(0);
+    QCOMPARE(panel->width(), m_editor->width());
+    QCOMPARE(panel->geometry().bottom(), m_editor->rect().bottom());
+}
+
+void tst_HTMLEditorComponent::scrollTopScrollsSideways()
+{
+    m_editor->setSetHtmlSource(
+        QStringLiteral("<div style=\"width: 5000px; height: 5000px\">wide and tall</div>"));
+    m_editor->setScrollTop(50);
+    QCOMPARE(m_editor->ScrollTop(), qint16(50));
+    QTRY_COMPARE(surfaceOf(*m_editor)->scrollPosition(), QPoint(50, 0));
+    m_editor->setScrollLeft(80);
+    QTRY_COMPARE(surfaceOf(*m_editor)->scrollPosition(), QPoint(80, 0));
+}
+
+void tst_HTMLEditorComponent::pageTitleReadsTheLiveDocument()
+{
+    m_editor->setSetHtmlSource(
+        QStringLiteral("<html><head><title>Loaded</title></head><body>x</body></html>"));
+    QCOMPARE(m_editor->PageTitle(), QStringLiteral("Loaded"));
+    m_editor->setPageTitle(QStringLiteral("Assigned"));
+    QCOMPARE(m_editor->PageTitle(), QStringLiteral("Assigned"));
+    // An edit of the document itself (as the page-properties dialog makes) wins.
+    QVERIFY(surfaceOf(*m_editor)->setTitle(QStringLiteral("Edited")));
+    QCOMPARE(m_editor->PageTitle(), QStringLiteral("Edited"));
+    m_editor->setReturnFullDocument(true);
+    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("<title>Edited</title>")));
+}
+
+void tst_HTMLEditorComponent::keyWordsCreateOrUpdateTheMetaTag()
+{
+    m_editor->setReturnFullDocument(true);
+    m_editor->setSetHtmlSource(
+        QStringLiteral("<html><head><title>T</title></head><body>x</body></html>"));
+    QCOMPARE(m_editor->KeyWords(), QString());
+    m_editor->setKeyWords(QStringLiteral("alpha, beta"));
+    QCOMPARE(m_editor->KeyWords(), QStringLiteral("alpha, beta"));
+    QString html = m_editor->GetHtmlSource();
+    const int head = html.indexOf(QStringLiteral("</HEAD>"));
+    const int meta = html.indexOf(QStringLiteral("<meta name=\"keywords\" content=\"alpha, beta\">"),
+                                  0, Qt::CaseInsensitive);
+    QVERIFY2(meta > 0 && meta < head, qPrintable(html));
+
+    m_editor->setSetHtmlSource(QStringLiteral(
+        "<html><head><META NAME=\"KEYWORDS\" CONTENT=\"old\"></head><body>x</body></html>"));
+    QCOMPARE(m_editor->KeyWords(), QStringLiteral("old"));
+    m_editor->setKeyWords(QStringLiteral("new"));
+    html = m_editor->GetHtmlSource();
+    QCOMPARE(html.count(QStringLiteral("<meta"), Qt::CaseInsensitive), 1);
+    QVERIFY(html.contains(QStringLiteral("content=\"new\"")));
+}
+
+void tst_HTMLEditorComponent::disabledEditorBrowsesAndIgnoresLoads()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>before</p>"));
+    QVERIFY(surfaceOf(*m_editor)->isEditable());
+    m_editor->setEditorEnabled(false);
+    QVERIFY(!surfaceOf(*m_editor)->isEditable());
+    QVERIFY(!m_editor->findChild<QToolBar *>(QStringLiteral("StandardToolbar"))->isEnabled());
+    m_editor->setSetHtmlSource(QStringLiteral("<p>while disabled</p>"));
+    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("before")));
+    m_editor->setEditorEnabled(true);
+    QVERIFY(surfaceOf(*m_editor)->isEditable());
+}
+
+void tst_HTMLEditorComponent::loadWrapsInDefaultFont_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("body");
+    auto wrapped = [](const char *inner) {
+        return QString(fontDivision + QLatin1String(inner) + QStringLiteral("</div>"));
+    };
+    QTest::newRow("word") << "Hello" << wrapped("Hello");
+    QTest::newRow("empty") << "" << wrapped("&nbsp;");
+    QTest::newRow("markup") << "<p>a <b>b</b></p>" << wrapped("<p>a <b>b</b></p>");
+}
+
+void tst_HTMLEditorComponent::loadWrapsInDefaultFont()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, body);
+    QSignalSpy loaded(m_editor, &HTMLEditorComponent::DocumentLoaded);
+    QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
+    m_editor->setSetHtmlSource(text);
+    QCOMPARE(loaded.count(), 1);
+    QVERIFY(changed.contains(QVariantList{QStringLiteral("SetHtmlSource")}));
+    QCOMPARE(m_editor->SetHtmlSource(), body);
+    QCOMPARE(m_editor->GetHtmlSource(), body);
+}
+
+void tst_HTMLEditorComponent::lineBreaksAreRemovedUnlessPreserved()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>a\r\nb</p><p>c\nd</p>"));
+    QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>ab</p><p>c\nd</p></div>"));
+    m_editor->setPreserveWhiteSpace(true);
+    m_editor->setSetHtmlSource(QStringLiteral("<pre>a\r\nb</pre>"));
+    // The engine normalises the pair to a line feed, as any HTML parser does.
+    QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<pre>a\nb</pre></div>"));
+}
+
+void tst_HTMLEditorComponent::styleSheetLinksMoveToTheHead()
+{
+    m_editor->setReturnFullDocument(true);
+    m_editor->setSetHtmlSource(QStringLiteral(
+        "<html><head><title>T</title></head><body>"
+        "<link rel=\"stylesheet\" href=\"one.css\"><p>text</p>"
+        "<link rel=\"stylesheet\" href=\"two.css\"></body></html>"));
+    const QString html = m_editor->GetHtmlSource();
+    QCOMPARE(html.count(QStringLiteral("<link"), Qt::CaseInsensitive), 2);
+    QVERIFY2(html.contains(QStringLiteral("<LINK href=\"one.css\" rel=\"StyleSheet\">"
+                                          "<LINK href=\"two.css\" rel=\"StyleSheet\"></HEAD>")),
+             qPrintable(html));
+    QVERIFY(html.indexOf(QStringLiteral("one.css")) < html.indexOf(QStringLiteral("<body")));
+}
+
+void tst_HTMLEditorComponent::plainTextIsTheBodyText()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>one <b>two</b></p><p>three&nbsp;four</p>"));
+    const QString text = m_editor->GetPlainText();
+    QVERIFY2(text.contains(QStringLiteral("one two")), qPrintable(text));
+    QVERIFY(text.contains(QStringLiteral("three")));
+    QVERIFY(!text.contains(QLatin1Char('<')));
+}
+
+void tst_HTMLEditorComponent::typingRaisesHtmlChangedPerKey()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p id=\"target\">start</p>"));
+    m_editor->setFocus();
+    QVERIFY(adapterValue(*m_editor, QStringLiteral("placeCaret"),
+                         {QStringLiteral("P"), 0, 5})
+                .toBool());
+    QSignalSpy changed(m_editor, &HTMLEditorComponent::HTMLChanged);
+    QTest::keyClicks(input(), QStringLiteral("xyz"));
+    QTRY_VERIFY(m_editor->GetPlainText().contains(QStringLiteral("startxyz")));
+    // One for each key press at least; content changes add theirs.
+    QTRY_VERIFY(changed.count() >= 3);
+}
+
+void tst_HTMLEditorComponent::mouseEventsCarryButtonShiftAndPosition()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>click here</p>"));
+    qint16 button = 0, shift = 0;
+    float x = 0, y = 0;
+    int downs = 0, ups = 0;
+    connect(m_editor, &HTMLEditorComponent::MouseDown, this,
+            [&](qint16 &b, qint16 &s, float &px, float &py) {
+                ++downs;
+                button = b;
+                shift = s;
+                x = px;
+                y = py;
+            });
+    connect(m_editor, &HTMLEditorComponent::MouseUp, this,
+            [&](qint16 &, qint16 &, float &, float &) { ++ups; });
+    QTest::mouseClick(input(), Qt::LeftButton, Qt::ShiftModifier, QPoint(40, 30));
+    QTRY_COMPARE(ups, 1);
+    QCOMPARE(downs, 1);
+    QCOMPARE(button, qint16(1));
+    QCOMPARE(shift, qint16(1));
+    QCOMPARE(qRound(x), 40);
+    QCOMPARE(qRound(y), 30);
+    disconnect(m_editor, nullptr, this, nullptr);
+}
+
+void tst_HTMLEditorComponent::focusEntryIsRaisedOncePerTransition()
+{
+    m_other->setFocus();
+    QTRY_VERIFY(m_other->hasFocus());
+    QSignalSpy entered(m_editor, &HTMLEditorComponent::EnterFocus);
+    QSignalSpy left(m_editor, &HTMLEditorComponent::ExitFocus);
+
+    m_editor->setFocus();
+    QTRY_COMPARE(entered.count(), 1);
+    // Focus moving between the editor's own children is no new entry.
+    m_editor->findChild<QTabBar *>()->setFocus();
+    input()->setFocus();
+    QTest::qWait(50);
+    QCOMPARE(entered.count(), 1);
+    QCOMPARE(left.count(), 0);
+
+    m_other->setFocus();
+    QTRY_COMPARE(left.count(), 1);
+    m_editor->setFocus();
+    QTRY_COMPARE(entered.count(), 2);
+}
+
+QTEST_MAIN(tst_HTMLEditorComponent)
+#include "tst_htmleditorcomponent.moc"

@@ -1,0 +1,357 @@
+#include "control/settings.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <memory>
+
+using namespace Vantry;
+using namespace Vantry::Control;
+
+namespace {
+
+// Records the order in which properties are asked for and stored.
+class RecordingBag : public MemoryPropertyBag
+{
+public:
+    mutable QStringList reads;
+    QStringList writes;
+
+protected:
+    QVariant rawRead(const QString &name) const override
+    {
+        reads.append(name);
+        return MemoryPropertyBag::rawRead(name);
+    }
+    void rawWrite(const QString &name, const QVariant &value) override
+    {
+        writes.append(name);
+        MemoryPropertyBag::rawWrite(name, value);
+    }
+};
+
+const QStringList expectedBagOrder = QStringLiteral(
+    "SetDisplayHeight ScrollTop ScrollLeft GetHtmlSource GetHtmlText SetHtmlSource "
+    "SetDisplayWidth BaseURL ImageDirectory ImageVCDirectory ContentPages PortalPages "
+    "ContentSites FTP_ServerName FTP_Username FTP_Password FTP_InitialDir isDirty "
+    "UploadImagesWhenInserted CopyImagesWhenInserted FTP_FileNamePrefix FTP_FileNameSuffix "
+    "FTP_RistrictedDirectory FTP_AllowMultiableFiles FTP_OverWriteFiles "
+    "FTP_IncermentExistingFileNames FTP_StripInvalidCharacters PreserveWhiteSpace "
+    "ReturnFullDocument MakePathsRelativeOnSave Enabled LinkTargets ToolbarDisplay "
+    "TabStripDisplay PageTitle KeyWords ChangeImageOnDblClickTags RelativePathToRoot "
+    "ChangeImageOnDblClick DisableContextMenus ScrollBars IncermentExistingFileNames "
+    "DefaultFontName DefaultFontSize DefaultFontColor ApplicationDirectoryPath")
+                                         .split(u' ');
+
+// Every field away from its default, with texts that INI files tend to mangle.
+Settings changedSettings()
+{
+    const QStringList texts = {QStringLiteral("a, b"), QStringLiteral("  padded  "),
+        QStringLiteral("one\ntwo"), QStringLiteral("@Invalid()"), QStringLiteral("#no note"),
+        QStringLiteral("key=value; x"), QStringLiteral("\"quoted\""),
+        QStringLiteral("C:\\site\\img\\"), QStringLiteral("ünïcødé ✓")};
+    const QList<int> integers = {-32768, 32767, -1, 1234};
+
+    Settings settings;
+    int index = 0;
+    for (const PropertyInfo &info : storedProperties()) {
+        if (info.kind() == PropertyBag::Kind::String)
+            info.set(settings, texts.at(index % texts.size()));
+        else if (info.kind() == PropertyBag::Kind::Boolean)
+            info.set(settings, !info.defaultValue().toBool());
+        else
+            info.set(settings, integers.at(index % integers.size()));
+        ++index;
+    }
+    return settings;
+}
+
+QString firstDifference(const Settings &actual, const Settings &expected)
+{
+    for (const PropertyInfo &info : storedProperties()) {
+        if (info.get(actual) != info.get(expected))
+            return QString(info.name) + QStringLiteral(": ") + info.get(actual).toString()
+                + QStringLiteral(" instead of ") + info.get(expected).toString();
+    }
+    return {};
+}
+
+bool writeFile(const QString &fileName, const QByteArray &content)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+} // namespace
+
+class TestSettings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void defaults();
+    void names();
+    void bagOrder();
+    void roundTrip_data();
+    void roundTrip();
+    void convert_data();
+    void convert();
+    void badValues_data();
+    void badValues();
+    void malformedIniFile();
+    void unwritableIniFile();
+};
+
+void TestSettings::defaults()
+{
+    const QHash<QString, QVariant> notEmpty = {
+        {QStringLiteral("Enabled"), true},
+        {QStringLiteral("FTP_AllowMultiableFiles"), QStringLiteral("true")},
+        {QStringLiteral("FTP_OverWriteFiles"), QStringLiteral("false")},
+        {QStringLiteral("FTP_IncermentExistingFileNames"), QStringLiteral("true")},
+        {QStringLiteral("FTP_StripInvalidCharacters"), QStringLiteral("true")},
+        {QStringLiteral("DefaultFontName"), QStringLiteral("arial")},
+        {QStringLiteral("DefaultFontSize"), QStringLiteral("10pt")},
+        {QStringLiteral("DefaultFontColor"), QStringLiteral("#000000")},
+    };
+
+    Settings settings = changedSettings();
+    initProperties(settings);
+    for (const PropertyInfo &info : storedProperties()) {
+        const QVariant empty = info.kind() == PropertyBag::Kind::String ? QVariant(QString())
+            : info.kind() == PropertyBag::Kind::Boolean                 ? QVariant(false)
+                                                                        : QVariant(0);
+        const QVariant expected = notEmpty.value(QString(info.name), empty);
+        QVERIFY2(info.get(settings) == expected, info.name.data());
+        QVERIFY2(info.defaultValue() == expected, info.name.data());
+    }
+}
+
+void TestSettings::names()
+{
+    const PropertyInfo *userName = findProperty(u"FTP_UserName");
+    QVERIFY(userName);
+    QCOMPARE(QString(userName->bagName), QStringLiteral("FTP_Username"));
+    QCOMPARE(QString(userName->announcedName), QStringLiteral("FTP_UserName"));
+    QVERIFY(!findProperty(u"FTP_Username"));
+
+    const PropertyInfo *plainText = findProperty(u"GetPlainText");
+    QVERIFY(plainText);
+    QCOMPARE(QString(plainText->bagName), QStringLiteral("GetHtmlText"));
+    QVERIFY(plainText->announcedName.isEmpty());
+
+    const PropertyInfo *increment = findProperty(u"IncermentExistingFileNames");
+    QVERIFY(increment);
+    QCOMPARE(increment->kind(), PropertyBag::Kind::Boolean);
+    QCOMPARE(QString(increment->announcedName), QStringLiteral("FTP_IncermentExistingFileNames"));
+
+    MemoryPropertyBag bag;
+    Settings settings;
+    settings.IncermentExistingFileNames = true;
+    writeProperties(settings, bag);
+    QCOMPARE(bag.keys().size(), expectedBagOrder.size());
+    QVERIFY(!bag.contains(QStringLiteral("FTP_UserName")));
+    QVERIFY(!bag.contains(QStringLiteral("GetPlainText")));
+    // The Boolean and the text of the same name are separate settings.
+    QCOMPARE(bag.value(QStringLiteral("IncermentExistingFileNames")), QVariant(true));
+    QCOMPARE(bag.value(QStringLiteral("FTP_IncermentExistingFileNames")),
+        QVariant(QStringLiteral("true")));
+}
+
+void TestSettings::bagOrder()
+{
+    RecordingBag bag;
+    Settings settings;
+    readProperties(settings, bag);
+    QCOMPARE(bag.reads, expectedBagOrder);
+    writeProperties(settings, bag);
+    QCOMPARE(bag.writes, expectedBagOrder);
+}
+
+void TestSettings::roundTrip_data()
+{
+    QTest::addColumn<bool>("iniFile");
+    QTest::newRow("memory") << false;
+    QTest::newRow("ini file") << true;
+}
+
+void TestSettings::roundTrip()
+{
+    QFETCH(bool, iniFile);
+
+    const Settings written = changedSettings();
+    Settings read;
+    Settings defaults = written;
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString fileName = dir.filePath(QStringLiteral("host/editor.ini"));
+    std::unique_ptr<PropertyBag> bag;
+    if (iniFile) {
+        {
+            IniPropertyBag saved(fileName);
+            writeProperties(written, saved);
+            QVERIFY(saved.sync());
+        }
+        bag = std::make_unique<IniPropertyBag>(fileName);
+    } else {
+        bag = std::make_unique<MemoryPropertyBag>();
+        writeProperties(written, *bag);
+    }
+    readProperties(read, *bag);
+    QVERIFY2(bag->errors().isEmpty(), qPrintable(bag->errors().join(u'\n')));
+    const QString difference = firstDifference(read, written);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+
+    // Values equal to their defaults come back as well.
+    writeProperties(Settings(), *bag);
+    readProperties(defaults, *bag);
+    QVERIFY(firstDifference(defaults, Settings()).isEmpty());
+}
+
+void TestSettings::convert_data()
+{
+    using Kind = PropertyBag::Kind;
+    QTest::addColumn<QVariant>("raw");
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<QVariant>("expected"); // invalid when rejected
+
+    QTest::newRow("TRUE") << QVariant(QStringLiteral("TRUE")) << Kind::Boolean << QVariant(true);
+    QTest::newRow("False") << QVariant(QStringLiteral("False")) << Kind::Boolean << QVariant(false);
+    QTest::newRow("\"-1\"") << QVariant(QStringLiteral("-1")) << Kind::Boolean << QVariant(true);
+    QTest::newRow("1") << QVariant(1) << Kind::Boolean << QVariant(true);
+    QTest::newRow("2 as Boolean") << QVariant(2) << Kind::Boolean << QVariant();
+
+    QTest::newRow("short") << QVariant::fromValue<qint16>(-32768) << Kind::Integer
+                           << QVariant(-32768);
+    QTest::newRow("\" 32767 \"") << QVariant(QStringLiteral(" 32767 ")) << Kind::Integer
+                                 << QVariant(32767);
+    QTest::newRow("whole double") << QVariant(12.0) << Kind::Integer << QVariant(12);
+    QTest::newRow("\"32768\"") << QVariant(QStringLiteral("32768")) << Kind::Integer << QVariant();
+    QTest::newRow("huge unsigned") << QVariant(quint64(-1)) << Kind::Integer << QVariant();
+    QTest::newRow("fraction") << QVariant(12.5) << Kind::Integer << QVariant();
+    QTest::newRow("bool as Integer") << QVariant(true) << Kind::Integer << QVariant();
+
+    QTest::newRow("list as text") << QVariant(QStringList{QStringLiteral("a")}) << Kind::String
+                                  << QVariant();
+}
+
+void TestSettings::convert()
+{
+    QFETCH(QVariant, raw);
+    QFETCH(PropertyBag::Kind, kind);
+    QFETCH(QVariant, expected);
+
+    QString error;
+    const QVariant value = PropertyBag::convert(QStringLiteral("Prop"), raw, kind, &error);
+    QCOMPARE(value, expected);
+    QCOMPARE(value.typeId(), expected.typeId());
+    QCOMPARE(error.contains(QStringLiteral("\"Prop\"")), !expected.isValid());
+}
+
+void TestSettings::badValues_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("raw");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("70000") << QStringLiteral("ScrollTop") << QVariant(70000)
+                           << QStringLiteral("70000");
+    QTest::newRow("-40000") << QStringLiteral("SetDisplayWidth")
+                            << QVariant(QStringLiteral("-40000")) << QStringLiteral("-40000");
+    QTest::newRow("12abc") << QStringLiteral("ScrollLeft") << QVariant(QStringLiteral("12abc"))
+                           << QStringLiteral("12abc");
+    QTest::newRow("maybe") << QStringLiteral("Enabled") << QVariant(QStringLiteral("maybe"))
+                           << QStringLiteral("maybe");
+}
+
+void TestSettings::badValues()
+{
+    QFETCH(QString, key);
+    QFETCH(QVariant, raw);
+    QFETCH(QString, shown);
+
+    MemoryPropertyBag bag;
+    QStringList handled;
+    bag.setErrorHandler([&handled](const QString &message) { handled.append(message); });
+    bag.setValue(QStringLiteral("BaseURL"), QStringLiteral("http://example.org/"));
+    bag.setValue(QStringLiteral("ScrollBars"), QStringLiteral("-1"));
+    bag.setValue(QStringLiteral("SetDisplayHeight"), QStringLiteral("300"));
+    bag.setValue(key, raw);
+
+    Settings settings = changedSettings();
+    readProperties(settings, bag);
+
+    QCOMPARE(handled.size(), 1);
+    QCOMPARE(bag.errors(), handled);
+    QVERIFY2(handled.first().contains(u'"' + key + u'"'), qPrintable(handled.first()));
+    QVERIFY2(handled.first().contains(shown), qPrintable(handled.first()));
+    const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
+        [&key](const PropertyInfo &info) { return info.bagName == key; });
+    QCOMPARE(property->get(settings), property->defaultValue());
+
+    QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
+    QCOMPARE(settings.ScrollBars, true);
+    QCOMPARE(settings.SetDisplayHeight, qint16(300));
+}
+
+void TestSettings::malformedIniFile()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
+    const QByteArray content = "[HTMLEditorComponent]\nBaseURL=http://example.org/\n"
+                               "ScrollTop=70000\n[broken\nScrollLeft=5\n";
+    QVERIFY(writeFile(fileName, content));
+
+    {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("malformed")));
+        IniPropertyBag bag(fileName);
+        bag.setErrorHandler({});
+        QCOMPARE(bag.errors().size(), 1);
+        QVERIFY2(bag.errors().first().contains(fileName), qPrintable(bag.errors().first()));
+
+        Settings settings;
+        readProperties(settings, bag);
+        QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
+        QCOMPARE(bag.errors().size(), 2);
+        QVERIFY(bag.errors().last().contains(QStringLiteral("\"ScrollTop\"")));
+
+        // Changes are kept for reading but never replace what could not be parsed.
+        settings.PageTitle = QStringLiteral("Title");
+        writeProperties(settings, bag);
+        Settings reread;
+        readProperties(reread, bag);
+        QCOMPARE(reread.PageTitle, QStringLiteral("Title"));
+        QVERIFY(!bag.sync());
+        QCOMPARE(bag.errors().size(), 3);
+    }
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), content);
+}
+
+void TestSettings::unwritableIniFile()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    // A file stands where the folder would have to be made; permissions would not stop a
+    // test run as root.
+    const QString blocker = dir.filePath(QStringLiteral("blocker"));
+    QVERIFY(writeFile(blocker, "x"));
+    const QString fileName = blocker + QStringLiteral("/editor.ini");
+
+    IniPropertyBag bag(fileName);
+    QStringList handled;
+    bag.setErrorHandler([&handled](const QString &message) { handled.append(message); });
+    writeProperties(Settings(), bag);
+    QVERIFY(!bag.sync());
+    QCOMPARE(handled.size(), 1);
+    QVERIFY2(handled.first().contains(fileName), qPrintable(handled.first()));
+}
+
+QTEST_GUILESS_MAIN(TestSettings)
+
+#include "tst_settings.moc"

@@ -1,0 +1,264 @@
+// The design surface's contracts on the real engine: documents are inert, the editor's
+// BASE tag resolves relative images but never leaks into what is handed out, whole
+// documents keep their head, and big documents load whole.
+
+#include "../common/enginetest.h"
+
+#include <QImage>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+
+using namespace Vantry;
+using VantryTest::adapterValue;
+using VantryTest::surfaceOf;
+
+class tst_DesignSurface : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    void documentScriptsNeverRun();
+    void mainWorldCannotSeeAdapter();
+    void clickingALinkNeverNavigates();
+    void baseUrlResolvesImagesButNeverLeaks_data();
+    void baseUrlResolvesImagesButNeverLeaks();
+    void fullDocumentKeepsHeadAndBody();
+    void wrappedWholeDocumentKeepsWrapperInBody();
+    void twentyMegabyteDocumentRoundTrips();
+    void staleElementHandleFailsCleanly();
+
+private:
+    void load(const QString &html);
+
+    std::unique_ptr<HTMLEditorComponent> m_editor;
+};
+
+void tst_DesignSurface::initTestCase()
+{
+    m_editor = std::make_unique<HTMLEditorComponent>();
+    m_editor->resize(800, 600);
+    m_editor->show();
+    QVERIFY(VantryTest::waitUntilReady(*m_editor));
+}
+
+void tst_DesignSurface::init()
+{
+    m_editor->InitProperties();
+    m_editor->setBaseURL(QString());
+}
+
+void tst_DesignSurface::load(const QString &html)
+{
+    m_editor->setSetHtmlSource(html);
+    QVERIFY(!surfaceOf(*m_editor)->lastCallFailed());
+}
+
+void tst_DesignSurface::documentScriptsNeverRun()
+{
+    load(QStringLiteral(
+        "<html><head><title>inert</title>"
+        "<script>document.title = 'ran';</script></head>"
+        "<body onload=\"document.body.setAttribute('data-onload', '1')\">"
+        "<p id=\"p\">text</p>"
+        "<script>document.body.setAttribute('data-inline', '1');</script>"
+        "<img src=\"missing-image.png\" onerror=\"document.body.setAttribute('data-error', '1')\">"
+        "<iframe srcdoc=\"<script>parent.document.title='frame'</script>\"></iframe>"
+        "</body></html>"));
+    // Give anything that would run the chance to do so.
+    QTest::qWait(300);
+
+    QCOMPARE(m_editor->PageTitle(), QStringLiteral("inert"));
+    const Platform::Element body = surfaceOf(*m_editor)->body();
+    for (const char *name : {"data-onload", "data-inline", "data-error"})
+        QVERIFY2(surfaceOf(*m_editor)->attribute(body, QLatin1String(name)).isEmpty(), name);
+
+    // The scripts are still in the document: inert, not lost.
+    m_editor->setReturnFullDocument(true);
+    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("document.title = 'ran';")));
+}
+
+void tst_DesignSurface::mainWorldCannotSeeAdapter()
+{
+    load(QStringLiteral("<p>x</p>"));
+    auto *page = surfaceOf(*m_editor)->page();
+    QVariant mainWorld = QStringLiteral("unset");
+    bool answered = false;
+    page->runJavaScript(QStringLiteral("typeof window.__vantry"), QWebEngineScript::MainWorld,
+                        [&](const QVariant &value) {
+                            mainWorld = value;
+                            answered = true;
+                        });
+    QTRY_VERIFY(answered);
+    // JavaScript is off in the main world: nothing runs there, so nothing can be seen.
+    QVERIFY(mainWorld.toString() != QLatin1String("object"));
+
+    QVariant adapterWorld;
+    answered = false;
+    page->runJavaScript(QStringLiteral("typeof window.__vantry"),
+                        Platform::WebEngineDesignSurface::adapterWorld(),
+                        [&](const QVariant &value) {
+                            adapterWorld = value;
+                            answered = true;
+                        });
+    QTRY_VERIFY(answered);
+    QCOMPARE(adapterWorld.toString(), QStringLiteral("object"));
+}
+
+void tst_DesignSurface::clickingALinkNeverNavigates()
+{
+    load(QStringLiteral("<p><a id=\"link\" href=\"https://example.org/elsewhere\">a long "
+                        "link text to click on</a></p>"));
+    auto *surface = surfaceOf(*m_editor);
+    const QUrl before = surface->page()->url();
+    const auto links = surface->elementsByTagName(QStringLiteral("A"));
+    QCOMPARE(links.size(), 1);
+    const QRectF rect = surface->boundingRect(links.first());
+    QVERIFY(rect.width() > 0);
+
+    QWidget *target = surface->widget()->focusProxy() ? surface->widget()->focusProxy()
+                                                      : surface->widget();
+    const QPoint at = rect.center().toPoint();
+    QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseClick(target, Qt::LeftButton, Qt::ControlModifier, at);
+    QTest::mouseClick(target, Qt::MiddleButton, Qt::NoModifier, at);
+    QTest::qWait(500);
+
+    QCOMPARE(surface->page()->url(), before);
+    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("link text to click on")));
+}
+
+void tst_DesignSurface::baseUrlResolvesImagesButNeverLeaks_data()
+{
+    QTest::addColumn<bool>("fullDocument");
+    QTest::addColumn<bool>("wholeDocumentText");
+    QTest::newRow("body, whole document") << false << true;
+    QTest::newRow("full, whole document") << true << true;
+    QTest::newRow("body, fragment") << false << false;
+    QTest::newRow("full, fragment") << true << false;
+}
+
+void tst_DesignSurface::baseUrlResolvesImagesButNeverLeaks()
+{
+    QFETCH(bool, fullDocument);
+    QFETCH(bool, wholeDocumentText);
+
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    QImage image(12, 8, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QVERIFY(image.save(dir.filePath(QStringLiteral("pic.png"))));
+
+    const QString base = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
+    m_editor->setBaseURL(base);
+    m_editor->setReturnFullDocument(fullDocument);
+    const QString body = QStringLiteral("<p>picture <img src=\"pic.png\" alt=\"pic\"></p>");
+    load(wholeDocumentText ? QStringLiteral("<html><head><title>t</title></head><body>") + body
+                                 + QStringLiteral("</body></html>")
+                           : body);
+
+    QTRY_VERIFY_WITH_TIMEOUT(
+        [&] {
+            const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
+            return images.size() == 1 && images.first().toMap().value(QStringLiteral("loaded")).toBool();
+        }(),
+        10000);
+
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
+    QVERIFY2(!html.contains(QStringLiteral("data-vantry")), qPrintable(html));
+    QVERIFY(html.contains(QStringLiteral("src=\"pic.png\"")));
+
+    // Changing the address follows at once, and clearing it removes the editor's tag.
+    m_editor->setBaseURL(QString());
+    QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
+}
+
+void tst_DesignSurface::fullDocumentKeepsHeadAndBody()
+{
+    const QString body = QStringLiteral(
+        "<h1 class=\"title\" id=\"top\">Heading &amp; more</h1>"
+        "<p style=\"color: red;\" data-x=\"1\">Some <b>bold</b> and <i>italic</i> text&nbsp;here.</p>"
+        "<table border=\"1\"><tbody><tr><td colspan=\"2\">cell</td></tr></tbody></table>"
+        "<!-- a comment -->"
+        "<ul><li>one</li><li>two</li></ul>");
+    m_editor->setReturnFullDocument(true);
+    load(QStringLiteral("<html><head><title>Page title</title>"
+                        "<meta name=\"description\" content=\"about\">"
+                        "<link rel=\"icon\" href=\"favicon.ico\">"
+                        "<link rel=\"stylesheet\" href=\"main.css\">"
+                        "<style>p { margin: 0; }</style></head><body>")
+         + body + QStringLiteral("</body></html>"));
+
+    const QString html = m_editor->GetHtmlSource();
+    const int headStart = html.indexOf(QStringLiteral("<head>"), 0, Qt::CaseInsensitive);
+    const int headEnd = html.indexOf(QStringLiteral("</head>"), 0, Qt::CaseInsensitive);
+    QVERIFY2(headStart >= 0 && headEnd > headStart, qPrintable(html));
+    const QString head = html.mid(headStart, headEnd - headStart);
+    QVERIFY(head.contains(QStringLiteral("<title>Page title</title>")));
+    QVERIFY(head.contains(QStringLiteral("<meta name=\"description\" content=\"about\">")));
+    QVERIFY(head.contains(QStringLiteral("<link rel=\"icon\" href=\"favicon.ico\">")));
+    QVERIFY(head.contains(QStringLiteral("href=\"main.css\"")));
+    QVERIFY(head.contains(QStringLiteral("<style>p { margin: 0; }</style>")));
+    QVERIFY2(html.contains(body), qPrintable(html));
+    QCOMPARE(m_editor->PageTitle(), QStringLiteral("Page title"));
+}
+
+void tst_DesignSurface::wrappedWholeDocumentKeepsWrapperInBody()
+{
+    // What the editor hands the surface for a whole document: the default-font division
+    // around it and the BASE tag in front of the HTML start tag.
+    m_editor->setBaseURL(QStringLiteral("file:///site/"));
+    m_editor->setReturnFullDocument(true);
+    load(QStringLiteral("<html><head><title>T</title></head><body><p>body</p></body></html>"));
+    QVERIFY(m_editor->SetHtmlSource().startsWith(
+        QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">"
+                       "<BASE HREF=\"file:///site/\"><HTML>")));
+
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY2(html.startsWith(QStringLiteral("<HTML><head><title>T</title>")), qPrintable(html));
+    QVERIFY2(html.contains(QStringLiteral(
+                 "<body><div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\"><p>body</p>"
+                 "</div></body>")),
+             qPrintable(html));
+}
+
+void tst_DesignSurface::twentyMegabyteDocumentRoundTrips()
+{
+    QString body;
+    body.reserve(21 * 1024 * 1024);
+    int paragraphs = 0;
+    while (body.size() < 20 * 1024 * 1024) {
+        body += QStringLiteral("<p id=\"p%1\">Paragraph %1 with some <b>bold</b> words and "
+                               "enough text to fill a line of the page.</p>")
+                    .arg(paragraphs);
+        ++paragraphs;
+    }
+    m_editor->setPreserveWhiteSpace(true);
+    load(body);
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY(html.size() > body.size());
+    QVERIFY(html.contains(body));
+    QVERIFY(html.endsWith(QStringLiteral("</p></div>")));
+}
+
+void tst_DesignSurface::staleElementHandleFailsCleanly()
+{
+    load(QStringLiteral("<p>first</p>"));
+    auto *surface = surfaceOf(*m_editor);
+    const Platform::Element body = surface->body();
+    QVERIFY(!body.isNull());
+    load(QStringLiteral("<p>second</p>"));
+    QCOMPARE(surface->attribute(body, QStringLiteral("id")), QString());
+    QVERIFY(surface->lastCallFailed());
+    QVERIFY(!surface->body().isNull());
+    QVERIFY(!surface->lastCallFailed());
+}
+
+QTEST_MAIN(tst_DesignSurface)
+#include "tst_designsurface.moc"
