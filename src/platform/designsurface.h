@@ -51,6 +51,8 @@ public:
     virtual QString documentHTML() = 0;
     virtual QString bodyInnerHTML() = 0;
     virtual QString bodyInnerText() = 0;
+    // Replaces the body's content; element handles of the document become stale.
+    virtual bool setBodyInnerHTML(const QString &html) = 0;
 
     virtual QString title() = 0;
     virtual bool setTitle(const QString &title) = 0;

@@ -196,6 +196,14 @@
         return true;
     }
 
+    // Element handles and the selection do not survive a replaced body.
+    function afterContentReplaced() {
+        resetHandles();
+        const selection = document.getSelection();
+        if (selection)
+            selection.removeAllRanges();
+    }
+
     function afterLoad() {
         resetHandles();
         applyBase();
@@ -336,6 +344,13 @@
         documentHTML: () => documentHTML(),
         bodyInnerHTML: () => (document.body ? document.body.innerHTML : ''),
         bodyInnerText: () => (document.body ? document.body.innerText : ''),
+        setBodyInnerHTML: html => {
+            if (!document.body)
+                throw new Error('The document has no body');
+            document.body.innerHTML = html;
+            afterContentReplaced();
+            return true;
+        },
         title: () => document.title,
         setTitle: text => {
             document.title = text;
@@ -403,12 +418,11 @@
             return out;
         },
         styleSheetHrefs: () => {
+            // Linked sheets as the markup has them, loaded or not.
             const out = [];
-            for (const sheet of document.styleSheets) {
-                const owner = sheet.ownerNode;
-                const href = owner && owner.getAttribute ? owner.getAttribute('href') : null;
-                if (href)
-                    out.push(href);
+            for (const link of document.querySelectorAll('link[href]')) {
+                if (/(^|\s)stylesheet(\s|$)/i.test(link.getAttribute('rel') || ''))
+                    out.push(link.getAttribute('href'));
             }
             return out;
         },
@@ -452,6 +466,22 @@
             block.scrollIntoView({ block: 'center' });
             return true;
         },
+        // A ticket for the next rendering update: frameRendered(ticket) turns true once the
+        // engine has run the frame after the ticket was taken (style, layout and paint
+        // included), so callers can wait for what the user would see.
+        ...(() => {
+            let taken = 0, rendered = 0;
+            return {
+                frameTicket: () => {
+                    const ticket = ++taken;
+                    requestAnimationFrame(() => setTimeout(() => {
+                        rendered = Math.max(rendered, ticket);
+                    }, 0));
+                    return ticket;
+                },
+                frameRendered: ticket => rendered >= ticket,
+            };
+        })(),
     };
 
     function invoke(name, args) {
@@ -466,7 +496,23 @@
         }
     }
 
-    window.__vantry = { invoke: invoke };
+    // Further adapter files loaded into this world add their operations here. They get the
+    // shared helpers they need for handles and notifications.
+    function register(name, fn) {
+        if (ops[name])
+            throw new Error('Operation ' + name + ' exists already');
+        ops[name] = fn;
+    }
+
+    window.__vantry = {
+        invoke: invoke,
+        register: register,
+        handleFor: handleFor,
+        nodeFor: nodeFor,
+        notify: notify,
+        generation: () => generation,
+        scheduleDisplayChanged: scheduleDisplayChanged,
+    };
 
     function connect() {
         if (typeof QWebChannel === 'undefined' || typeof qt === 'undefined') {

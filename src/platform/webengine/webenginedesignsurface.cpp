@@ -214,6 +214,13 @@ QString WebEngineDesignSurface::bodyInnerText()
     return callValue(QStringLiteral("bodyInnerText"), {}, std::chrono::seconds(60)).toString();
 }
 
+bool WebEngineDesignSurface::setBodyInnerHTML(const QString &html)
+{
+    const auto timeout = ScriptBridge::defaultTimeout
+                         + std::chrono::milliseconds(html.size() / 1000);
+    return call(QStringLiteral("setBodyInnerHTML"), {html}, timeout).ok;
+}
+
 QString WebEngineDesignSurface::title()
 {
     return callValue(QStringLiteral("title")).toString();

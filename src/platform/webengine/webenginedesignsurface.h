@@ -30,6 +30,7 @@ public:
     QString documentHTML() override;
     QString bodyInnerHTML() override;
     QString bodyInnerText() override;
+    bool setBodyInnerHTML(const QString &html) override;
     QString title() override;
     bool setTitle(const QString &title) override;
     QList<Element> elementsByName(const QString &name) override;

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QVariant>
+
+#include <chrono>
+#include <functional>
+
+class QWebEnginePage;
+
+namespace VantryBench {
+
+// Durations in milliseconds of repeated runs of one thing.
+class Samples
+{
+public:
+    void add(double ms) { m_values.append(ms); }
+    qsizetype count() const { return m_values.size(); }
+    bool isEmpty() const { return m_values.isEmpty(); }
+    double median() const;
+    // Nearest-rank percentile; NaN when there is no sample.
+    double percentile(double p) const;
+    double min() const;
+    double max() const;
+
+private:
+    QList<double> m_values;
+};
+
+// Milliseconds since start, from a monotonic clock.
+double elapsedMs(std::chrono::steady_clock::time_point start);
+
+// Runs the event loop until done() holds or the time is up; returns done().
+bool spinUntil(const std::function<bool()> &done, std::chrono::milliseconds timeout);
+
+// Runs the event loop for a while, letting the engine settle between measurements.
+void idle(std::chrono::milliseconds duration);
+
+// runJavaScript made synchronous the way the editor's bridge does it: a local event loop
+// that excludes user input. ok reports whether the answer came in time.
+QVariant runScript(QWebEnginePage *page, const QString &script, quint32 worldId,
+                   std::chrono::milliseconds timeout, bool *ok = nullptr);
+
+// A JavaScript literal of text, as the bridge encodes arguments.
+QString jsString(const QString &text);
+
+} // namespace VantryBench
