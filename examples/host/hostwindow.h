@@ -10,7 +10,8 @@ class HTMLEditorComponent;
 class IniPropertyBag;
 } // namespace Vantry
 
-// A main window around the editor, the way a host application embeds it.
+// A main window around the editor, the way a host application embeds it: a File menu on
+// the editor's file methods, the editor's properties kept in an optional settings file.
 class HostWindow : public QMainWindow
 {
     Q_OBJECT
@@ -21,16 +22,22 @@ public:
 
     Vantry::HTMLEditorComponent *editor() const { return m_editor; }
 
-    // Reads an HTML file and hands it to the editor; false with a message when it cannot
-    // be read.
-    bool openFile(const QString &path, QString *error);
+    // Opens an HTML file through the editor; it reports a file it cannot load itself.
+    void openFile(const QString &path);
+    // Asks for an address and opens the page found there.
+    void openUrl();
     // Writes the editor's properties back to the settings file, if one was given.
     bool saveSettings(QString *error);
 
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
 private:
+    void createFileMenu();
+    // Offers to save a changed document; false when the user keeps it open.
+    bool maySetDocumentAside();
     void updateTitle();
 
     Vantry::HTMLEditorComponent *m_editor = nullptr;
     std::unique_ptr<Vantry::IniPropertyBag> m_bag;
-    QString m_fileName;
 };

@@ -4,13 +4,32 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDir>
 #include <QFileInfo>
+#include <QIcon>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdio>
 
 namespace {
+
+// Menu icons come from the desktop's theme. Breeze stands in for icons it lacks, and for
+// the theme itself where there is none (a bare X server, the offscreen platform).
+void useIconThemes()
+{
+    QStringList paths = QIcon::themeSearchPaths();
+    const QStringList systemPaths = QStandardPaths::locateAll(
+        QStandardPaths::GenericDataLocation, QStringLiteral("icons"),
+        QStandardPaths::LocateDirectory);
+    for (const QString &path : systemPaths) {
+        if (!paths.contains(path))
+            paths.append(path);
+    }
+    QIcon::setThemeSearchPaths(paths);
+    QIcon::setFallbackThemeName(QStringLiteral("breeze"));
+    if (QIcon::themeName().isEmpty())
+        QIcon::setThemeName(QStringLiteral("breeze"));
+}
 
 // Renders the window once the document is in and painted, writes it to path and quits.
 void takeScreenshotAndQuit(HostWindow &window, const QString &path)
@@ -36,6 +55,8 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vantry-editor"));
     QApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Vantry HTML Editor"));
+    useIconThemes();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Demo host of the Vantry HTML editor"));
@@ -57,16 +78,14 @@ int main(int argc, char *argv[])
     if (!screenshot.isEmpty())
         takeScreenshotAndQuit(window, screenshot);
 
+    window.show();
     const QStringList files = parser.positionalArguments();
     if (!files.isEmpty()) {
-        // The editor takes the text once its surface is ready; assigning early is fine.
-        QString error;
-        if (!window.openFile(files.first(), &error)) {
-            std::fprintf(stderr, "%s\n", qPrintable(error));
-            return 2;
-        }
+        // Once the window shows: the editor waits for its surface and reports a file it
+        // cannot load in a message box of its own.
+        const QString file = files.first();
+        QTimer::singleShot(0, &window, [&window, file] { window.openFile(file); });
     }
-    window.show();
 
     const int status = app.exec();
     QString error;

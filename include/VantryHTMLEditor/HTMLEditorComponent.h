@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VantryHTMLEditor/CompanionObjects.h>
+#include <VantryHTMLEditor/HTMLElement.h>
 #include <VantryHTMLEditor/PropertyBag.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -10,6 +11,10 @@
 #include <QWidget>
 
 #include <memory>
+
+namespace Vantry::Platform {
+class UserPrompts;
+}
 
 namespace Vantry {
 
@@ -192,8 +197,69 @@ public:
     // Redraws the design surface.
     Q_INVOKABLE void HTMLRefresh();
 
+    // Document files. Opening and starting anew first offer to save a changed document;
+    // the saves return the document's file path afterwards.
+    Q_INVOKABLE void FileNew();
+    Q_INVOKABLE void FileOpen(const QString &sFilePath = QString());
+    Q_INVOKABLE void URLOpen(const QVariant &sURL);
+    Q_INVOKABLE QString FileSave(const QString &sFilePath = QString());
+    Q_INVOKABLE QString FileSaveAs(const QString &sFilePath = QString());
+
+    // Every message box and picker the editor shows goes through its prompts, which it
+    // owns; an embedding that answers them itself (tests among them) replaces them.
+    void setUserPrompts(std::unique_ptr<Platform::UserPrompts> prompts);
+    Platform::UserPrompts &userPrompts() const;
+
+    // The selection and markup. The element under the selection is the selected element,
+    // or the one around the selected text or caret.
+    Q_INVOKABLE Vantry::HTMLElement GetSelectedElementObject();
+    // Deletes the selected image; sTagName is not consulted, and nothing but an image goes.
+    Q_INVOKABLE QVariant RemoveSelectedElementObject(const QString &sTagName);
+    Q_INVOKABLE QVariant GetSelectedHTML();
+    Q_INVOKABLE QVariant ReplaceSelectedHTML(const QString &sHTMLToReplace);
+    Q_INVOKABLE void InsertHTML(const QString &sHTML);
+    // Replaces in the body's markup, ignoring letter case.
+    Q_INVOKABLE void FindAndReplaceHTML(const QVariant &sHTMLToFind,
+                                        const QVariant &sHTMLToReplace);
+    // True for "1", 1, true and "true" in any case.
+    Q_INVOKABLE QVariant CheckBoolean(const QVariant &sValue) const;
+    // Form controls pasted in place of the selection (refused on a selected control).
+    Q_INVOKABLE void InsertButton();
+    Q_INVOKABLE void InsertSubmitButton();
+    Q_INVOKABLE void InsertResetButton();
+    Q_INVOKABLE void InsertCheckBox();
+    Q_INVOKABLE void InsertRadio();
+    Q_INVOKABLE void InsertDropDown();
+    Q_INVOKABLE void InsertListBox();
+    Q_INVOKABLE void InsertTextBox();
+    Q_INVOKABLE void InsertTextArea();
+    Q_INVOKABLE void InsertForm();
+
+    // Find and replace in the design view's text, ignoring letter case and matching inside
+    // words. The First methods start a search, the Next ones go on from the last hit; the
+    // InSelection ones stay inside the selection and wrap to its start. The replace-all
+    // methods return false once done.
+    Q_INVOKABLE bool FindFirstText(const QString &sTextoFind);
+    Q_INVOKABLE bool FindNextText(const QString &sTextoFind);
+    Q_INVOKABLE bool FindFirstTextInSelection(const QString &sTextoFind);
+    Q_INVOKABLE bool FindNextTextInSelection(const QString &sTextoFind);
+    Q_INVOKABLE bool ReplaceFirstText(const QString &sTextoFind, const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceNextText(const QString &sTextoFind, const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceFirstTextInSelection(const QString &sTextoFind,
+                                                 const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceNextTextInSelection(const QString &sTextoFind,
+                                                const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceAllTextInSelection(const QString &sTextoFind,
+                                               const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceAllText(const QString &sTextoFind, const QString &sTextoReplace);
+
     // True once the design surface has loaded its first document.
     bool isDocumentReady() const;
+
+    // Shows the view named "design" or "source" (any case); other values do nothing.
+    Q_INVOKABLE void ToggleDesignSourceView(const QVariant &sView);
+    // True while the design view shows; editing commands run only then.
+    bool DesignViewActive() const;
 
 Q_SIGNALS:
     void ImageInserted(QVariant &sFileName, QVariant &sFilePath);

@@ -31,15 +31,27 @@ void ContentExchange::load(const QString &text)
     if (m_hooks.announce)
         m_hooks.announce(QStringLiteral("SetHtmlSource"));
 
-    if (m_ready && m_enabled) {
-        if (m_hooks.ensureDesignView)
-            m_hooks.ensureDesignView();
+    // The source view clears the enabled flag while it shows; switching back restores it,
+    // so a load into a source view still reaches the surface.
+    if (m_hooks.ensureDesignView)
+        m_hooks.ensureDesignView();
+    if (m_enabled)
         m_surface.setDocumentHTML(html);
-    }
 }
 
-QString ContentExchange::fetchDocumentHTML()
+bool ContentExchange::loadIntoSurface(const QString &html)
 {
+    if (!m_ready)
+        return false;
+    if (m_hooks.ensureDesignView)
+        m_hooks.ensureDesignView();
+    return m_enabled && m_surface.setDocumentHTML(html);
+}
+
+QString ContentExchange::fetchDocumentHTML(bool *ok)
+{
+    if (ok)
+        *ok = false;
     if (!m_ready)
         return {};
     if (m_hooks.ensureDesignView)
@@ -63,6 +75,8 @@ QString ContentExchange::fetchDocumentHTML()
         html = removeRootPath(html, m_settings.RelativePathToRoot);
         html = insertBase(html, m_settings.BaseURL);
     }
+    if (ok)
+        *ok = true;
     return html;
 }
 

@@ -39,9 +39,12 @@ public:
 
     // Assigning SetHtmlSource. Held and marked pending while the surface is not ready.
     void load(const QString &text);
+    // Puts a whole document, as it is, into the surface (the design view shown first);
+    // false when the surface is not ready, the editor is disabled or the load failed.
+    bool loadIntoSurface(const QString &html);
     // The document as HTML, before the BASE tag is removed (what saving and view switching
-    // use).
-    QString fetchDocumentHTML();
+    // use). *ok, when given, tells an empty document from a surface that did not answer.
+    QString fetchDocumentHTML(bool *ok = nullptr);
     // Reading GetHtmlSource: also stores the result.
     QString getHtmlSource();
     // Reading GetPlainText: also stores the result.

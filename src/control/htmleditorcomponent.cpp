@@ -1,11 +1,17 @@
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 
+#include "commands/htmlelement.h"
+#include "commands/selectionaccess.h"
 #include "control/contentexchange.h"
 #include "control/documentfields.h"
 #include "control/editorlayout.h"
+#include "control/fileoperations.h"
 #include "control/focustracker.h"
 #include "control/settings.h"
+#include "control/sourceview.h"
 #include "platform/designsurface.h"
+#include "text/findreplace.h"
+#include "platform/prompts/userprompts.h"
 
 #include <QApplication>
 #include <QHash>
@@ -60,6 +66,12 @@ public:
     QWidget *editPanel = nullptr;
     Platform::DesignSurface *surface = nullptr; // owned by editPanel
     std::unique_ptr<ContentExchange> exchange;
+    std::unique_ptr<Control::SourceView> sourceView;
+    std::unique_ptr<Platform::UserPrompts> prompts;
+    Commands::DocumentReferences references;
+    std::unique_ptr<Commands::SelectionAccess> selection;
+    std::unique_ptr<Text::FindReplace> finder;
+    std::unique_ptr<Control::FileOperations> files;
     Control::FocusTracker focus;
     // Host permissions by lower-cased button key.
     QHash<QString, bool> enabledButtons;
@@ -103,7 +115,30 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     hooks.announce = [q](const QString &name) { Q_EMIT q->PropertyChanged(name); };
     hooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
     hooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
+    hooks.ensureDesignView = [this] { sourceView->switchBackToDesign(); };
     exchange = std::make_unique<ContentExchange>(settings, *surface, std::move(hooks));
+
+    Control::SourceView::Hooks viewHooks;
+    viewHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
+    viewHooks.setEnabledFlag = [this](bool enabled) { exchange->setEnabled(enabled); };
+    viewHooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
+    sourceView = std::make_unique<Control::SourceView>(settings, *surface, editPanel, tabs,
+                                                       std::move(viewHooks));
+    sourceView->setUp(settings.ApplicationDirectoryPath);
+
+    prompts = std::make_unique<Platform::WidgetPrompts>(q);
+    Commands::SelectionAccess::Hooks selectionHooks;
+    selectionHooks.isReady = [this] { return exchange->isDocumentReady(); };
+    selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
+    selection = std::make_unique<Commands::SelectionAccess>(*surface, references,
+                                                            std::move(selectionHooks));
+    finder = std::make_unique<Text::FindReplace>(*surface, references);
+    Control::FileOperations::Hooks fileHooks;
+    fileHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
+    fileHooks.setDirty = [q](bool dirty) { q->setisDirty(dirty); };
+    fileHooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
+    files = std::make_unique<Control::FileOperations>(settings, *exchange, *surface,
+                                                      std::move(fileHooks));
 
     using Platform::DesignSurface;
     QObject::connect(surface, &DesignSurface::documentComplete, q,
@@ -113,8 +148,13 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         if (!focus.hasFocus())
             surface->focusDocument();
     });
-    QObject::connect(surface, &DesignSurface::contentChanged, q,
-                     [this] { Q_EMIT this->q->HTMLChanged(); });
+    QObject::connect(surface, &DesignSurface::contentChanged, q, [this] {
+        Q_EMIT this->q->HTMLChanged();
+        // Content changes, not key presses (a caret move is no edit), make the document
+        // dirty.
+        if (!settings.isDirty)
+            this->q->setisDirty(true);
+    });
     QObject::connect(surface, &DesignSurface::mouseDown, q,
                      [this](int b, int s, double x, double y) {
                          raiseMouse(&HTMLEditorComponent::MouseDown, b, s, x, y);
@@ -249,6 +289,7 @@ void HTMLEditorComponent::Private::applyEnabled()
 {
     const bool enabled = settings.Enabled;
     surface->setEditable(enabled);
+    sourceView->setEditorEnabled(enabled);
     exchange->setEnabled(enabled);
     for (QToolBar *row : rows)
         row->setEnabled(enabled);
@@ -290,6 +331,7 @@ void HTMLEditorComponent::Private::layout()
     editPanel->setGeometry(result.editingPanel);
     surface->widget()->setGeometry(0, 0, result.editingPanel.width(),
                                    result.editingPanel.height());
+    sourceView->layout(result.editingPanel.size(), result.tabStrip.size());
 }
 
 HTMLEditorComponent::HTMLEditorComponent(QWidget *parent)
@@ -313,7 +355,8 @@ void HTMLEditorComponent::InitProperties()
 void HTMLEditorComponent::ReadProperties(PropertyBag &bag)
 {
     Control::readProperties(d->settings, bag);
-    // The source view is set up here once it exists; it needs ApplicationDirectoryPath.
+    // The source view's files live under ApplicationDirectoryPath.
+    d->sourceView->setUp(d->settings.ApplicationDirectoryPath);
 }
 
 void HTMLEditorComponent::WriteProperties(PropertyBag &bag) const
@@ -326,9 +369,196 @@ void HTMLEditorComponent::HTMLRefresh()
     d->surface->refresh();
 }
 
+void HTMLEditorComponent::FileNew()
+{
+    d->files->fileNew();
+}
+
+void HTMLEditorComponent::FileOpen(const QString &sFilePath)
+{
+    d->files->fileOpen(sFilePath);
+}
+
+void HTMLEditorComponent::URLOpen(const QVariant &sURL)
+{
+    d->files->urlOpen(sURL.toString());
+}
+
+QString HTMLEditorComponent::FileSave(const QString &sFilePath)
+{
+    return d->files->fileSave(sFilePath);
+}
+
+QString HTMLEditorComponent::FileSaveAs(const QString &sFilePath)
+{
+    return d->files->fileSaveAs(sFilePath);
+}
+
+void HTMLEditorComponent::setUserPrompts(std::unique_ptr<Platform::UserPrompts> prompts)
+{
+    // Without prompts of its own the editor goes back to message boxes and dialogs.
+    d->prompts = prompts ? std::move(prompts) : std::make_unique<Platform::WidgetPrompts>(this);
+}
+
+Platform::UserPrompts &HTMLEditorComponent::userPrompts() const
+{
+    return *d->prompts;
+}
+
+HTMLElement HTMLEditorComponent::GetSelectedElementObject()
+{
+    return Commands::HTMLElementAccess::make(d->surface, d->selection->selectedElement());
+}
+
+QVariant HTMLEditorComponent::RemoveSelectedElementObject(const QString &sTagName)
+{
+    d->selection->removeSelectedElementObject(sTagName);
+    return {};
+}
+
+QVariant HTMLEditorComponent::GetSelectedHTML()
+{
+    return d->selection->selectedMarkup();
+}
+
+QVariant HTMLEditorComponent::ReplaceSelectedHTML(const QString &sHTMLToReplace)
+{
+    d->selection->replaceSelection(sHTMLToReplace);
+    return {};
+}
+
+void HTMLEditorComponent::InsertHTML(const QString &sHTML)
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Html), sHTML);
+}
+
+void HTMLEditorComponent::FindAndReplaceHTML(const QVariant &sHTMLToFind,
+                                             const QVariant &sHTMLToReplace)
+{
+    d->selection->findAndReplaceHTML(sHTMLToFind.toString(), sHTMLToReplace.toString());
+}
+
+QVariant HTMLEditorComponent::CheckBoolean(const QVariant &sValue) const
+{
+    return Commands::CheckBoolean(sValue);
+}
+
+void HTMLEditorComponent::InsertButton()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Button), {});
+}
+
+void HTMLEditorComponent::InsertSubmitButton()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::SubmitButton), {});
+}
+
+void HTMLEditorComponent::InsertResetButton()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::ResetButton), {});
+}
+
+void HTMLEditorComponent::InsertCheckBox()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::CheckBox), {});
+}
+
+void HTMLEditorComponent::InsertRadio()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Radio), {});
+}
+
+void HTMLEditorComponent::InsertDropDown()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::DropDown), {});
+}
+
+void HTMLEditorComponent::InsertListBox()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::ListBox), {});
+}
+
+void HTMLEditorComponent::InsertTextBox()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::TextBox), {});
+}
+
+void HTMLEditorComponent::InsertTextArea()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::TextArea), {});
+}
+
+void HTMLEditorComponent::InsertForm()
+{
+    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Form), {});
+}
+
+bool HTMLEditorComponent::FindFirstText(const QString &sTextoFind)
+{
+    return d->finder->findFirstText(sTextoFind);
+}
+
+bool HTMLEditorComponent::FindNextText(const QString &sTextoFind)
+{
+    return d->finder->findNextText(sTextoFind);
+}
+
+bool HTMLEditorComponent::FindFirstTextInSelection(const QString &sTextoFind)
+{
+    return d->finder->findFirstTextInSelection(sTextoFind);
+}
+
+bool HTMLEditorComponent::FindNextTextInSelection(const QString &sTextoFind)
+{
+    return d->finder->findNextTextInSelection(sTextoFind);
+}
+
+bool HTMLEditorComponent::ReplaceFirstText(const QString &sTextoFind, const QString &sTextoReplace)
+{
+    return d->finder->replaceFirstText(sTextoFind, sTextoReplace);
+}
+
+bool HTMLEditorComponent::ReplaceNextText(const QString &sTextoFind, const QString &sTextoReplace)
+{
+    return d->finder->replaceNextText(sTextoFind, sTextoReplace);
+}
+
+bool HTMLEditorComponent::ReplaceFirstTextInSelection(const QString &sTextoFind,
+                                                      const QString &sTextoReplace)
+{
+    return d->finder->replaceFirstTextInSelection(sTextoFind, sTextoReplace);
+}
+
+bool HTMLEditorComponent::ReplaceNextTextInSelection(const QString &sTextoFind,
+                                                     const QString &sTextoReplace)
+{
+    return d->finder->replaceNextTextInSelection(sTextoFind, sTextoReplace);
+}
+
+bool HTMLEditorComponent::ReplaceAllTextInSelection(const QString &sTextoFind,
+                                                    const QString &sTextoReplace)
+{
+    return d->finder->replaceAllTextInSelection(sTextoFind, sTextoReplace);
+}
+
+bool HTMLEditorComponent::ReplaceAllText(const QString &sTextoFind, const QString &sTextoReplace)
+{
+    return d->finder->replaceAllText(sTextoFind, sTextoReplace);
+}
+
 bool HTMLEditorComponent::isDocumentReady() const
 {
     return d->exchange->isDocumentReady();
+}
+
+void HTMLEditorComponent::ToggleDesignSourceView(const QVariant &sView)
+{
+    d->sourceView->toggle(sView);
+}
+
+bool HTMLEditorComponent::DesignViewActive() const
+{
+    return d->sourceView->isDesignViewActive();
 }
 
 void HTMLEditorComponent::resizeEvent(QResizeEvent *event)

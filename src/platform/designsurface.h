@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/textrange.h"
+
 #include <QObject>
 #include <QRectF>
 #include <QStringList>
@@ -72,6 +74,106 @@ public:
     virtual QRectF boundingRect(const Element &element) = 0;
     // The address of every style sheet the document links, as written.
     virtual QStringList styleSheetHrefs() = 0;
+    // Null for the root element.
+    virtual Element parentElement(const Element &element) = 0;
+    struct PathStep
+    {
+        Element element;
+        QString tagName;
+    };
+    // The element and its ancestors up to the root element, in one call.
+    virtual QList<PathStep> elementPath(const Element &element) = 0;
+    virtual QString innerHTML(const Element &element) = 0;
+    virtual bool setInnerHTML(const Element &element, const QString &html) = 0;
+    // Puts the markup in the element's place; the handle keeps the element taken out.
+    virtual bool setOuterHTML(const Element &element, const QString &html) = 0;
+    virtual bool removeAttribute(const Element &element, const QString &name) = 0;
+    // A property of the element's style attribute, by its CSS name ("font-size").
+    virtual QString styleProperty(const Element &element, const QString &name) = 0;
+    // An empty value removes the property.
+    virtual bool setStyleProperty(const Element &element, const QString &name,
+                                  const QString &value)
+        = 0;
+    virtual QList<Element> images() = 0;
+    virtual QList<Element> scripts() = 0;
+
+    // The selection. Clicking an image, a form control, an object, a table's frame or a
+    // positioned element's edge selects that element whole ("Control"), framed; Delete
+    // removes it.
+    virtual SelectionType selectionType() = 0;
+    // A control range when elements are selected whole, else a text range (a caret at the
+    // start of the body when nothing is selected).
+    virtual TextRange selectionRange() = 0;
+    // Deletes what is selected.
+    virtual bool clearSelection() = 0;
+    // Selects an element whole, as clicking an image does.
+    virtual bool selectElement(const Element &element) = 0;
+
+    // Text ranges. Positions count what a reader sees: a character of text, &nbsp; and a
+    // run of white space as one space, a line break or the boundary between two blocks as
+    // one break (read as "\r\n"), an image or control as one character that reads as
+    // nothing. Ranges follow edits made elsewhere in the document.
+    virtual TextRange bodyRange() = 0;
+    virtual bool isControlRange(const TextRange &range) = 0;
+    // The elements of a control range; a text range has none and fails.
+    virtual int controlCount(const TextRange &range) = 0;
+    virtual Element controlItem(const TextRange &range, int index) = 0;
+    // The element that encloses the range's text (for a caret: the one it stands in).
+    virtual Element rangeParentElement(const TextRange &range) = 0;
+    virtual QString rangeText(const TextRange &range) = 0;
+    // Replaces the range's content with plain text (line ends become line breaks); the
+    // range then stands collapsed after that text.
+    virtual bool setRangeText(const TextRange &range, const QString &text) = 0;
+    // The markup of the range, with the elements it lies partly in around it.
+    virtual QString rangeHtmlText(const TextRange &range) = 0;
+    // Replaces the range's content with the markup; the range ends up after it.
+    virtual bool pasteHTML(const TextRange &range, const QString &html) = 0;
+    // The moves return the units actually moved, negative for backward moves. move()
+    // collapses the range to its start first; a start moved past the end takes the end
+    // along, and the other way round.
+    virtual int moveRange(const TextRange &range, TextUnit unit, int count) = 0;
+    virtual int moveRangeStart(const TextRange &range, TextUnit unit, int count) = 0;
+    virtual int moveRangeEnd(const TextRange &range, TextUnit unit, int count) = 0;
+    virtual bool collapseRange(const TextRange &range, bool toStart) = 0;
+    virtual TextRange duplicateRange(const TextRange &range) = 0;
+    // A text that stands for the range's place; moveRangeToBookmark puts a range there.
+    virtual QString rangeBookmark(const TextRange &range) = 0;
+    virtual bool moveRangeToBookmark(const TextRange &range, const QString &bookmark) = 0;
+    // Whether inner lies within outer.
+    virtual bool rangeInRange(const TextRange &outer, const TextRange &inner) = 0;
+    virtual bool rangesEqual(const TextRange &a, const TextRange &b) = 0;
+    // Searches forward from the range's start, ignoring letter case and matching inside
+    // words: within the range when it holds text, else to the end of the body. On a hit
+    // the range covers it and the result is true.
+    virtual bool findText(const TextRange &range, const QString &text) = 0;
+    // Makes the range the document's selection.
+    virtual bool selectRange(const TextRange &range) = 0;
+
+    // Replacing every hit in the body or the selection, in one step.
+    enum class ReplaceScope
+    {
+        Body,
+        Selection
+    };
+    struct ReplaceAllResult
+    {
+        bool found = false;
+        // The selection held elements, not text: nothing was searched.
+        bool controlSelected = false;
+        int replaced = 0;
+        TextRange searchRange;
+        TextRange selectionCopy;
+        QString bookmark;
+    };
+    // Takes the body's (or the selection's) range as search range, its duplicate as copy
+    // and its bookmark, then repeats until a search fails: find from the search range;
+    // a hit inside the copy is selected, replaced and the search range moved on one word;
+    // a hit outside sends the search range back to the bookmark, and a hit found from
+    // there is taken the same way when inside and ends the loop when outside. found is
+    // false whenever the loop ended through a failed search or a rejected hit.
+    virtual ReplaceAllResult replaceAll(ReplaceScope scope, const QString &find,
+                                        const QString &replacement)
+        = 0;
 
     // Scroll offsets of the document's scrolling element, in CSS pixels.
     virtual QPoint scrollPosition() = 0;

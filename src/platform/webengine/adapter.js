@@ -63,8 +63,12 @@
     // constructed style sheet, which is not part of the DOM.
     function editorRules() {
         const rules = [];
-        // Let the engine skip style, layout and paint of blocks far from the viewport and
-        // caret; in long documents this keeps a key press from touching the whole page.
+        // Let the engine skip style, layout and paint of blocks far from the viewport. In a
+        // long document most of what this saves on a key press is the engine's copy of the
+        // whole editable text for input methods, which leaves skipped blocks out. Keep the
+        // rule the same for every document: the sheet stays adopted while the next document
+        // is written, and blocks laid out before they get the rule edit more slowly than
+        // with no rule at all.
         rules.push(':where(body > *, body > div > *) { content-visibility: auto; ' +
                    'contain-intrinsic-size: auto 1.2em; }');
         if (!scrollBarsVisible)
@@ -468,15 +472,23 @@
         },
         // A ticket for the next rendering update: frameRendered(ticket) turns true once the
         // engine has run the frame after the ticket was taken (style, layout and paint
-        // included), so callers can wait for what the user would see.
+        // included), so callers can wait for what the user would see. Animation frame
+        // callbacks run before that work and a message posted from one is handled after it;
+        // timers would do too, but they never fire in this world while the page's own
+        // scripts are off.
         ...(() => {
             let taken = 0, rendered = 0;
             return {
                 frameTicket: () => {
                     const ticket = ++taken;
-                    requestAnimationFrame(() => setTimeout(() => {
-                        rendered = Math.max(rendered, ticket);
-                    }, 0));
+                    requestAnimationFrame(() => {
+                        const channel = new MessageChannel();
+                        channel.port1.onmessage = () => {
+                            rendered = Math.max(rendered, ticket);
+                            channel.port1.close();
+                        };
+                        channel.port2.postMessage(null);
+                    });
                     return ticket;
                 },
                 frameRendered: ticket => rendered >= ticket,

@@ -103,6 +103,9 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     page->scripts().insert(adapterScript(
         QStringLiteral("vantry-adapter"),
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
+    page->scripts().insert(adapterScript(
+        QStringLiteral("vantry-ranges"),
+        resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
 
     m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
 
@@ -347,7 +350,221 @@ bool WebEngineDesignSurface::useElementFormatting()
 bool WebEngineDesignSurface::focusDocument()
 {
     m_view->setFocus(Qt::OtherFocusReason);
-    return callBool(QStringLiteral("focus"));
+    // Sent without waiting: asked while the engine still handles a click, the page's focus
+    // call is not answered before the bridge gives up, which froze the editor for the whole
+    // bound after every click. Focusing has nothing to answer anyway.
+    page()->runJavaScript(ScriptBridge::script(QStringLiteral("focus"), {}), adapterWorld());
+    return true;
+}
+
+Element WebEngineDesignSurface::parentElement(const Element &element)
+{
+    return Element::fromVariant(callValue(QStringLiteral("parentElement"), {element.toVariant()}));
+}
+
+QList<DesignSurface::PathStep> WebEngineDesignSurface::elementPath(const Element &element)
+{
+    QList<PathStep> path;
+    const QVariantList steps = callValue(QStringLiteral("elementPath"), {element.toVariant()}).toList();
+    path.reserve(steps.size());
+    for (const QVariant &step : steps) {
+        const QVariantList pair = step.toList();
+        if (pair.size() == 2)
+            path.append({Element::fromVariant(pair.at(0)), pair.at(1).toString()});
+    }
+    return path;
+}
+
+QString WebEngineDesignSurface::innerHTML(const Element &element)
+{
+    return callValue(QStringLiteral("innerHTML"), {element.toVariant()}).toString();
+}
+
+bool WebEngineDesignSurface::setInnerHTML(const Element &element, const QString &html)
+{
+    return callBool(QStringLiteral("setInnerHTML"), {element.toVariant(), html});
+}
+
+bool WebEngineDesignSurface::setOuterHTML(const Element &element, const QString &html)
+{
+    return callBool(QStringLiteral("setOuterHTML"), {element.toVariant(), html});
+}
+
+bool WebEngineDesignSurface::removeAttribute(const Element &element, const QString &name)
+{
+    return callBool(QStringLiteral("removeAttribute"), {element.toVariant(), name});
+}
+
+QString WebEngineDesignSurface::styleProperty(const Element &element, const QString &name)
+{
+    return callValue(QStringLiteral("styleProperty"), {element.toVariant(), name}).toString();
+}
+
+bool WebEngineDesignSurface::setStyleProperty(const Element &element, const QString &name,
+                                              const QString &value)
+{
+    return callBool(QStringLiteral("setStyleProperty"), {element.toVariant(), name, value});
+}
+
+QList<Element> WebEngineDesignSurface::images()
+{
+    return elementList(callValue(QStringLiteral("imageElements")));
+}
+
+QList<Element> WebEngineDesignSurface::scripts()
+{
+    return elementList(callValue(QStringLiteral("scriptElements")));
+}
+
+SelectionType WebEngineDesignSurface::selectionType()
+{
+    const QString type = callValue(QStringLiteral("selectionType")).toString();
+    if (type == QLatin1String("Control"))
+        return SelectionType::Control;
+    if (type == QLatin1String("Text"))
+        return SelectionType::Text;
+    return SelectionType::None;
+}
+
+TextRange WebEngineDesignSurface::selectionRange()
+{
+    return TextRange::fromVariant(callValue(QStringLiteral("selectionRange")));
+}
+
+bool WebEngineDesignSurface::clearSelection()
+{
+    return callBool(QStringLiteral("selectionClear"));
+}
+
+bool WebEngineDesignSurface::selectElement(const Element &element)
+{
+    return callBool(QStringLiteral("selectElement"), {element.toVariant()});
+}
+
+TextRange WebEngineDesignSurface::bodyRange()
+{
+    return TextRange::fromVariant(callValue(QStringLiteral("bodyRange")));
+}
+
+bool WebEngineDesignSurface::isControlRange(const TextRange &range)
+{
+    return callBool(QStringLiteral("rangeIsControl"), {range.toVariant()});
+}
+
+int WebEngineDesignSurface::controlCount(const TextRange &range)
+{
+    return callValue(QStringLiteral("rangeLength"), {range.toVariant()}).toInt();
+}
+
+Element WebEngineDesignSurface::controlItem(const TextRange &range, int index)
+{
+    return Element::fromVariant(callValue(QStringLiteral("rangeItem"), {range.toVariant(), index}));
+}
+
+Element WebEngineDesignSurface::rangeParentElement(const TextRange &range)
+{
+    return Element::fromVariant(
+        callValue(QStringLiteral("rangeParentElement"), {range.toVariant()}));
+}
+
+QString WebEngineDesignSurface::rangeText(const TextRange &range)
+{
+    return callValue(QStringLiteral("rangeText"), {range.toVariant()}).toString();
+}
+
+bool WebEngineDesignSurface::setRangeText(const TextRange &range, const QString &text)
+{
+    return callBool(QStringLiteral("rangeSetText"), {range.toVariant(), text});
+}
+
+QString WebEngineDesignSurface::rangeHtmlText(const TextRange &range)
+{
+    return callValue(QStringLiteral("rangeHtmlText"), {range.toVariant()}).toString();
+}
+
+bool WebEngineDesignSurface::pasteHTML(const TextRange &range, const QString &html)
+{
+    return callBool(QStringLiteral("rangePasteHTML"), {range.toVariant(), html});
+}
+
+int WebEngineDesignSurface::moveBy(const QString &operation, const TextRange &range, TextUnit unit,
+                                   int count)
+{
+    return callValue(operation, {range.toVariant(), textUnitName(unit), count}).toInt();
+}
+
+int WebEngineDesignSurface::moveRange(const TextRange &range, TextUnit unit, int count)
+{
+    return moveBy(QStringLiteral("rangeMove"), range, unit, count);
+}
+
+int WebEngineDesignSurface::moveRangeStart(const TextRange &range, TextUnit unit, int count)
+{
+    return moveBy(QStringLiteral("rangeMoveStart"), range, unit, count);
+}
+
+int WebEngineDesignSurface::moveRangeEnd(const TextRange &range, TextUnit unit, int count)
+{
+    return moveBy(QStringLiteral("rangeMoveEnd"), range, unit, count);
+}
+
+bool WebEngineDesignSurface::collapseRange(const TextRange &range, bool toStart)
+{
+    return callBool(QStringLiteral("rangeCollapse"), {range.toVariant(), toStart});
+}
+
+TextRange WebEngineDesignSurface::duplicateRange(const TextRange &range)
+{
+    return TextRange::fromVariant(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
+}
+
+QString WebEngineDesignSurface::rangeBookmark(const TextRange &range)
+{
+    return callValue(QStringLiteral("rangeBookmark"), {range.toVariant()}).toString();
+}
+
+bool WebEngineDesignSurface::moveRangeToBookmark(const TextRange &range, const QString &bookmark)
+{
+    return callBool(QStringLiteral("rangeMoveToBookmark"), {range.toVariant(), bookmark});
+}
+
+bool WebEngineDesignSurface::rangeInRange(const TextRange &outer, const TextRange &inner)
+{
+    return callBool(QStringLiteral("rangeInRange"), {outer.toVariant(), inner.toVariant()});
+}
+
+bool WebEngineDesignSurface::rangesEqual(const TextRange &a, const TextRange &b)
+{
+    return callBool(QStringLiteral("rangeIsEqual"), {a.toVariant(), b.toVariant()});
+}
+
+bool WebEngineDesignSurface::findText(const TextRange &range, const QString &text)
+{
+    return callBool(QStringLiteral("rangeFindText"), {range.toVariant(), text});
+}
+
+bool WebEngineDesignSurface::selectRange(const TextRange &range)
+{
+    return callBool(QStringLiteral("rangeSelect"), {range.toVariant()});
+}
+
+DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(ReplaceScope scope,
+                                                                   const QString &find,
+                                                                   const QString &replacement)
+{
+    // The adapter bounds its own loop well below this.
+    const QVariantMap answer = callValue(QStringLiteral("replaceAll"),
+                                         {scope == ReplaceScope::Selection, find, replacement},
+                                         std::chrono::seconds(60))
+                                   .toMap();
+    ReplaceAllResult result;
+    result.found = answer.value(QStringLiteral("found")).toBool();
+    result.controlSelected = answer.value(QStringLiteral("control")).toBool();
+    result.replaced = answer.value(QStringLiteral("replaced")).toInt();
+    result.searchRange = TextRange::fromVariant(answer.value(QStringLiteral("search")));
+    result.selectionCopy = TextRange::fromVariant(answer.value(QStringLiteral("copy")));
+    result.bookmark = answer.value(QStringLiteral("bookmark")).toString();
+    return result;
 }
 
 DesignSurface *createDesignSurface(QWidget *parent)

@@ -45,6 +45,43 @@ public:
     QString outerHTML(const Element &element) override;
     QRectF boundingRect(const Element &element) override;
     QStringList styleSheetHrefs() override;
+    Element parentElement(const Element &element) override;
+    QList<PathStep> elementPath(const Element &element) override;
+    QString innerHTML(const Element &element) override;
+    bool setInnerHTML(const Element &element, const QString &html) override;
+    bool setOuterHTML(const Element &element, const QString &html) override;
+    bool removeAttribute(const Element &element, const QString &name) override;
+    QString styleProperty(const Element &element, const QString &name) override;
+    bool setStyleProperty(const Element &element, const QString &name,
+                          const QString &value) override;
+    QList<Element> images() override;
+    QList<Element> scripts() override;
+    SelectionType selectionType() override;
+    TextRange selectionRange() override;
+    bool clearSelection() override;
+    bool selectElement(const Element &element) override;
+    TextRange bodyRange() override;
+    bool isControlRange(const TextRange &range) override;
+    int controlCount(const TextRange &range) override;
+    Element controlItem(const TextRange &range, int index) override;
+    Element rangeParentElement(const TextRange &range) override;
+    QString rangeText(const TextRange &range) override;
+    bool setRangeText(const TextRange &range, const QString &text) override;
+    QString rangeHtmlText(const TextRange &range) override;
+    bool pasteHTML(const TextRange &range, const QString &html) override;
+    int moveRange(const TextRange &range, TextUnit unit, int count) override;
+    int moveRangeStart(const TextRange &range, TextUnit unit, int count) override;
+    int moveRangeEnd(const TextRange &range, TextUnit unit, int count) override;
+    bool collapseRange(const TextRange &range, bool toStart) override;
+    TextRange duplicateRange(const TextRange &range) override;
+    QString rangeBookmark(const TextRange &range) override;
+    bool moveRangeToBookmark(const TextRange &range, const QString &bookmark) override;
+    bool rangeInRange(const TextRange &outer, const TextRange &inner) override;
+    bool rangesEqual(const TextRange &a, const TextRange &b) override;
+    bool findText(const TextRange &range, const QString &text) override;
+    bool selectRange(const TextRange &range) override;
+    ReplaceAllResult replaceAll(ReplaceScope scope, const QString &find,
+                                const QString &replacement) override;
     QPoint scrollPosition() override;
     bool setScrollLeft(int left) override;
     bool setScrollTop(int top) override;
@@ -71,6 +108,7 @@ private:
                        std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
     bool callBool(const QString &operation, const QVariantList &arguments = {});
     QList<Element> elementList(const QVariant &value) const;
+    int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);
 
     QWebEngineView *m_view = nullptr;
     QWebChannel *m_channel = nullptr;

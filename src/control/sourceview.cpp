@@ -1,0 +1,173 @@
+#include "control/sourceview.h"
+
+#include "control/appdirectory.h"
+#include "control/contentrules.h"
+#include "platform/designsurface.h"
+#include "platform/scintilla/sourceeditor.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace Vantry::Control {
+
+namespace {
+
+constexpr int designTab = 0;
+constexpr int sourceTab = 1;
+
+} // namespace
+
+SourceView::SourceView(const Settings &settings, Platform::DesignSurface &surface,
+    QWidget *editingPanel, QTabBar *tabs, Hooks hooks)
+    : m_settings(settings)
+    , m_surface(surface)
+    , m_tabs(tabs)
+    , m_hooks(std::move(hooks))
+{
+    m_editor = new Platform::SourceEditor(editingPanel);
+    m_editor->setObjectName(QStringLiteral("HTMLSource"));
+    m_editor->hide();
+
+    m_position = new QLabel(tabs->parentWidget());
+    m_position->setObjectName(QStringLiteral("lblLnCol"));
+    m_position->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_position->hide();
+
+    connect(
+        m_editor, &Platform::SourceEditor::caretMoved, this, &SourceView::updatePositionDisplay);
+    connect(m_tabs, &QTabBar::currentChanged, this,
+        [this](int index) { switchTo(index == sourceTab ? View::Source : View::Design); });
+}
+
+SourceView::~SourceView() = default;
+
+void SourceView::setUp(const QString &applicationDirectoryPath)
+{
+    const QDir directory(applicationDirectory(applicationDirectoryPath));
+    m_editor->configure();
+    m_editor->loadMemberList(directory.filePath(QStringLiteral("memberlists/html tags.mbr")));
+    m_editor->loadLanguage(directory.filePath(QStringLiteral("languages/html.lng")));
+}
+
+std::optional<SourceView::View> SourceView::viewFromText(const QString &text)
+{
+    const QString name = text.toLower();
+    if (name == QLatin1String("design"))
+        return View::Design;
+    if (name == QLatin1String("source"))
+        return View::Source;
+    return std::nullopt;
+}
+
+void SourceView::toggle(const QVariant &view)
+{
+    if (const std::optional<View> target = viewFromText(view.toString()))
+        switchTo(*target);
+}
+
+bool SourceView::switchTo(View view)
+{
+    const bool ready = m_hooks.isDocumentReady && m_hooks.isDocumentReady();
+    const bool switched
+        = ready && view != m_current && (view == View::Design ? showDesign() : showSource());
+    // A tab chosen for a switch that did not happen goes back to the view that shows.
+    syncTabs();
+    return switched;
+}
+
+void SourceView::switchBackToDesign()
+{
+    if (m_current == View::Source)
+        switchTo(View::Design);
+}
+
+bool SourceView::showDesign()
+{
+    const bool editable = m_surface.isEditable();
+    const QString text = m_editor->text();
+    const bool carried = m_settings.ReturnFullDocument ? m_surface.setDocumentHTML(text)
+                                                       : m_surface.setBodyInnerHTML(text);
+    if (!carried)
+        return false;
+
+    if (m_hooks.setEnabledFlag)
+        m_hooks.setEnabledFlag(editable);
+    m_current = View::Design;
+    m_position->hide();
+    moveFocus(m_editor, m_surface.widget());
+    m_editor->hide();
+    return true;
+}
+
+bool SourceView::showSource()
+{
+    if (m_hooks.refreshToolbarStates)
+        m_hooks.refreshToolbarStates();
+    const QString html
+        = m_settings.ReturnFullDocument ? m_surface.documentHTML() : m_surface.bodyInnerHTML();
+    if (m_surface.lastCallFailed())
+        return false;
+    // The source shows the document's style-sheet links just before the end of the head.
+    m_editor->setText(ContentRules::normaliseStyleSheetLinks(
+        html, m_hooks.styleSheetLinks ? m_hooks.styleSheetLinks() : QString()));
+
+    // The editor covers the surface rather than the surface being hidden: a hidden page
+    // stops laying out, and for a while after it shows again its text reads empty.
+    m_editor->show();
+    m_editor->raise();
+    m_position->show();
+    m_position->raise();
+    updatePositionDisplay();
+    moveFocus(m_surface.widget(), m_editor);
+    if (m_hooks.setEnabledFlag)
+        m_hooks.setEnabledFlag(false);
+    m_current = View::Source;
+    return true;
+}
+
+// The focus follows the switch only when it was in the view going away: a host that
+// switches views does not lose the focus to the editor.
+void SourceView::moveFocus(QWidget *from, QWidget *to)
+{
+    const QWidget *focused = QApplication::focusWidget();
+    if (focused && (focused == from || from->isAncestorOf(focused) || focused == m_tabs))
+        to->setFocus();
+}
+
+void SourceView::syncTabs()
+{
+    const int tab = m_current == View::Source ? sourceTab : designTab;
+    if (m_tabs->currentIndex() == tab)
+        return;
+    const QSignalBlocker blocker(m_tabs);
+    m_tabs->setCurrentIndex(tab);
+}
+
+void SourceView::setEditorEnabled(bool enabled)
+{
+    m_editor->setEnabled(enabled);
+}
+
+void SourceView::updatePositionDisplay()
+{
+    m_position->setText(m_editor->positionText());
+}
+
+void SourceView::layout(const QSize &editingPanel, const QSize &tabPanel)
+{
+    m_editor->setGeometry(0, 0, editingPanel.width(), editingPanel.height());
+    const int margin = m_position->fontMetrics().averageCharWidth();
+    const int width
+        = m_position->fontMetrics().horizontalAdvance(QStringLiteral("Ln 99999, Col 9999"))
+        + margin;
+    m_position->setGeometry(
+        std::max(0, tabPanel.width() - width - margin), 0, width, tabPanel.height());
+}
+
+} // namespace Vantry::Control

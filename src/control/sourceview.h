@@ -1,0 +1,97 @@
+#pragma once
+
+#include "control/settings.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class QLabel;
+class QSize;
+class QTabBar;
+class QVariant;
+class QWidget;
+
+namespace Vantry::Platform {
+class DesignSurface;
+class SourceEditor;
+} // namespace Vantry::Platform
+
+namespace Vantry::Control {
+
+// The two views of the document: the design surface and the source editor, chosen with
+// the tab strip (tab 0 design, tab 1 source) or by the host. Switching carries the text
+// over: the body, or the whole document with ReturnFullDocument. While the source shows,
+// the document lives in the editor only and the visual editing commands are off.
+class SourceView : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class View
+    {
+        Design = 1,
+        Source = 2
+    };
+
+    struct Hooks
+    {
+        // True once the design surface has loaded its first document.
+        std::function<bool()> isDocumentReady;
+        // The control's enabled flag: whether visual editing commands run.
+        std::function<void(bool)> setEnabledFlag;
+        // The LINK markup of the document's style sheets.
+        std::function<QString()> styleSheetLinks;
+        // Brings the toolbar's button states up to date before the design view hides.
+        std::function<void()> refreshToolbarStates;
+    };
+
+    // The source editor is created on editingPanel beside the surface's widget, the
+    // position display on the tab strip's panel.
+    SourceView(const Settings &settings, Platform::DesignSurface &surface, QWidget *editingPanel,
+        QTabBar *tabs, Hooks hooks);
+    ~SourceView() override;
+
+    Platform::SourceEditor *editor() const { return m_editor; }
+    QLabel *positionDisplay() const { return m_position; }
+
+    // Display settings, member list and language file from the application directory.
+    void setUp(const QString &applicationDirectoryPath);
+
+    // The view named by text ("design" or "source", any case); nullopt for anything else.
+    static std::optional<View> viewFromText(const QString &text);
+    // ToggleDesignSourceView: switches to the named view; other values do nothing.
+    void toggle(const QVariant &view);
+    // Switches when the document is ready and view is not the one showing. Returns whether
+    // it switched; a failure of the surface leaves everything as it was.
+    bool switchTo(View view);
+    // Makes the design view current so that the document can be read from the surface.
+    void switchBackToDesign();
+
+    View currentView() const { return m_current; }
+    bool isDesignViewActive() const { return m_current == View::Design; }
+
+    void setEditorEnabled(bool enabled);
+    void updatePositionDisplay();
+    // The source editor takes the editing panel; the position display stands at the right
+    // end of the tab panel.
+    void layout(const QSize &editingPanel, const QSize &tabPanel);
+
+private:
+    bool showDesign();
+    bool showSource();
+    void moveFocus(QWidget *from, QWidget *to);
+    void syncTabs();
+
+    const Settings &m_settings;
+    Platform::DesignSurface &m_surface;
+    QTabBar *m_tabs;
+    Platform::SourceEditor *m_editor;
+    QLabel *m_position;
+    Hooks m_hooks;
+    View m_current = View::Design;
+};
+
+} // namespace Vantry::Control

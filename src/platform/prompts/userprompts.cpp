@@ -1,0 +1,86 @@
+#include "platform/prompts/userprompts.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace Vantry::Platform {
+
+UserPrompts::~UserPrompts() = default;
+
+WidgetPrompts::WidgetPrompts(QWidget *parent)
+    : m_parent(parent)
+{ }
+
+QWidget *WidgetPrompts::window() const
+{
+    return m_parent ? m_parent->window() : nullptr;
+}
+
+QString WidgetPrompts::caption() const
+{
+    return QGuiApplication::applicationDisplayName();
+}
+
+UserPrompts::Answer WidgetPrompts::question(const QString &text, Choices choices)
+{
+    QMessageBox::StandardButtons buttons;
+    QMessageBox::StandardButton escape = QMessageBox::Cancel;
+    switch (choices) {
+    case Choices::YesNoCancel:
+        buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        break;
+    case Choices::YesNo:
+        buttons = QMessageBox::Yes | QMessageBox::No;
+        escape = QMessageBox::No;
+        break;
+    case Choices::OkCancel:
+        buttons = QMessageBox::Ok | QMessageBox::Cancel;
+        break;
+    }
+    QMessageBox box(QMessageBox::Question, caption(), text, buttons, window());
+    box.setEscapeButton(escape);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    default:
+        return choices == Choices::YesNo ? Answer::No : Answer::Cancel;
+    }
+}
+
+void WidgetPrompts::critical(const QString &text)
+{
+    QMessageBox::critical(window(), caption(), text);
+}
+
+void WidgetPrompts::information(const QString &text)
+{
+    QMessageBox::information(window(), caption(), text);
+}
+
+QString WidgetPrompts::openFileName(
+    const QString &title, const QString &filter, const QString &directory)
+{
+    return QFileDialog::getOpenFileName(window(), title, directory, filter);
+}
+
+QString WidgetPrompts::saveFileName(
+    const QString &title, const QString &filter, const QString &directory)
+{
+    return QFileDialog::getSaveFileName(window(), title, directory, filter);
+}
+
+std::optional<QColor> WidgetPrompts::color(const QColor &initial, const QString &title)
+{
+    const QColor chosen = QColorDialog::getColor(initial, window(), title);
+    if (!chosen.isValid())
+        return std::nullopt;
+    return chosen;
+}
+
+} // namespace Vantry::Platform

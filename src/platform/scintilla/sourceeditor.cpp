@@ -1,0 +1,531 @@
+#include "platform/scintilla/sourceeditor.h"
+
+#include "platform/scintilla/findreplacedialog.h"
+#include "platform/scintilla/gotolinedialog.h"
+#include "platform/scintilla/sourcetext.h"
+
+#include <Qsci/qsciabstractapis.h>
+#include <Qsci/qscilexerhtml.h>
+#include <Qsci/qsciscintilla.h>
+
+#include <QContextMenuEvent>
+#include <QFile>
+#include <QFontDatabase>
+#include <QMenu>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <functional>
+
+namespace Vantry::Platform {
+
+namespace {
+
+// Offers the tags of the member list that start with the word being typed. A few hundred
+// tags need no index, so this works synchronously rather than on QsciAPIs' worker thread,
+// which could outlive the editor.
+class TagCompletion : public QsciAbstractAPIs
+{
+public:
+    TagCompletion(QsciLexer *lexer, const QStringList *tags)
+        : QsciAbstractAPIs(lexer)
+        , m_tags(tags)
+    {
+    }
+
+    void updateAutoCompletionList(const QStringList &context, QStringList &list) override
+    {
+        const QString word = context.isEmpty() ? QString() : context.last();
+        for (const QString &tag : *m_tags) {
+            if (tag.startsWith(word, Qt::CaseInsensitive) && !list.contains(tag))
+                list.append(tag);
+        }
+    }
+
+    QStringList callTips(const QStringList &, int, QsciScintilla::CallTipsStyle,
+                         QList<int> &) override
+    {
+        return {};
+    }
+
+private:
+    const QStringList *m_tags;
+};
+
+} // namespace
+
+
+// QScintilla's own context menu gives way to the source view's.
+class ScintillaView : public QsciScintilla
+{
+public:
+    using QsciScintilla::QsciScintilla;
+
+    std::function<void(const QPoint &)> contextMenuRequested;
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override
+    {
+        if (contextMenuRequested)
+            contextMenuRequested(event->globalPos());
+        event->accept();
+    }
+};
+
+namespace {
+
+// Scintilla has at most this many styles.
+constexpr int styleCount = 128;
+
+} // namespace
+
+SourceEditor::SourceEditor(QWidget *parent)
+    : QWidget(parent)
+{
+    m_view = new ScintillaView(this);
+    m_view->setObjectName(QStringLiteral("HTMLSourceText"));
+    m_view->contextMenuRequested = [this](const QPoint &pos) { showContextMenu(pos); };
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_view);
+    setFocusProxy(m_view);
+
+    m_lexer = new QsciLexerHTML(this);
+    m_apis = new TagCompletion(m_lexer, &m_memberList);
+    m_apis->setObjectName(memberListTitle());
+    m_view->setLexer(m_lexer);
+
+    connect(m_view, &QsciScintilla::cursorPositionChanged, this,
+        [this](int line, int index) { Q_EMIT caretMoved(line + 1, index + 1); });
+
+    createContextMenu();
+    configure();
+    loadMemberList(QString());
+}
+
+SourceEditor::~SourceEditor()
+{
+    // The view must not use the lexer while both are torn down.
+    m_view->setLexer(nullptr);
+}
+
+void SourceEditor::configure()
+{
+    const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    m_lexer->setDefaultFont(font);
+    m_lexer->setFont(font, -1);
+    for (int style = 0; style < styleCount; ++style) {
+        if (m_lexer->description(style).isEmpty())
+            continue;
+        m_lexer->setColor(m_lexer->defaultColor(style), style);
+        m_lexer->setPaper(m_lexer->defaultPaper(style), style);
+    }
+
+    m_view->setUtf8(true);
+    // The design surface hands out text with line feeds only.
+    m_view->setEolMode(QsciScintilla::EolUnix);
+    m_view->setTabWidth(4);
+    m_view->setAutoIndent(true);
+    m_view->setBraceMatching(QsciScintilla::SloppyBraceMatch);
+    m_view->setMarginsFont(font);
+    m_view->setMarginType(0, QsciScintilla::NumberMargin);
+    m_view->setMarginLineNumbers(0, true);
+    m_view->setMarginWidth(0, QStringLiteral("00000"));
+    m_view->setWhitespaceVisibility(QsciScintilla::WsInvisible);
+
+    m_view->setAutoCompletionSource(QsciScintilla::AcsAPIs);
+    m_view->setAutoCompletionThreshold(1);
+    m_view->setAutoCompletionCaseSensitivity(false);
+    m_view->setAutoCompletionReplaceWord(true);
+}
+
+QString SourceEditor::memberListTitle()
+{
+    return QStringLiteral("HTML Tags");
+}
+
+QStringList SourceEditor::memberList() const
+{
+    return m_memberList;
+}
+
+bool SourceEditor::loadMemberList(const QString &fileName)
+{
+    QStringList tags;
+    QFile file(fileName);
+    if (!fileName.isEmpty() && file.open(QIODevice::ReadOnly | QIODevice::Text))
+        tags = SourceText::parseMemberList(QString::fromUtf8(file.readAll()));
+    const bool fromFile = !tags.isEmpty();
+    if (!fromFile)
+        tags = SourceText::builtInHtmlTags();
+
+    m_memberList = tags;
+    Q_EMIT memberListPrepared();
+    return fromFile;
+}
+
+bool SourceEditor::loadLanguage(const QString &fileName)
+{
+    QFile file(fileName);
+    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    const QList<SourceText::StyleColour> styles
+        = SourceText::parseLanguageFile(QString::fromUtf8(file.readAll()));
+    for (int style = 0; style < styleCount; ++style) {
+        const QString description = m_lexer->description(style);
+        if (description.isEmpty())
+            continue;
+        for (const SourceText::StyleColour &colour : styles) {
+            if (colour.styleName.compare(description, Qt::CaseInsensitive) != 0)
+                continue;
+            m_lexer->setColor(colour.foreground, style);
+            if (colour.background.isValid())
+                m_lexer->setPaper(colour.background, style);
+        }
+    }
+    return true;
+}
+
+QString SourceEditor::text() const
+{
+    return m_view->text();
+}
+
+void SourceEditor::setText(const QString &text)
+{
+    m_view->setText(text);
+    m_view->SendScintilla(QsciScintillaBase::SCI_EMPTYUNDOBUFFER);
+    m_view->setCursorPosition(0, 0);
+    // Setting the same position again reports nothing; the display must still follow.
+    Q_EMIT caretMoved(1, 1);
+}
+
+bool SourceEditor::hasSelectedText() const
+{
+    return m_view->hasSelectedText();
+}
+
+QString SourceEditor::selectedText() const
+{
+    return m_view->selectedText();
+}
+
+void SourceEditor::select(int lineFrom, int columnFrom, int lineTo, int columnTo)
+{
+    m_view->setSelection(lineFrom - 1, columnFrom - 1, lineTo - 1, columnTo - 1);
+}
+
+int SourceEditor::caretLine() const
+{
+    int line = 0;
+    int index = 0;
+    m_view->getCursorPosition(&line, &index);
+    return line + 1;
+}
+
+int SourceEditor::caretColumn() const
+{
+    int line = 0;
+    int index = 0;
+    m_view->getCursorPosition(&line, &index);
+    return index + 1;
+}
+
+void SourceEditor::setCaretPosition(int line, int column)
+{
+    m_view->setCursorPosition(line - 1, column - 1);
+}
+
+int SourceEditor::lineCount() const
+{
+    return m_view->lines();
+}
+
+QString SourceEditor::positionText() const
+{
+    return SourceText::positionText(caretLine(), caretColumn());
+}
+
+QString SourceEditor::lineWithoutEol(int line) const
+{
+    QString text = m_view->text(line);
+    while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r')))
+        text.chop(1);
+    return text;
+}
+
+// Applies transform to every line the selection touches (the caret's line when nothing is
+// selected) as one undo step, then selects those lines whole.
+void SourceEditor::transformSelectedLines(QString (*transform)(const QString &))
+{
+    int lineFrom = 0;
+    int indexFrom = 0;
+    int lineTo = 0;
+    int indexTo = 0;
+    if (m_view->hasSelectedText()) {
+        m_view->getSelection(&lineFrom, &indexFrom, &lineTo, &indexTo);
+        // A selection ending at the start of a line does not take that line in.
+        if (lineTo > lineFrom && indexTo == 0)
+            --lineTo;
+    } else {
+        m_view->getCursorPosition(&lineFrom, &indexFrom);
+        lineTo = lineFrom;
+    }
+
+    m_view->beginUndoAction();
+    for (int line = lineFrom; line <= lineTo; ++line) {
+        const QString before = lineWithoutEol(line);
+        const QString after = transform(before);
+        if (after == before)
+            continue;
+        m_view->setSelection(line, 0, line, static_cast<int>(before.size()));
+        m_view->replaceSelectedText(after);
+    }
+    m_view->endUndoAction();
+    m_view->setSelection(lineFrom, 0, lineTo, static_cast<int>(lineWithoutEol(lineTo).size()));
+}
+
+void SourceEditor::commentSelection()
+{
+    transformSelectedLines(&SourceText::commentLine);
+}
+
+void SourceEditor::uncommentSelection()
+{
+    transformSelectedLines(&SourceText::uncommentLine);
+}
+
+void SourceEditor::cut()
+{
+    m_view->cut();
+}
+
+void SourceEditor::copy()
+{
+    m_view->copy();
+}
+
+void SourceEditor::paste()
+{
+    m_view->paste();
+}
+
+void SourceEditor::undo()
+{
+    m_view->undo();
+}
+
+void SourceEditor::redo()
+{
+    m_view->redo();
+}
+
+void SourceEditor::makeUpperCase()
+{
+    m_view->SendScintilla(QsciScintillaBase::SCI_UPPERCASE);
+}
+
+void SourceEditor::makeLowerCase()
+{
+    m_view->SendScintilla(QsciScintillaBase::SCI_LOWERCASE);
+}
+
+bool SourceEditor::isWhitespaceVisible() const
+{
+    return m_view->whitespaceVisibility() != QsciScintilla::WsInvisible;
+}
+
+void SourceEditor::setWhitespaceVisible(bool visible)
+{
+    m_view->setWhitespaceVisibility(
+        visible ? QsciScintilla::WsVisible : QsciScintilla::WsInvisible);
+}
+
+void SourceEditor::toggleWhitespace()
+{
+    setWhitespaceVisible(!isWhitespaceVisible());
+}
+
+QString SourceEditor::whitespaceCaption() const
+{
+    return isWhitespaceVisible() ? QStringLiteral("Hide Whitespace")
+                                 : QStringLiteral("Show Whitespace");
+}
+
+bool SourceEditor::findNext(const QString &text, const SearchOptions &options)
+{
+    if (text.isEmpty())
+        return false;
+    int line = 0;
+    int index = 0;
+    if (m_view->hasSelectedText()) {
+        int lineFrom = 0;
+        int indexFrom = 0;
+        int lineTo = 0;
+        int indexTo = 0;
+        m_view->getSelection(&lineFrom, &indexFrom, &lineTo, &indexTo);
+        // Searching on from the selected occurrence, not into it.
+        line = options.backwards ? lineFrom : lineTo;
+        index = options.backwards ? indexFrom : indexTo;
+    } else {
+        m_view->getCursorPosition(&line, &index);
+    }
+    return m_view->findFirst(text, false, options.matchCase, options.wholeWord, true,
+        !options.backwards, line, index, true);
+}
+
+bool SourceEditor::replaceNext(
+    const QString &text, const QString &replacement, const SearchOptions &options)
+{
+    if (text.isEmpty())
+        return false;
+    const Qt::CaseSensitivity cs = options.matchCase ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    if (m_view->hasSelectedText() && m_view->selectedText().compare(text, cs) == 0) {
+        int lineFrom = 0;
+        int indexFrom = 0;
+        int lineTo = 0;
+        int indexTo = 0;
+        m_view->getSelection(&lineFrom, &indexFrom, &lineTo, &indexTo);
+        m_view->replaceSelectedText(replacement);
+        // A backward search goes on from in front of what was just put in.
+        if (options.backwards)
+            m_view->setCursorPosition(lineFrom, indexFrom);
+    }
+    return findNext(text, options);
+}
+
+int SourceEditor::replaceAll(
+    const QString &text, const QString &replacement, const SearchOptions &options)
+{
+    if (text.isEmpty())
+        return 0;
+    int count = 0;
+    m_view->beginUndoAction();
+    // Each search goes on after the previous replacement, so a replacement holding the
+    // text is not searched again.
+    bool found = m_view->findFirst(
+        text, false, options.matchCase, options.wholeWord, false, true, 0, 0, false);
+    while (found) {
+        m_view->replace(replacement);
+        ++count;
+        found = m_view->findNext();
+    }
+    m_view->endUndoAction();
+    return count;
+}
+
+void SourceEditor::goToLine(int line)
+{
+    const int target = std::clamp(line, 1, std::max(1, lineCount())) - 1;
+    m_view->setCursorPosition(target, 0);
+    m_view->ensureLineVisible(target);
+    m_view->setFocus();
+}
+
+FindReplaceDialog *SourceEditor::findReplaceDialog()
+{
+    if (!m_findDialog)
+        m_findDialog = new FindReplaceDialog(this);
+    if (m_view->hasSelectedText() && !m_view->selectedText().contains(QLatin1Char('\n')))
+        m_findDialog->setFindText(m_view->selectedText());
+    return m_findDialog;
+}
+
+FindReplaceDialog *SourceEditor::showFindDialog()
+{
+    FindReplaceDialog *dialog = findReplaceDialog();
+    dialog->setReplaceMode(false);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+    return dialog;
+}
+
+FindReplaceDialog *SourceEditor::showReplaceDialog()
+{
+    FindReplaceDialog *dialog = findReplaceDialog();
+    dialog->setReplaceMode(true);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+    return dialog;
+}
+
+GoToLineDialog *SourceEditor::showGoToLineDialog()
+{
+    if (!m_goToDialog)
+        m_goToDialog = new GoToLineDialog(this);
+    m_goToDialog->prepare(lineCount(), caretLine());
+    m_goToDialog->open();
+    return m_goToDialog;
+}
+
+QAction *SourceEditor::addMenuAction(
+    const char *objectName, const QString &caption, void (SourceEditor::*command)())
+{
+    QAction *action = m_menu->addAction(caption);
+    action->setObjectName(QLatin1String(objectName));
+    connect(action, &QAction::triggered, this, command);
+    return action;
+}
+
+void SourceEditor::createContextMenu()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(QStringLiteral("mnuSource"));
+    addMenuAction("mnuCommentSelection", QStringLiteral("Comment Selection"),
+        &SourceEditor::commentSelection);
+    addMenuAction("mnuUncommentSelection", QStringLiteral("Uncomment Selection"),
+        &SourceEditor::uncommentSelection);
+    m_menu->addSeparator();
+    addMenuAction("mnuCut", QStringLiteral("Cut"), &SourceEditor::cut);
+    addMenuAction("mnuCopy", QStringLiteral("Copy"), &SourceEditor::copy);
+    addMenuAction("mnuPaste", QStringLiteral("Paste"), &SourceEditor::paste);
+    m_menu->addSeparator();
+    addMenuAction("mnuUndo", QStringLiteral("Undo"), &SourceEditor::undo);
+    addMenuAction("mnuRedo", QStringLiteral("Redo"), &SourceEditor::redo);
+    m_menu->addSeparator();
+    QAction *find = m_menu->addAction(QStringLiteral("Find..."));
+    find->setObjectName(QStringLiteral("mnuFind"));
+    connect(find, &QAction::triggered, this, &SourceEditor::showFindDialog);
+    QAction *replace = m_menu->addAction(QStringLiteral("Replace..."));
+    replace->setObjectName(QStringLiteral("mnuReplace"));
+    connect(replace, &QAction::triggered, this, &SourceEditor::showReplaceDialog);
+    QAction *goTo = m_menu->addAction(QStringLiteral("Go To Line..."));
+    goTo->setObjectName(QStringLiteral("mnuGoTo"));
+    connect(goTo, &QAction::triggered, this, &SourceEditor::showGoToLineDialog);
+    m_menu->addSeparator();
+    addMenuAction(
+        "mnuMakeUpperCase", QStringLiteral("Make Uppercase"), &SourceEditor::makeUpperCase);
+    addMenuAction(
+        "mnuMakeLowerCase", QStringLiteral("Make Lowercase"), &SourceEditor::makeLowerCase);
+    m_menu->addSeparator();
+    m_whitespaceAction
+        = addMenuAction("mnuShowWhiteSpace", whitespaceCaption(), &SourceEditor::toggleWhitespace);
+    connect(m_menu, &QMenu::aboutToShow, this, &SourceEditor::updateContextMenu);
+}
+
+void SourceEditor::updateContextMenu()
+{
+    const bool selected = m_view->hasSelectedText();
+    const bool writable = !m_view->isReadOnly();
+    auto enable = [this](const char *name, bool enabled) {
+        if (QAction *action = m_menu->findChild<QAction *>(QLatin1String(name)))
+            action->setEnabled(enabled);
+    };
+    enable("mnuCut", selected && writable);
+    enable("mnuCopy", selected);
+    enable("mnuPaste", writable && m_view->SendScintilla(QsciScintillaBase::SCI_CANPASTE) != 0);
+    enable("mnuUndo", m_view->isUndoAvailable());
+    enable("mnuRedo", m_view->isRedoAvailable());
+    enable("mnuMakeUpperCase", selected && writable);
+    enable("mnuMakeLowerCase", selected && writable);
+    m_whitespaceAction->setText(whitespaceCaption());
+}
+
+void SourceEditor::showContextMenu(const QPoint &globalPos)
+{
+    m_menu->popup(globalPos);
+}
+
+} // namespace Vantry::Platform

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+class QMenu;
+class QAction;
+class QsciAbstractAPIs;
+class QsciLexerHTML;
+
+namespace Vantry::Platform {
+
+class FindReplaceDialog;
+class GoToLineDialog;
+class ScintillaView;
+
+// The source view's text editor: QScintilla with HTML colouring, tag completion from the
+// member list "HTML Tags", a context menu of editing commands and find, replace and
+// go-to-line dialogs.
+//
+// Lines and columns in this interface are counted from 1, as the position display shows
+// them; a column counts characters.
+class SourceEditor : public QWidget
+{
+    Q_OBJECT
+
+public:
+    struct SearchOptions
+    {
+        bool matchCase = false;
+        bool wholeWord = false;
+        bool backwards = false;
+    };
+
+    explicit SourceEditor(QWidget *parent = nullptr);
+    ~SourceEditor() override;
+
+    // Display, colouring and completion settings; resets colours to the lexer's own.
+    void configure();
+    // Offers the tags of the file (see SourceText::parseMemberList) for completion; a
+    // missing, unreadable or empty file offers the built-in list. Returns whether the file
+    // was used.
+    bool loadMemberList(const QString &fileName);
+    // Applies the colours of a language file (see SourceText::parseLanguageFile); a missing
+    // file keeps the lexer's colours. Returns whether the file was read.
+    bool loadLanguage(const QString &fileName);
+    static QString memberListTitle();
+    QStringList memberList() const;
+    // Completion needs the list indexed, which QScintilla does in the background.
+    bool isMemberListPrepared() const { return true; }
+
+    QString text() const;
+    // Replaces the whole text with a fresh undo history and puts the caret at the start.
+    void setText(const QString &text);
+    bool hasSelectedText() const;
+    QString selectedText() const;
+    void select(int lineFrom, int columnFrom, int lineTo, int columnTo);
+    int caretLine() const;
+    int caretColumn() const;
+    void setCaretPosition(int line, int column);
+    int lineCount() const;
+    // "Ln N, Col M" for the caret.
+    QString positionText() const;
+
+    // Commands of the context menu.
+    void commentSelection();
+    void uncommentSelection();
+    void cut();
+    void copy();
+    void paste();
+    void undo();
+    void redo();
+    void makeUpperCase();
+    void makeLowerCase();
+    bool isWhitespaceVisible() const;
+    void setWhitespaceVisible(bool visible);
+    void toggleWhitespace();
+    // The caption of the whitespace item: what choosing it will do.
+    QString whitespaceCaption() const;
+
+    // Selects the next occurrence after (or before) the selection, wrapping at the end.
+    bool findNext(const QString &text, const SearchOptions &options);
+    // Replaces the selection when it is an occurrence of text, then selects the next one.
+    // Returns whether there is a next one.
+    bool replaceNext(const QString &text, const QString &replacement, const SearchOptions &options);
+    // Replaces every occurrence as one undo step; returns how many.
+    int replaceAll(const QString &text, const QString &replacement, const SearchOptions &options);
+    // Moves the caret to the start of the line, clamped to the text.
+    void goToLine(int line);
+
+    // The dialogs are modeless and stay with the editor once created.
+    FindReplaceDialog *showFindDialog();
+    FindReplaceDialog *showReplaceDialog();
+    GoToLineDialog *showGoToLineDialog();
+
+    QMenu *contextMenu() const { return m_menu; }
+    // Brings captions and enabled states of the menu up to date.
+    void updateContextMenu();
+
+Q_SIGNALS:
+    void caretMoved(int line, int column);
+    void memberListPrepared();
+
+private:
+    void createContextMenu();
+    QAction *addMenuAction(
+        const char *objectName, const QString &caption, void (SourceEditor::*command)());
+    void transformSelectedLines(QString (*transform)(const QString &));
+    void showContextMenu(const QPoint &globalPos);
+    FindReplaceDialog *findReplaceDialog();
+    QString lineWithoutEol(int line) const;
+
+    ScintillaView *m_view = nullptr;
+    QsciLexerHTML *m_lexer = nullptr;
+    QsciAbstractAPIs *m_apis = nullptr;
+    QStringList m_memberList;
+    QMenu *m_menu = nullptr;
+    QAction *m_whitespaceAction = nullptr;
+    QPointer<FindReplaceDialog> m_findDialog;
+    QPointer<GoToLineDialog> m_goToDialog;
+};
+
+} // namespace Vantry::Platform

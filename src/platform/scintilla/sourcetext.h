@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QColor>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// Text rules of the source editor that need no widget.
+namespace Vantry::Platform::SourceText {
+
+// Wraps the line's content (leading and trailing blanks stay outside) in an HTML comment.
+// Blank lines are left alone.
+QString commentLine(const QString &line);
+// Removes the comment markers put there by commentLine(); other lines are left alone.
+QString uncommentLine(const QString &line);
+
+// The member-list file holds one tag name per line. Blanks around a name and angle
+// brackets ("<div>") are ignored, as are empty lines and lines starting with "#".
+QStringList parseMemberList(const QString &content);
+// The tags offered when there is no member-list file.
+QStringList builtInHtmlTags();
+
+// One line of the language file: "<style name> = <colour>[, <background colour>]".
+// Style names are the HTML lexer's style descriptions ("Tag", "Attribute",
+// "HTML comment", ...), compared ignoring case; colours are anything QColor reads
+// ("#000080", "navy"). Empty lines and lines starting with "#" or ";" are comments.
+struct StyleColour
+{
+    QString styleName;
+    QColor foreground;
+    QColor background; // invalid when not given
+};
+// Lines that do not follow the format, or carry an unreadable colour, are skipped.
+QList<StyleColour> parseLanguageFile(const QString &content);
+
+// The caret position as the position display shows it, both counted from 1.
+QString positionText(int line, int column);
+
+} // namespace Vantry::Platform::SourceText

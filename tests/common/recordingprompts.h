@@ -1,0 +1,97 @@
+#pragma once
+
+#include "platform/prompts/userprompts.h"
+
+#include <QList>
+#include <QQueue>
+#include <QString>
+#include <QStringList>
+
+namespace VantryTest {
+
+// Answers the editor's prompts from a script and records every one shown. A prompt with
+// no scripted answer is recorded as unexpected and answered as if cancelled.
+class RecordingPrompts : public Vantry::Platform::UserPrompts
+{
+public:
+    enum class Kind
+    {
+        Question,
+        Critical,
+        Information,
+        OpenFile,
+        SaveFile,
+        Color
+    };
+
+    struct Shown
+    {
+        Kind kind;
+        // The message, or the picker's title.
+        QString text;
+        QString filter;
+    };
+
+    QList<Shown> shown;
+    QStringList unexpected;
+    QQueue<Answer> answers;
+    QQueue<QString> fileNames;
+    QQueue<std::optional<QColor>> colors;
+
+    // The texts of the prompts of one kind, in order.
+    QStringList texts(Kind kind) const
+    {
+        QStringList result;
+        for (const Shown &prompt : shown) {
+            if (prompt.kind == kind)
+                result.append(prompt.text);
+        }
+        return result;
+    }
+
+    Answer question(const QString &text, Choices) override
+    {
+        shown.append({Kind::Question, text, {}});
+        if (answers.isEmpty()) {
+            unexpected.append(text);
+            return Answer::Cancel;
+        }
+        return answers.dequeue();
+    }
+
+    void critical(const QString &text) override { shown.append({Kind::Critical, text, {}}); }
+    void information(const QString &text) override { shown.append({Kind::Information, text, {}}); }
+
+    QString openFileName(const QString &title, const QString &filter, const QString &) override
+    {
+        return fileName(Kind::OpenFile, title, filter);
+    }
+
+    QString saveFileName(const QString &title, const QString &filter, const QString &) override
+    {
+        return fileName(Kind::SaveFile, title, filter);
+    }
+
+    std::optional<QColor> color(const QColor &, const QString &title) override
+    {
+        shown.append({Kind::Color, title, {}});
+        if (colors.isEmpty()) {
+            unexpected.append(title);
+            return std::nullopt;
+        }
+        return colors.dequeue();
+    }
+
+private:
+    QString fileName(Kind kind, const QString &title, const QString &filter)
+    {
+        shown.append({kind, title, filter});
+        if (fileNames.isEmpty()) {
+            unexpected.append(title);
+            return {};
+        }
+        return fileNames.dequeue();
+    }
+};
+
+} // namespace VantryTest

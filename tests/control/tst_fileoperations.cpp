@@ -1,0 +1,634 @@
+// The editor's document files on the real engine: the save-changes prompt, opening from
+// files and addresses (an HTTP server on 127.0.0.1 started here), load errors, saving
+// with and without asking, atomic saves that fail cleanly, and encodings that survive
+// open and save. Prompts are answered by the recording double.
+
+#include "../common/enginetest.h"
+#include "../common/recordingprompts.h"
+
+#include <QDir>
+#include <QFile>
+#include <QHostAddress>
+#include <QNetworkProxy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <unistd.h>
+
+using namespace Vantry;
+using Platform::UserPrompts;
+using VantryTest::adapterValue;
+using VantryTest::RecordingPrompts;
+using VantryTest::surfaceOf;
+
+namespace {
+
+const QString saveChangesQuestion
+    = QStringLiteral("The current document has changed.\r\n\r\nDo you want to save changes?");
+
+QString loadError(const char *message)
+{
+    return QStringLiteral("Error occurred while loading document: ") + QLatin1String(message)
+        + QLatin1Char('.');
+}
+
+QByteArray readBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeBytes(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QByteArray utf16LE(const QString &text)
+{
+    QByteArray bytes("\xFF\xFE", 2);
+    for (const QChar c : text) {
+        bytes.append(char(c.unicode() & 0xFF));
+        bytes.append(char(c.unicode() >> 8));
+    }
+    return bytes;
+}
+
+// Answers GET requests on 127.0.0.1 from a table of paths; anything else is a 404.
+class TinyHttpServer : public QObject
+{
+public:
+    struct Response
+    {
+        QByteArray contentType = "text/html";
+        QByteArray body;
+    };
+
+    bool start()
+    {
+        connect(&m_server, &QTcpServer::newConnection, this, &TinyHttpServer::accept);
+        return m_server.listen(QHostAddress::LocalHost, 0);
+    }
+
+    QString url(const QString &path) const
+    {
+        return QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path);
+    }
+
+    void serve(const QString &path, const Response &response)
+    {
+        m_responses.insert(path, response);
+    }
+
+private:
+    void accept()
+    {
+        while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { respond(socket); });
+            connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        }
+    }
+
+    void respond(QTcpSocket *socket)
+    {
+        QByteArray request = socket->property("request").toByteArray() + socket->readAll();
+        socket->setProperty("request", request);
+        if (!request.contains("\r\n\r\n"))
+            return;
+        const QList<QByteArray> line = request.left(request.indexOf("\r\n")).split(' ');
+        const QString path = QString::fromLatin1(line.value(1));
+        const auto found = m_responses.constFind(path);
+        const QByteArray status = found != m_responses.constEnd() ? "200 OK" : "404 Not Found";
+        const Response response
+            = found != m_responses.constEnd() ? *found : Response{"text/html", "<p>not here</p>"};
+        socket->write("HTTP/1.1 " + status + "\r\nContent-Type: " + response.contentType
+            + "\r\nContent-Length: " + QByteArray::number(response.body.size())
+            + "\r\nConnection: close\r\n\r\n" + response.body);
+        socket->disconnectFromHost();
+    }
+
+    QTcpServer m_server;
+    QHash<QString, Response> m_responses;
+};
+
+} // namespace
+
+class tst_FileOperations : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void saveChangesPromptAnswers_data();
+    void saveChangesPromptAnswers();
+    void editingMakesTheDocumentDirty();
+    void fileOpenWithoutPathAsks();
+    void fileNewStartsAnEmptyUntitledDocument();
+
+    void fileOpenReportsLoadErrors_data();
+    void fileOpenReportsLoadErrors();
+    void urlOpenReportsLoadErrors_data();
+    void urlOpenReportsLoadErrors();
+    void urlOpenLoadsAnHttpPage();
+
+    void fileSaveWritesToTheOpenedFile();
+    void fileSaveAfterUrlOpenAsksForAName();
+    void fileSaveAsWithPathSavesWithoutAsking();
+    void savedFilesCarryNoBaseTag_data();
+    void savedFilesCarryNoBaseTag();
+    void failedSaveKeepsTheOldFile_data();
+    void failedSaveKeepsTheOldFile();
+    void encodingsSurviveOpenAndSave_data();
+    void encodingsSurviveOpenAndSave();
+
+private:
+    QString path(const QString &name) const { return m_dir->filePath(name); }
+    QString writeFile(const QString &name, const QByteArray &bytes) const;
+    // Types text at the start of the first paragraph, as a user would edit.
+    bool edit(const QString &text);
+    // The body's text content; rendered text (innerText) would depend on painting.
+    QString bodyText() const
+    {
+        return adapterValue(*m_editor, QStringLiteral("elementText"), {QStringLiteral("BODY"), 0})
+            .toString()
+            .trimmed();
+    }
+
+    std::unique_ptr<QWidget> m_window;
+    HTMLEditorComponent *m_editor = nullptr;
+    RecordingPrompts *m_prompts = nullptr; // owned by the editor
+    std::unique_ptr<QTemporaryDir> m_dir;
+    TinyHttpServer m_http;
+};
+
+void tst_FileOperations::initTestCase()
+{
+    // The server is local; no proxy may stand in between.
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    QVERIFY(m_http.start());
+    m_http.serve(QStringLiteral("/beta.html"), {"text/html", "<p>beta</p>"});
+    m_http.serve(
+        QStringLiteral("/cafe.html"), {"text/html; charset=windows-1252", "<p>caf\xE9 \x80 5</p>"});
+    m_http.serve(QStringLiteral("/frames.html"),
+        {"text/html",
+            "<html><frameset cols=\"50%,50%\"><frame src=\"a.html\">"
+            "<frame src=\"b.html\"></frameset></html>"});
+
+    m_window = std::make_unique<QWidget>();
+    m_editor = new HTMLEditorComponent(m_window.get());
+    m_window->resize(800, 600);
+    m_editor->resize(800, 600);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    QVERIFY(VantryTest::waitUntilReady(*m_editor));
+}
+
+void tst_FileOperations::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    m_editor->InitProperties();
+    m_editor->setBaseURL(QString());
+    auto prompts = std::make_unique<RecordingPrompts>();
+    m_prompts = prompts.get();
+    m_editor->setUserPrompts(std::move(prompts));
+    // A known state: a clean document from a file, not from an address.
+    m_editor->FileOpen(writeFile(QStringLiteral("start.html"), "<p>start</p>"));
+    QVERIFY(m_prompts->shown.isEmpty());
+}
+
+void tst_FileOperations::cleanup()
+{
+    QVERIFY2(m_prompts->unexpected.isEmpty(), qPrintable(m_prompts->unexpected.join(u'|')));
+}
+
+QString tst_FileOperations::writeFile(const QString &name, const QByteArray &bytes) const
+{
+    const QString file = path(name);
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    if (!writeBytes(file, bytes))
+        qWarning("Could not write %s", qPrintable(file));
+    return file;
+}
+
+bool tst_FileOperations::edit(const QString &text)
+{
+    m_editor->setFocus();
+    if (!adapterValue(*m_editor, QStringLiteral("placeCaret"), {QStringLiteral("P"), 0, 0})
+             .toBool())
+        return false;
+    adapterValue(
+        *m_editor, QStringLiteral("execCommand"), {QStringLiteral("insertText"), false, text});
+    return QTest::qWaitFor([this] { return m_editor->isDirty(); }, 5000);
+}
+
+void tst_FileOperations::saveChangesPromptAnswers_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<bool>("untitled");
+    QTest::addColumn<bool>("edited");
+    QTest::addColumn<int>("answer"); // -1: no question expected
+    QTest::addColumn<QString>("saveDialog"); // "": not shown, "cancel", "chosen"
+    QTest::addColumn<bool>("replaced");
+    QTest::addColumn<QString>("savedTo"); // "", "opened", "chosen"
+
+    const int yes = int(UserPrompts::Answer::Yes);
+    const int no = int(UserPrompts::Answer::No);
+    const int cancel = int(UserPrompts::Answer::Cancel);
+    QTest::newRow("clean document: no question")
+        << "open" << false << false << -1 << "" << true << "";
+    QTest::newRow("open, yes saves to the file")
+        << "open" << false << true << yes << "" << true << "opened";
+    QTest::newRow("open, no discards") << "open" << false << true << no << "" << true << "";
+    QTest::newRow("open, cancel keeps all")
+        << "open" << false << true << cancel << "" << false << "";
+    QTest::newRow("new, yes asks for a name")
+        << "new" << true << true << yes << "chosen" << true << "chosen";
+    QTest::newRow("new, yes but no name keeps all")
+        << "new" << true << true << yes << "cancel" << false << "";
+    QTest::newRow("url, no discards") << "url" << false << true << no << "" << true << "";
+    QTest::newRow("url, cancel keeps all") << "url" << false << true << cancel << "" << false << "";
+}
+
+void tst_FileOperations::saveChangesPromptAnswers()
+{
+    QFETCH(QString, operation);
+    QFETCH(bool, untitled);
+    QFETCH(bool, edited);
+    QFETCH(int, answer);
+    QFETCH(QString, saveDialog);
+    QFETCH(bool, replaced);
+    QFETCH(QString, savedTo);
+
+    const QString opened = writeFile(QStringLiteral("alpha.html"), "<p>alpha</p>");
+    const QString next = writeFile(QStringLiteral("beta.html"), "<p>beta</p>");
+    const QString chosen = path(QStringLiteral("chosen.html"));
+    if (untitled) {
+        m_editor->FileNew();
+        m_editor->setSetHtmlSource(QStringLiteral("<p>alpha</p>"));
+    } else {
+        m_editor->FileOpen(opened);
+    }
+    if (edited)
+        QVERIFY(edit(QStringLiteral("edited ")));
+
+    if (answer >= 0)
+        m_prompts->answers.enqueue(UserPrompts::Answer(answer));
+    if (saveDialog == QLatin1String("cancel"))
+        m_prompts->fileNames.enqueue(QString());
+    else if (saveDialog == QLatin1String("chosen"))
+        m_prompts->fileNames.enqueue(chosen);
+    m_prompts->shown.clear();
+
+    if (operation == QLatin1String("open"))
+        m_editor->FileOpen(next);
+    else if (operation == QLatin1String("new"))
+        m_editor->FileNew();
+    else
+        m_editor->URLOpen(m_http.url(QStringLiteral("/beta.html")));
+
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Question),
+        answer >= 0 ? QStringList{saveChangesQuestion} : QStringList{});
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
+        saveDialog.isEmpty() ? QStringList{} : QStringList{QStringLiteral("Save HTML File")});
+    QVERIFY(m_prompts->texts(RecordingPrompts::Kind::Critical).isEmpty());
+
+    const QString body = bodyText();
+    if (replaced) {
+        QVERIFY2(!body.contains(QStringLiteral("edited")), qPrintable(body));
+        QCOMPARE(body.contains(QStringLiteral("beta")), operation != QLatin1String("new"));
+        QVERIFY(!m_editor->isDirty());
+    } else {
+        QVERIFY2(body.contains(QStringLiteral("edited alpha")), qPrintable(body));
+        QVERIFY(m_editor->isDirty());
+    }
+    if (!untitled) {
+        QCOMPARE(readBytes(opened).contains("edited alpha"), savedTo == QLatin1String("opened"));
+    }
+    QCOMPARE(readBytes(chosen).contains("edited alpha"), savedTo == QLatin1String("chosen"));
+}
+
+void tst_FileOperations::editingMakesTheDocumentDirty()
+{
+    QVERIFY(!m_editor->isDirty());
+    QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
+    QVERIFY(edit(QStringLiteral("x")));
+    QVERIFY(changed.contains(QVariantList{QStringLiteral("isDirty")}));
+    // Opening replaces the changes, once the user agrees, with a clean document.
+    m_prompts->answers.enqueue(UserPrompts::Answer::No);
+    m_editor->FileOpen(writeFile(QStringLiteral("other.html"), "<p>other</p>"));
+    QVERIFY(!m_editor->isDirty());
+    QTest::qWait(50);
+    QVERIFY(!m_editor->isDirty());
+}
+
+void tst_FileOperations::fileOpenWithoutPathAsks()
+{
+    const QString file = writeFile(QStringLiteral("picked.html"), "<p>picked</p>");
+    m_prompts->fileNames.enqueue(QString());
+    m_editor->FileOpen();
+    QCOMPARE(bodyText(), QStringLiteral("start"));
+
+    m_prompts->fileNames.enqueue(file);
+    m_editor->FileOpen();
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
+        QStringList(2, QStringLiteral("Open HTML File")));
+    QVERIFY(m_prompts->shown.last().filter.contains(QStringLiteral("*.html")));
+    QCOMPARE(bodyText(), QStringLiteral("picked"));
+    QCOMPARE(m_editor->FileSave(), file);
+}
+
+void tst_FileOperations::fileNewStartsAnEmptyUntitledDocument()
+{
+    m_editor->FileNew();
+    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+    QVERIFY(!m_editor->isDirty());
+    // Untitled: saving asks for a name.
+    m_prompts->fileNames.enqueue(QString());
+    QCOMPARE(m_editor->FileSave(), QString());
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
+        QStringList{QStringLiteral("Save HTML File")});
+}
+
+void tst_FileOperations::fileOpenReportsLoadErrors_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content"); // written to name unless empty
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("missing file") << "missing.html" << QByteArray() << loadError("File not found");
+    QTest::newRow("missing folder")
+        << "nowhere/page.html" << QByteArray() << loadError("Path not found");
+    QTest::newRow("frameset") << "frames.html"
+                              << QByteArray("<html><frameset rows=\"*,*\"><frame src=\"a.html\">"
+                                            "<frame src=\"b.html\"></frameset></html>")
+                              << loadError("Document contains a frameset");
+    QTest::newRow("server script") << "page.asp"
+                                   << QByteArray("<html><body><% Response.Write(\"hi\") %>"
+                                                 "</body></html>")
+                                   << loadError("Document is primarily server side script");
+    QTest::newRow("a folder") << "" << QByteArray() << loadError("Invalid argument");
+    QTest::newRow("unreadable file")
+        << "locked.html" << QByteArray("<p>locked</p>") << loadError("Access denied");
+}
+
+void tst_FileOperations::fileOpenReportsLoadErrors()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+
+    const bool locked = QByteArray(QTest::currentDataTag()) == "unreadable file";
+    if (locked && geteuid() == 0)
+        QSKIP("Root reads unreadable files");
+    const QString file = content.isEmpty() ? path(name) : writeFile(name, content);
+    if (locked)
+        QVERIFY(QFile::setPermissions(file, QFile::WriteOwner));
+    m_editor->FileOpen(file);
+    if (locked)
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
+    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+    QVERIFY(!m_editor->isDirty());
+    // The empty document belongs to no file, so nothing can overwrite the one that failed.
+    m_prompts->fileNames.enqueue(QString());
+    QCOMPARE(m_editor->FileSave(), QString());
+    if (!content.isEmpty())
+        QCOMPARE(readBytes(file), content);
+}
+
+void tst_FileOperations::urlOpenReportsLoadErrors_data()
+{
+    // {dir} stands for the case's own folder, made after this table.
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("missing file") << "file://{dir}/missing.html" << loadError("File not found");
+    QTest::newRow("missing folder") << "file://{dir}/no/where.html" << loadError("Path not found");
+    QTest::newRow("missing page") << m_http.url(QStringLiteral("/missing.html"))
+                                  << loadError("File not found");
+    QTest::newRow("frameset") << m_http.url(QStringLiteral("/frames.html"))
+                              << loadError("Document contains a frameset");
+    QTest::newRow("unsupported scheme")
+        << "ftp://127.0.0.1/page.html" << loadError("Unknown error");
+}
+
+void tst_FileOperations::urlOpenReportsLoadErrors()
+{
+    QFETCH(QString, address);
+    QFETCH(QString, message);
+
+    m_editor->URLOpen(QString(address).replace(QStringLiteral("{dir}"), m_dir->path()));
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
+    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+}
+
+void tst_FileOperations::urlOpenLoadsAnHttpPage()
+{
+    m_editor->URLOpen(QVariant(m_http.url(QStringLiteral("/beta.html"))));
+    QVERIFY(m_prompts->shown.isEmpty());
+    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>beta</p>"));
+    QVERIFY(!m_editor->isDirty());
+
+    // The charset of the response decodes the page.
+    m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
+    QCOMPARE(bodyText(), QStringLiteral("caf\u00E9 \u20AC 5"));
+}
+
+void tst_FileOperations::fileSaveWritesToTheOpenedFile()
+{
+    const QString file = writeFile(QStringLiteral("page.html"), "<p>page</p>");
+    m_editor->FileOpen(file);
+    QVERIFY(edit(QStringLiteral("my ")));
+    QCOMPARE(m_editor->FileSave(), file);
+    QVERIFY(m_prompts->shown.isEmpty());
+    QCOMPARE(readBytes(file), QByteArray("<p>my page</p>"));
+    QVERIFY(!m_editor->isDirty());
+    // Editing goes on in the reloaded document.
+    QCOMPARE(bodyText(), QStringLiteral("my page"));
+}
+
+void tst_FileOperations::fileSaveAfterUrlOpenAsksForAName()
+{
+    m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
+    const QString chosen = path(QStringLiteral("saved/cafe.html"));
+    QDir().mkpath(path(QStringLiteral("saved")));
+    m_prompts->fileNames.enqueue(chosen);
+    QCOMPARE(m_editor->FileSave(), chosen);
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
+        QStringList{QStringLiteral("Save HTML File")});
+    // Saved in the encoding the page came in.
+    QCOMPARE(readBytes(chosen), QByteArray("<p>caf\xE9 \x80 5</p>"));
+
+    // Still from an address: even a given path makes it ask.
+    const QString given = path(QStringLiteral("given.html"));
+    m_prompts->fileNames.enqueue(QString());
+    QCOMPARE(m_editor->FileSave(given), chosen);
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile).size(), 2);
+    QVERIFY(!QFile::exists(given));
+}
+
+void tst_FileOperations::fileSaveAsWithPathSavesWithoutAsking()
+{
+    const QString original = writeFile(QStringLiteral("original.html"), "<p>text</p>");
+    m_editor->FileOpen(original);
+    // The folders on the way are created.
+    const QString copy = path(QStringLiteral("new/deeper/copy.html"));
+    QCOMPARE(m_editor->FileSaveAs(copy), copy);
+    QVERIFY(m_prompts->shown.isEmpty());
+    QCOMPARE(readBytes(copy), QByteArray("<p>text</p>"));
+
+    // The copy is the document's file now.
+    QVERIFY(edit(QStringLiteral("more ")));
+    QCOMPARE(m_editor->FileSave(), copy);
+    QCOMPARE(readBytes(copy), QByteArray("<p>more text</p>"));
+    QCOMPARE(readBytes(original), QByteArray("<p>text</p>"));
+}
+
+void tst_FileOperations::savedFilesCarryNoBaseTag_data()
+{
+    QTest::addColumn<bool>("fullDocument");
+    QTest::newRow("body") << false;
+    QTest::newRow("whole document") << true;
+}
+
+void tst_FileOperations::savedFilesCarryNoBaseTag()
+{
+    QFETCH(bool, fullDocument);
+    const QString base = QUrl::fromLocalFile(m_dir->path() + QLatin1Char('/')).toString();
+    m_editor->setBaseURL(base);
+    m_editor->setReturnFullDocument(fullDocument);
+    const QString file = writeFile(QStringLiteral("based.html"),
+        "<HTML><head><title>T</title></HEAD><body><p>x</p></body>"
+        "</HTML>");
+    m_editor->FileOpen(file);
+    const QString baseTag = QStringLiteral("<BASE HREF=\"") + base + QStringLiteral("\">");
+    QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
+
+    const QString copy = path(QStringLiteral("copy.html"));
+    QCOMPARE(m_editor->FileSaveAs(copy), copy);
+    QVERIFY(edit(QStringLiteral("y")));
+    QCOMPARE(m_editor->FileSave(), copy);
+    const QByteArray saved = readBytes(copy);
+    QVERIFY2(!saved.toLower().contains("<base"), saved.constData());
+    QCOMPARE(saved.contains("<title>T</title>"), fullDocument);
+    QVERIFY(saved.contains("<p>yx</p>"));
+    // Loaded back with its BASE, so that relative links keep resolving.
+    QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
+}
+
+void tst_FileOperations::failedSaveKeepsTheOldFile_data()
+{
+    QTest::addColumn<QByteArray>("original");
+    QTest::addColumn<QString>("target"); // "": the document's own file
+    QTest::addColumn<QString>("insert");
+    QTest::addColumn<QString>("reason");
+
+    const QByteArray latin
+        = "<html><head><meta charset=\"windows-1252\"></head><body><p>caf\xE9</p>"
+          "</body></html>";
+    QTest::newRow("the target is a folder") << QByteArray("<p>old</p>") << "folder"
+                                            << "new "
+                                            << "It is a folder.";
+    QTest::newRow("a file stands where a folder must")
+        << QByteArray("<p>old</p>") << "old.html/sub/page.html"
+        << "new "
+        << "could not be created.";
+    QTest::newRow("read-only folder") << QByteArray("<p>old</p>") << ""
+                                      << "new "
+                                      << "Permission denied.";
+    QTest::newRow("a character the encoding lacks")
+        << latin << "" << QStringLiteral("\u03A9 ")
+        << "The character \u201C\u03A9\u201D (U+03A9) on line 1, column";
+}
+
+void tst_FileOperations::failedSaveKeepsTheOldFile()
+{
+    QFETCH(QByteArray, original);
+    QFETCH(QString, target);
+    QFETCH(QString, insert);
+    QFETCH(QString, reason);
+
+    const bool readOnly = QByteArray(QTest::currentDataTag()) == "read-only folder";
+    if (readOnly && geteuid() == 0)
+        QSKIP("Root writes into read-only folders");
+    QDir().mkpath(path(QStringLiteral("folder")));
+    const QString old = writeFile(QStringLiteral("old.html"), original);
+    m_editor->FileOpen(old);
+    QVERIFY(edit(insert));
+    if (readOnly)
+        QVERIFY(QFile::setPermissions(m_dir->path(), QFile::ReadOwner | QFile::ExeOwner));
+
+    const QString result
+        = target.isEmpty() ? m_editor->FileSave() : m_editor->FileSaveAs(path(target));
+    if (readOnly)
+        QFile::setPermissions(
+            m_dir->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    QCOMPARE(result, old);
+    QVERIFY(m_editor->isDirty());
+    QCOMPARE(readBytes(old), original);
+    const QStringList messages = m_prompts->texts(RecordingPrompts::Kind::Critical);
+    QCOMPARE(messages.size(), 1);
+    QVERIFY2(messages.first().startsWith(QStringLiteral("The document could not be saved to ")),
+        qPrintable(messages.first()));
+    QVERIFY2(messages.first().contains(reason), qPrintable(messages.first()));
+    // The edit is still there to be saved elsewhere.
+    QVERIFY(bodyText().startsWith(insert.trimmed()));
+}
+
+void tst_FileOperations::encodingsSurviveOpenAndSave_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+
+    // Documents as the engine writes them back, so that an unchanged one must come back
+    // byte for byte.
+    auto document = [](const char *meta, const char *body) -> QByteArray {
+        return QByteArray("<!DOCTYPE html><html><head>") + meta
+            + "<title>T</title></HEAD><body>\n<p>" + body + "</p>\n</body></html>";
+    };
+    const QString accents = QStringLiteral("Caf\u00E9 \u201Cquoted\u201D \u2013 5 \u20AC");
+    QTest::newRow("UTF-8") << document("<meta charset=\"utf-8\">", accents.toUtf8().constData())
+                           << accents;
+    QTest::newRow("UTF-8 without declaration")
+        << document("", "Emoji \xF0\x9F\x98\x80") << QStringLiteral("Emoji \U0001F600");
+    QTest::newRow("UTF-8 with BOM")
+        << QByteArray("\xEF\xBB\xBF") + document("", accents.toUtf8().constData()) << accents;
+    const QString utf16Text
+        = QString::fromUtf8(document("<meta charset=\"utf-16\">", ""))
+              .replace(QStringLiteral("<p></p>"),
+                  QStringLiteral("<p>") + accents + QStringLiteral(" \U0001F600</p>"));
+    QTest::newRow("UTF-16 LE with BOM")
+        << utf16LE(utf16Text) << accents + QStringLiteral(" \U0001F600");
+    QTest::newRow("windows-1252 declared")
+        << document("<meta charset=\"windows-1252\">", "Caf\xE9 \x93quoted\x94 \x96 5 \x80")
+        << accents;
+    QTest::newRow("iso-8859-1 declared in http-equiv") << document(
+        "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">",
+        "Caf\xE9 \x93quoted\x94 \x96 5 \x80") << accents;
+}
+
+void tst_FileOperations::encodingsSurviveOpenAndSave()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, text);
+
+    m_editor->setReturnFullDocument(true);
+    const QString file = writeFile(QStringLiteral("encoded.html"), bytes);
+    m_editor->FileOpen(file);
+    QVERIFY(m_prompts->shown.isEmpty());
+    QCOMPARE(bodyText(), text);
+
+    const QString copy = path(QStringLiteral("copy.html"));
+    QCOMPARE(m_editor->FileSaveAs(copy), copy);
+    QCOMPARE(readBytes(copy), bytes);
+}
+
+QTEST_MAIN(tst_FileOperations)
+#include "tst_fileoperations.moc"

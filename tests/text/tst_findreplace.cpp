@@ -1,0 +1,257 @@
+// Find and replace through the editor's public methods, on the real engine: where each
+// search starts and stops, what it selects, and what the replace-all loops return.
+
+#include "../common/enginetest.h"
+
+using namespace Vantry;
+using Platform::SelectionType;
+using Platform::TextRange;
+using Platform::TextUnit;
+
+class tst_FindReplace : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void nextBeforeFirstFails();
+    void findFirstAndNextWalkTheBody();
+    void twoHitsInOneWordCountAsOne();
+    void replaceFirstAndNext();
+    void replaceAllTextReturnsFalseWhenDone_data();
+    void replaceAllTextReturnsFalseWhenDone();
+    void inSelectionMethodsRefuseAControl_data();
+    void inSelectionMethodsRefuseAControl();
+    void findNextInSelectionWrapsToTheFirstHit();
+    void textNotInSelectionLeavesSelection();
+    void replaceInSelectionStaysInside();
+    void replaceAllInSelection();
+    void aLookupEndsTheSearch();
+
+private:
+    void load(const QString &body);
+    void select(const QString &needle);
+    // The selected text, and the text from the body's start to the selection's end.
+    QString selectedText();
+    QString textUpToSelectionEnd();
+
+    std::unique_ptr<HTMLEditorComponent> m_editor;
+    Platform::WebEngineDesignSurface *m_surface = nullptr;
+};
+
+void tst_FindReplace::initTestCase()
+{
+    m_editor = std::make_unique<HTMLEditorComponent>();
+    m_editor->resize(800, 600);
+    m_editor->show();
+    QVERIFY(VantryTest::waitUntilReady(*m_editor));
+    m_surface = VantryTest::surfaceOf(*m_editor);
+    QVERIFY(m_surface);
+}
+
+void tst_FindReplace::load(const QString &body)
+{
+    QVERIFY(m_surface->setBodyInnerHTML(body));
+}
+
+void tst_FindReplace::select(const QString &needle)
+{
+    const TextRange range = m_surface->bodyRange();
+    QVERIFY(m_surface->findText(range, needle));
+    QVERIFY(m_surface->selectRange(range));
+}
+
+QString tst_FindReplace::selectedText()
+{
+    return m_surface->rangeText(m_surface->selectionRange());
+}
+
+QString tst_FindReplace::textUpToSelectionEnd()
+{
+    const TextRange range = m_surface->selectionRange();
+    m_surface->moveRangeStart(range, TextUnit::TextEdit, -1);
+    return m_surface->rangeText(range);
+}
+
+void tst_FindReplace::nextBeforeFirstFails()
+{
+    load(QStringLiteral("<p>lorem</p>"));
+    QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+    QVERIFY(!m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("x")));
+    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>lorem</p>"));
+}
+
+void tst_FindReplace::findFirstAndNextWalkTheBody()
+{
+    load(QStringLiteral("<p>lorem a</p><p>b <b>Lo</b>rem</p><p>c LOREM</p>"));
+    QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
+    QVERIFY(m_editor->FindNextText(QStringLiteral("lorem")));
+    QCOMPARE(selectedText(), QStringLiteral("Lorem"));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem a\r\nb Lorem"));
+    QVERIFY(m_editor->FindNextText(QStringLiteral("LoReM")));
+    QCOMPARE(selectedText(), QStringLiteral("LOREM"));
+    QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+    // A miss leaves the last hit selected.
+    QCOMPARE(selectedText(), QStringLiteral("LOREM"));
+    // A new first search starts again at the top.
+    QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
+}
+
+void tst_FindReplace::twoHitsInOneWordCountAsOne()
+{
+    load(QStringLiteral("<p>aaaa xaa</p>"));
+    QVERIFY(m_editor->FindFirstText(QStringLiteral("aa")));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("aa"));
+    QVERIFY(m_editor->FindNextText(QStringLiteral("aa")));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("aaaa xaa"));
+    QVERIFY(!m_editor->FindNextText(QStringLiteral("aa")));
+}
+
+void tst_FindReplace::replaceFirstAndNext()
+{
+    load(QStringLiteral("<p>lorem lorem <i>lorem</i></p>"));
+    QVERIFY(m_editor->ReplaceFirstText(QStringLiteral("LOREM"), QStringLiteral("ipsum")));
+    QVERIFY(m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("dolor")));
+    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ipsum dolor <i>lorem</i></p>"));
+    QVERIFY(m_editor->ReplaceNextText(QStringLiteral("lorem"), QString()));
+    QVERIFY(!m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("x")));
+    QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("ipsum dolor"));
+    QVERIFY(!m_editor->isDirty());
+}
+
+void tst_FindReplace::replaceAllTextReturnsFalseWhenDone_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QString>("find");
+    QTest::addColumn<QString>("replacement");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("every hit") << QStringLiteral("<p>lorem a Lorem</p><p>b lo<b>rem</b></p>")
+                               << QStringLiteral("lorem") << QStringLiteral("ipsum")
+                               << QStringLiteral("ipsum a ipsum\r\nb ipsum");
+    QTest::newRow("replacement holds the text")
+        << QStringLiteral("<p>lorem x lorem</p>") << QStringLiteral("lorem")
+        << QStringLiteral("lorem lorem") << QStringLiteral("lorem lorem x lorem lorem");
+    QTest::newRow("no hit") << QStringLiteral("<p>dolor</p>") << QStringLiteral("lorem")
+                            << QStringLiteral("ipsum") << QStringLiteral("dolor");
+    QTest::newRow("never in scripts")
+        << QStringLiteral("<p>lorem</p><script>lorem()</script><p>xlorem</p>")
+        << QStringLiteral("lorem") << QStringLiteral("ipsum") << QStringLiteral("ipsum\r\nxipsum");
+    QTest::newRow("text with a space")
+        << QStringLiteral("<p>lorem \n ipsum, lorem <b>ipsum</b></p>")
+        << QStringLiteral("lorem ipsum") << QStringLiteral("x") << QStringLiteral("x, x");
+    QTest::newRow("one hit per word") << QStringLiteral("<p>aaaa aa</p>") << QStringLiteral("aa")
+                                      << QStringLiteral("b") << QStringLiteral("baa b");
+}
+
+void tst_FindReplace::replaceAllTextReturnsFalseWhenDone()
+{
+    QFETCH(QString, body);
+    QFETCH(QString, find);
+    QFETCH(QString, replacement);
+    QFETCH(QString, text);
+    load(body);
+    QVERIFY(!m_editor->ReplaceAllText(find, replacement));
+    QVERIFY(!m_surface->lastCallFailed());
+    QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), text);
+    QVERIFY(!m_surface->bodyInnerHTML().contains(QStringLiteral("<script>ipsum")));
+}
+
+void tst_FindReplace::inSelectionMethodsRefuseAControl_data()
+{
+    QTest::addColumn<QString>("tag");
+    QTest::newRow("image") << QStringLiteral("IMG");
+    QTest::newRow("table") << QStringLiteral("TABLE");
+}
+
+void tst_FindReplace::inSelectionMethodsRefuseAControl()
+{
+    QFETCH(QString, tag);
+    const QString body = QStringLiteral("<p>lorem<img src=\"x.png\"></p><table><tbody><tr><td>"
+                                        "lorem</td></tr></tbody></table>");
+    load(body);
+    QVERIFY(m_surface->selectElement(m_surface->elementsByTagName(tag).first()));
+    const QString lorem = QStringLiteral("lorem");
+    const QString ipsum = QStringLiteral("ipsum");
+    QVERIFY(!m_editor->FindFirstTextInSelection(lorem));
+    QVERIFY(!m_editor->ReplaceFirstTextInSelection(lorem, ipsum));
+    QVERIFY(!m_editor->ReplaceAllTextInSelection(lorem, ipsum));
+    QVERIFY(!m_editor->FindNextTextInSelection(lorem));
+    QVERIFY(!m_editor->ReplaceNextTextInSelection(lorem, ipsum));
+    QCOMPARE(m_surface->bodyInnerHTML(), body);
+    QCOMPARE(m_surface->selectionType(), SelectionType::Control);
+}
+
+void tst_FindReplace::findNextInSelectionWrapsToTheFirstHit()
+{
+    load(QStringLiteral("<p>lorem 1 lorem 2 lorem 3</p>"));
+    select(QStringLiteral("lorem 1 lorem 2"));
+    const QString lorem = QStringLiteral("lorem");
+    QVERIFY(m_editor->FindFirstTextInSelection(lorem));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
+    QVERIFY(m_editor->FindNextTextInSelection(lorem));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem 1 lorem"));
+    // Past the last hit in the selection the search starts over at its first.
+    QVERIFY(m_editor->FindNextTextInSelection(lorem));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
+    QVERIFY(m_editor->FindNextTextInSelection(lorem));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem 1 lorem"));
+}
+
+void tst_FindReplace::textNotInSelectionLeavesSelection()
+{
+    load(QStringLiteral("<p>lorem 1 lorem 2 ipsum</p>"));
+    select(QStringLiteral("lorem 1"));
+    QVERIFY(!m_editor->FindFirstTextInSelection(QStringLiteral("ipsum")));
+    QVERIFY(!m_editor->ReplaceFirstTextInSelection(QStringLiteral("ipsum"), QStringLiteral("x")));
+    QCOMPARE(selectedText(), QStringLiteral("lorem 1"));
+    QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("lorem 1 lorem 2 ipsum"));
+}
+
+void tst_FindReplace::replaceInSelectionStaysInside()
+{
+    load(QStringLiteral("<p>lorem 1 lorem 2 lorem 3</p>"));
+    select(QStringLiteral("lorem 1 lorem 2"));
+    const QString lorem = QStringLiteral("lorem");
+    QVERIFY(m_editor->ReplaceFirstTextInSelection(lorem, QStringLiteral("a")));
+    QVERIFY(m_editor->ReplaceNextTextInSelection(lorem, QStringLiteral("b")));
+    // The next hit lies beyond the selection; from the selection's start again the only
+    // one left is beyond it as well.
+    QVERIFY(!m_editor->ReplaceNextTextInSelection(lorem, QStringLiteral("c")));
+    QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("a 1 b 2 lorem 3"));
+}
+
+void tst_FindReplace::replaceAllInSelection()
+{
+    load(QStringLiteral("<p>lorem 1 <b>lorem</b> 2</p><p>lorem 3</p>"));
+    select(QStringLiteral("1 lorem 2"));
+    QVERIFY(!m_editor->ReplaceAllTextInSelection(QStringLiteral("LOREM"), QStringLiteral("ipsum")));
+    QCOMPARE(
+        m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("lorem 1 ipsum 2\r\nlorem 3"));
+
+    // Hits after the selection send the search back to its start, where none is left.
+    load(QStringLiteral("<p>x lorem lorem y lorem</p>"));
+    select(QStringLiteral("lorem lorem"));
+    QVERIFY(!m_editor->ReplaceAllTextInSelection(QStringLiteral("lorem"), QStringLiteral("ipsum")));
+    QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("x ipsum ipsum y lorem"));
+    QCOMPARE(selectedText(), QString());
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("x ipsum "));
+}
+
+void tst_FindReplace::aLookupEndsTheSearch()
+{
+    load(QStringLiteral("<p>lorem lorem</p>"));
+    QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
+    QVERIFY(!m_editor->GetSelectedElementObject().isNull());
+    QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+
+    // So does a new document.
+    QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
+    load(QStringLiteral("<p>lorem lorem</p>"));
+    QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+}
+
+QTEST_MAIN(tst_FindReplace)
+#include "tst_findreplace.moc"
