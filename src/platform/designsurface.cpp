@@ -11,6 +11,20 @@ DesignSurface::DesignSurface(QObject *parent)
 
 DesignSurface::~DesignSurface() = default;
 
+bool DesignSurface::execCommand(int commandId, int, const QVariant &, QVariant *)
+{
+    setLastError(QStringLiteral("Command %1 is not supported").arg(commandId));
+    return false;
+}
+
+QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds)
+{
+    QHash<int, int> status;
+    for (int id : commandIds)
+        status.insert(id, StatusNotSupported);
+    return status;
+}
+
 QVariant Element::toVariant() const
 {
     if (isNull())

@@ -2,6 +2,7 @@
 
 #include "platform/textrange.h"
 
+#include <QHash>
 #include <QObject>
 #include <QRectF>
 #include <QStringList>
@@ -191,6 +192,31 @@ public:
     // Makes the engine's formatting commands write elements rather than style attributes.
     virtual bool useElementFormatting() = 0;
     virtual bool focusDocument() = 0;
+
+    // Editing commands by their identifiers (5000 to 5052). The status of a command is a
+    // combination of the flags below: 0 not supported, 1 supported but disabled, 3
+    // enabled, 7 enabled and latched (on), 11 enabled and ninched (mixed).
+    enum CommandStatus {
+        StatusNotSupported = 0,
+        StatusSupported = 1,
+        StatusEnabled = 2,
+        StatusLatched = 4,
+        StatusNinched = 8,
+    };
+    // Options of a command run, as the host's toolbar passes them.
+    enum CommandOption {
+        OptionDoDefault = 0,
+        OptionPromptUser = 1,
+        OptionDontPromptUser = 2,
+        OptionShowHelp = 3,
+    };
+    // Runs a command; result receives its output where it has one (a font name, the
+    // block-format names). False when the command failed or is unknown.
+    virtual bool execCommand(int commandId, int option = OptionDoDefault,
+                             const QVariant &argument = {}, QVariant *result = nullptr);
+    // The status of every command asked for, in one round trip.
+    virtual QHash<int, int> queryStatus(const QList<int> &commandIds);
+    int commandStatus(int commandId) { return queryStatus(QList<int>{commandId}).value(commandId); }
 
 Q_SIGNALS:
     void documentComplete();
