@@ -68,6 +68,17 @@ bool spinUntil(const std::function<bool()> &done, std::chrono::milliseconds time
     return true;
 }
 
+bool pollUntil(const std::function<bool()> &done, std::chrono::milliseconds timeout)
+{
+    const QDeadlineTimer deadline(timeout);
+    while (!done()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    }
+    return true;
+}
+
 void idle(std::chrono::milliseconds duration)
 {
     spinUntil([] { return false; }, duration);
@@ -86,7 +97,7 @@ struct Pending
 } // namespace
 
 QVariant runScript(QWebEnginePage *page, const QString &script, quint32 worldId,
-                   std::chrono::milliseconds timeout, bool *ok)
+    std::chrono::milliseconds timeout, bool *ok)
 {
     // Shared with the callback, which outlives this call when the answer comes late.
     auto pending = std::make_shared<Pending>();

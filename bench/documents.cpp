@@ -43,12 +43,10 @@ QString BenchDocuments::read(const QString &name) const
 
 QString paragraphDocument(int paragraphs, int charsPerParagraph)
 {
-    static constexpr std::array words{
-        "account", "balance", "channel", "decision", "evidence", "finance",  "garden",
-        "harbour", "income",  "journey", "kitchen",  "library",  "measure",  "network",
-        "office",  "project", "quarter", "research", "station",  "training", "value",
-        "window",  "year",    "zone",    "of",       "the",      "and",      "to",
-    };
+    static constexpr std::array words{"account", "balance", "channel", "decision", "evidence",
+        "finance", "garden", "harbour", "income", "journey", "kitchen", "library", "measure",
+        "network", "office", "project", "quarter", "research", "station", "training", "value",
+        "window", "year", "zone", "of", "the", "and", "to"};
     // A fixed linear congruential sequence: the same document on every run and machine.
     std::uint32_t state = 12345;
     auto next = [&state] {

@@ -32,11 +32,10 @@ bool Subject::waitForFrame(std::chrono::milliseconds timeout)
     if (ticket <= 0)
         return false;
     // Each check is one round trip; they queue behind the rendering work they wait for.
-    return spinUntil([&] { return frameRendered(ticket); }, timeout);
+    return pollUntil([&] { return frameRendered(ticket); }, timeout);
 }
 
-QVariant Subject::evaluate(const QString &script, std::chrono::milliseconds timeout,
-                           bool *ok) const
+QVariant Subject::evaluate(const QString &script, std::chrono::milliseconds timeout, bool *ok) const
 {
     return runScript(page(), script, world(), timeout, ok);
 }
@@ -45,11 +44,14 @@ bool Subject::focusInput()
 {
     QWidget *w = window();
     w->activateWindow();
-    w->raise();
     if (!QTest::qWaitForWindowActive(w, 5000))
         return false;
     w->setFocus(Qt::OtherFocusReason);
-    return spinUntil([this] { return input()->hasFocus(); }, 5s);
+    // The page learns of the focus a moment after the widget; a key sent before that gets
+    // lost.
+    return spinUntil([this] { return input()->hasFocus(); }, 5s)
+        && spinUntil(
+            [this] { return evaluate(QStringLiteral("document.hasFocus()")).toBool(); }, 5s);
 }
 
 // ---- EditorSubject -------------------------------------------------------------------
@@ -110,6 +112,11 @@ QString EditorSubject::fetch(bool wholeDocument)
     return m_editor->GetHtmlSource();
 }
 
+QString EditorSubject::adapterFetch(bool wholeDocument) const
+{
+    return wholeDocument ? m_surface->documentHTML() : m_surface->bodyInnerHTML();
+}
+
 bool EditorSubject::placeCaret(const QString &tag, int index, int offset)
 {
     return call(QStringLiteral("placeCaret"), {tag, index, offset}).toBool();
@@ -163,9 +170,14 @@ const char rawFrameTicket[] = R"JS(
 (() => {
     const f = window.__benchFrames || (window.__benchFrames = { taken: 0, rendered: 0 });
     const ticket = ++f.taken;
-    requestAnimationFrame(() => setTimeout(() => {
-        f.rendered = Math.max(f.rendered, ticket);
-    }, 0));
+    requestAnimationFrame(() => {
+        const channel = new MessageChannel();
+        channel.port1.onmessage = () => {
+            f.rendered = Math.max(f.rendered, ticket);
+            channel.port1.close();
+        };
+        channel.port2.postMessage(null);
+    });
     return ticket;
 })()
 )JS";
@@ -178,10 +190,10 @@ RawSubject::RawSubject()
     m_view->resize(width, height);
     m_view->show();
     QObject::connect(m_view.get(), &QWebEngineView::loadFinished, m_view.get(),
-                     [this](bool ok) { m_loaded = ok; });
+        [this](bool ok) { m_loaded = ok; });
     m_view->setHtml(QStringLiteral("<html><head></head><body contenteditable=\"true\"></body>"
                                    "</html>"),
-                    QUrl(QStringLiteral("file:///")));
+        QUrl(QStringLiteral("file:///")));
 }
 
 RawSubject::~RawSubject() = default;
@@ -212,10 +224,10 @@ bool RawSubject::load(const QString &html)
     const QString script = QStringLiteral("((text) => { document.open(); document.write(text); "
                                           "document.close(); document.designMode = 'on'; "
                                           "return true; })(")
-                           + jsString(html) + QStringLiteral(")");
+        + jsString(html) + QStringLiteral(")");
     bool ok = false;
-    const QVariant value = evaluate(script, 10s + std::chrono::milliseconds(html.size() / 1000),
-                                    &ok);
+    const QVariant value
+        = evaluate(script, 10s + std::chrono::milliseconds(html.size() / 1000), &ok);
     return ok && value.toBool();
 }
 
@@ -223,16 +235,14 @@ QString RawSubject::fetch(bool wholeDocument)
 {
     return evaluate(wholeDocument ? QStringLiteral("document.documentElement.outerHTML")
                                   : QStringLiteral("document.body.innerHTML"),
-                    60s)
+        60s)
         .toString();
 }
 
 bool RawSubject::placeCaret(const QString &tag, int index, int offset)
 {
-    return evaluate(QLatin1String(rawPlaceCaret) + QStringLiteral("(%1, %2, %3)")
-                                                       .arg(jsString(tag))
-                                                       .arg(index)
-                                                       .arg(offset))
+    return evaluate(QLatin1String(rawPlaceCaret)
+        + QStringLiteral("(%1, %2, %3)").arg(jsString(tag)).arg(index).arg(offset))
         .toBool();
 }
 

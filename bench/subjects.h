@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPointer>
 #include <QString>
 #include <QVariant>
 
@@ -53,8 +52,7 @@ public:
 
     // Runs a script in world() and returns its value.
     QVariant evaluate(const QString &script,
-                      std::chrono::milliseconds timeout = std::chrono::seconds(30),
-                      bool *ok = nullptr) const;
+        std::chrono::milliseconds timeout = std::chrono::seconds(30), bool *ok = nullptr) const;
 
     // Makes the window active and the document the focus of key input.
     bool focusInput();
@@ -83,6 +81,8 @@ public:
     QString elementText(const QString &tag, int index) override;
 
     Vantry::HTMLEditorComponent *editor() const { return m_editor.get(); }
+    // What fetch() reads, straight from the adapter: no text rules applied.
+    QString adapterFetch(bool wholeDocument) const;
 
 protected:
     int frameTicket() override;

@@ -188,6 +188,20 @@ public:
     clsDocumentProperties *DocumentProperties() const;
     void setDocumentProperties(clsDocumentProperties *properties);
 
+    // Toolbar buttons by key, in any letter case. SetButtonState is the host's permission:
+    // a button it switches off stays off whatever the selection. The getters return the
+    // stored state, or nothing for a key never stored.
+    Q_INVOKABLE void SetButtonState(const QString &ButtonKey, bool bState);
+    Q_INVOKABLE void SetButtonVisibleState(const QString &ButtonKey, bool bState);
+    Q_INVOKABLE QVariant GetButtonEnabledState(const QString &ButtonKey) const;
+    Q_INVOKABLE QVariant GetButtonLatchedState(const QString &ButtonKey) const;
+
+    // Font of the selection in the design view. Each does nothing before the first
+    // document, in the source view, or while the selection takes no such change.
+    Q_INVOKABLE void FontName(const QString &sFontName);
+    Q_INVOKABLE void FontSize(const QVariant &sFontSize);
+    Q_INVOKABLE void FontColor(const QVariant &FontColor);
+
     // The three moments of persistence: a fresh instance, reading from and writing to the
     // container's bag. Reading runs no side effects of the properties.
     Q_INVOKABLE void InitProperties();
@@ -260,6 +274,79 @@ public:
     Q_INVOKABLE void ToggleDesignSourceView(const QVariant &sView);
     // True while the design view shows; editing commands run only then.
     bool DesignViewActive() const;
+
+    // Editing commands. They do nothing while the source view shows and mark the document
+    // dirty once done; FlashProperties does nothing at all.
+    Q_INVOKABLE void Bold();
+    Q_INVOKABLE void Italic();
+    Q_INVOKABLE void Underline();
+    Q_INVOKABLE void NumberBullets();
+    Q_INVOKABLE void Bullets();
+    Q_INVOKABLE void Outdent();
+    Q_INVOKABLE void Indent();
+    Q_INVOKABLE void LeftAlign();
+    Q_INVOKABLE void CenterAlign();
+    Q_INVOKABLE void RightAlign();
+    Q_INVOKABLE void ForeColor();
+    Q_INVOKABLE void BackColor();
+    Q_INVOKABLE void Hyperlink();
+    Q_INVOKABLE void UploadImage();
+    Q_INVOKABLE void InsertImage();
+    Q_INVOKABLE void Cut();
+    Q_INVOKABLE void Copy();
+    Q_INVOKABLE void Paste();
+    Q_INVOKABLE void UnDo();
+    Q_INVOKABLE void ReDo();
+    Q_INVOKABLE void Border();
+    Q_INVOKABLE void Details();
+    Q_INVOKABLE void AbsolutePosition();
+    Q_INVOKABLE void LockElement();
+    Q_INVOKABLE void SnapToGrid();
+    Q_INVOKABLE void InsertTABLE();
+    Q_INVOKABLE void InsertRow();
+    Q_INVOKABLE void DeleteRow();
+    Q_INVOKABLE void InsertColumn();
+    Q_INVOKABLE void DeleteColumn();
+    Q_INVOKABLE void InsertCell();
+    Q_INVOKABLE void DeleteCell();
+    Q_INVOKABLE void MergeCells();
+    Q_INVOKABLE void SplitCells();
+    Q_INVOKABLE void Font();
+    Q_INVOKABLE void SelectAll();
+    Q_INVOKABLE void Find();
+    Q_INVOKABLE void BringToFront();
+    Q_INVOKABLE void SendToBack();
+    Q_INVOKABLE void BringForward();
+    Q_INVOKABLE void SendBack();
+    Q_INVOKABLE void BringAboveText();
+    Q_INVOKABLE void SendBelowText();
+    Q_INVOKABLE void FlashProperties();
+    Q_INVOKABLE void SpellCheck();
+    Q_INVOKABLE void PageProperties();
+    // An IMG tag from the non-empty arguments, pasted at the selection; an empty source asks
+    // for a file. The arguments afterwards hold what was inserted.
+    Q_INVOKABLE void InsertImageNoPrompt(QString &psIMAGE_Width, QString &psIMAGE_Height,
+                                         QString &psIMAGE_vspace, QString &psIMAGE_hspace,
+                                         QString &psIMAGE_align, QString &psIMAGE_border,
+                                         QString &psIMAGE_alt, QString &psIMAGE_src,
+                                         QString &psIMAGE_Style);
+    // A table from the arguments: pasted at the selection, or with a class appended to the
+    // end of the body. Empty rows and columns give one row of three cells.
+    Q_INVOKABLE void InsertTABLENoPrompt(QString &psTABLE_Width, QString &psTABLE_Height,
+                                         QString &psTABLE_Rows, QString &psTABLE_Columns,
+                                         QString &psTABLE_Align, QString &psTABLE_Valign,
+                                         QString &psTABLE_BGImage, QString &psTABLE_BGColor,
+                                         QString &psTABLE_Border, QString &psTABLE_CellSpacing,
+                                         QString &psTABLE_CellPadding,
+                                         QString &psTABLE_BorderColor, QString &psTABLE_Style);
+    Q_INVOKABLE void InsertTABLENoPrompt2(QString &psTABLE_Width, QString &psTABLE_Height,
+                                          QString &psTABLE_Rows, QString &psTABLE_Columns,
+                                          QString &psTABLE_Align, QString &psTABLE_Valign,
+                                          QString &psTABLE_BGImage, QString &psTABLE_BGColor,
+                                          QString &psTABLE_Border, QString &psTABLE_CellSpacing,
+                                          QString &psTABLE_CellPadding,
+                                          QString &psTABLE_BorderColor, QString &psTABLE_Style,
+                                          QString &psTABLE_Class);
 
 Q_SIGNALS:
     void ImageInserted(QVariant &sFileName, QVariant &sFilePath);

@@ -9,13 +9,32 @@ QString htmlTag()
     return QStringLiteral("<HTML>");
 }
 
+// Case-insensitive search that is fast on markup: a needle that starts with a character
+// without case variants ('<' for tags) is found by its first character, which QString
+// scans for with SIMD, and only the candidates are compared ignoring case. The generic
+// case-insensitive search folds every character of the document.
+qsizetype indexOfNoCase(QStringView text, QStringView needle, qsizetype from)
+{
+    const QChar first = needle.front();
+    if (first.toLower() != first || first.toUpper() != first)
+        return text.indexOf(needle, from, Qt::CaseInsensitive);
+    const QStringView rest = needle.sliced(1);
+    for (qsizetype at = text.indexOf(first, from); at >= 0; at = text.indexOf(first, at + 1)) {
+        if (text.size() - at < needle.size())
+            return -1;
+        if (text.sliced(at + 1, rest.size()).compare(rest, Qt::CaseInsensitive) == 0)
+            return at;
+    }
+    return -1;
+}
+
 } // namespace
 
 QString ReplaceNoCase(const QString &text, const QString &find, const QString &replacement)
 {
     if (find.isEmpty())
         return text;
-    qsizetype hit = text.indexOf(find, 0, Qt::CaseInsensitive);
+    qsizetype hit = indexOfNoCase(text, find, 0);
     if (hit < 0)
         return text;
 
@@ -28,7 +47,7 @@ QString ReplaceNoCase(const QString &text, const QString &find, const QString &r
         result.append(QStringView(text).sliced(from, hit - from));
         result.append(replacement);
         from = hit + find.size();
-        hit = text.indexOf(find, from, Qt::CaseInsensitive);
+        hit = indexOfNoCase(text, find, from);
     } while (hit >= 0);
     result.append(QStringView(text).sliced(from));
     return result;
@@ -36,6 +55,8 @@ QString ReplaceNoCase(const QString &text, const QString &find, const QString &r
 
 QString removeLineBreaks(const QString &text)
 {
+    if (!text.contains(u'\r'))
+        return text;
     QString result = text;
     result.remove(QLatin1StringView("\r\n"));
     return result;
@@ -86,7 +107,7 @@ QString normaliseStyleSheetLinks(const QString &text, const QString &linkMarkup)
     // Deleting each such tag everywhere (the CR LF form first) and searching again gives the
     // same text, short of a deletion that joins its surroundings into new markup, but costs a
     // pass over the whole document per tag.
-    const QLatin1StringView linkStart("<link");
+    const QStringView linkStart(u"<link");
     const QLatin1StringView crlf("\r\n");
 
     QString result;
@@ -94,7 +115,7 @@ QString normaliseStyleSheetLinks(const QString &text, const QString &linkMarkup)
     qsizetype copied = 0;
     qsizetype from = 0;
     for (;;) {
-        const qsizetype start = text.indexOf(linkStart, from, Qt::CaseInsensitive);
+        const qsizetype start = indexOfNoCase(text, linkStart, from);
         if (start < 0)
             break;
         const qsizetype end = text.indexOf(u'>', start);

@@ -1,7 +1,13 @@
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 
+#include "commands/contextmenus.h"
+#include "commands/editortoolbar.h"
+#include "commands/executor.h"
+#include "commands/fontcontrols.h"
 #include "commands/htmlelement.h"
 #include "commands/selectionaccess.h"
+#include "commands/selectionstate.h"
+#include "commands/toolbarbuilder.h"
 #include "control/contentexchange.h"
 #include "control/documentfields.h"
 #include "control/editorlayout.h"
@@ -13,6 +19,7 @@
 #include "text/findreplace.h"
 #include "platform/prompts/userprompts.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QHash>
 #include <QResizeEvent>
@@ -27,8 +34,7 @@ using Control::PropertyInfo;
 
 namespace {
 
-// Top edges of the three toolbar rows, in twips.
-constexpr std::array<int, 3> rowTopsInTwips{0, 420, 840};
+// Height of a toolbar row, in twips; the toolbar model keeps where each row sits.
 constexpr int rowHeightInTwips = 420;
 
 bool isNone(const QString &display)
@@ -71,10 +77,12 @@ public:
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Text::FindReplace> finder;
+    std::unique_ptr<Commands::Executor> executor;
+    std::unique_ptr<Commands::ContextMenus> menus;
     std::unique_ptr<Control::FileOperations> files;
     Control::FocusTracker focus;
-    // Host permissions by lower-cased button key.
-    QHash<QString, bool> enabledButtons;
+    std::unique_ptr<Commands::CommandStatusSource> commandStatus;
+    std::unique_ptr<Commands::EditorToolbar> toolbarControls;
     bool firstCompletionHandled = false;
     QMetaObject::Connection focusConnection;
 
@@ -122,6 +130,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     viewHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
     viewHooks.setEnabledFlag = [this](bool enabled) { exchange->setEnabled(enabled); };
     viewHooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
+    viewHooks.refreshToolbarStates = [this] { toolbarControls->refresh(); };
     sourceView = std::make_unique<Control::SourceView>(settings, *surface, editPanel, tabs,
                                                        std::move(viewHooks));
     sourceView->setUp(settings.ApplicationDirectoryPath);
@@ -133,14 +142,68 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     selection = std::make_unique<Commands::SelectionAccess>(*surface, references,
                                                             std::move(selectionHooks));
     finder = std::make_unique<Text::FindReplace>(*surface, references);
+    Commands::Executor::Hooks executorHooks;
+    executorHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    executorHooks.markDirty = [q] { q->setisDirty(true); };
+    executorHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
+    executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
+        if (QAction *button = toolbarControls->buttons().button(key)) {
+            button->setCheckable(true);
+            button->setChecked(pressed);
+        }
+    };
+    executorHooks.setButtonToolTip = [this](const QString &key, const QString &toolTip) {
+        if (QAction *button = toolbarControls->buttons().button(key))
+            button->setToolTip(toolTip);
+    };
+    executor = std::make_unique<Commands::Executor>(*surface, *selection, references,
+                                                    std::move(executorHooks));
+    Commands::ContextMenus::Hooks menuHooks;
+    menuHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    menuHooks.disabled = [this] { return settings.DisableContextMenus; };
+    menuHooks.settings = [q]() -> clsContextMenu & { return *q->ContextMenu(); };
+    menuHooks.execute = [this](int number) { executor->executeCommand(number); };
+    menuHooks.elementProperties = [this] { executor->dialogs().elementProperties(); };
+    menuHooks.customClicked = [q](const QString &key) {
+        QString sCustomMenuKey = key;
+        Q_EMIT q->CustomContextMenuClick(sCustomMenuKey);
+    };
+    menus = std::make_unique<Commands::ContextMenus>(*surface, *selection, std::move(menuHooks));
     Control::FileOperations::Hooks fileHooks;
     fileHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
     fileHooks.setDirty = [q](bool dirty) { q->setisDirty(dirty); };
+    fileHooks.refreshSelectionState = [this] { toolbarControls->refresh(); };
     fileHooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
     files = std::make_unique<Control::FileOperations>(settings, *exchange, *surface,
                                                       std::move(fileHooks));
 
+    Commands::EditorToolbar::Hooks toolbarHooks;
+    toolbarHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
+    toolbarHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    toolbarControls = std::make_unique<Commands::EditorToolbar>(rows, q, std::move(toolbarHooks));
+    commandStatus = std::make_unique<Commands::SurfaceStatusSource>(*surface);
+    toolbarControls->setStatusSource(commandStatus.get());
+    toolbarControls->setCommandSink(executor.get());
+    toolbarControls->attach(companion(toolbar));
+    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::buttonClicked, q,
+                     [this](const QString &key) { executor->executeKey(key); });
+    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::rowsChanged, q,
+                     [this] { layout(); });
+    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionStateChanged, q,
+                     [q](const QString &key, bool enabled, bool selected) {
+                         QString sCommandName = key;
+                         Q_EMIT q->CurrentSelectionStateChange(sCommandName, enabled, selected);
+                     });
+    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionTextChanged, q,
+                     [q](const QString &key, const QString &value) {
+                         QString sCommandName = key;
+                         QString sValue = value;
+                         Q_EMIT q->CurrentSelectionStateChangeText(sCommandName, sValue);
+                     });
+
     using Platform::DesignSurface;
+    QObject::connect(surface, &DesignSurface::displayChanged, q,
+                     [this] { toolbarControls->refresh(); });
     QObject::connect(surface, &DesignSurface::documentComplete, q,
                      [this] { onDocumentComplete(); });
     QObject::connect(surface, &DesignSurface::keyDown, q, [this] {
@@ -167,6 +230,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
                      [this](int b, int s, double x, double y) {
                          raiseMouse(&HTMLEditorComponent::MouseUp, b, s, x, y);
                      });
+    QObject::connect(surface, &DesignSurface::contextMenuRequested, q,
+                     [this](const QPoint &position) { menus->popup(surface->widget(), position); });
     QObject::connect(surface, &DesignSurface::clicked, q, [this] {
         if (focus.hasFocus())
             surface->focusDocument();
@@ -269,7 +334,8 @@ void HTMLEditorComponent::Private::applySideEffect(const QString &name)
     } else if (name == QLatin1String("BaseURL")) {
         surface->setBaseUrl(settings.BaseURL);
     } else if (name == QLatin1String("ReturnFullDocument")) {
-        enabledButtons.insert(QStringLiteral("pageproperties"), settings.ReturnFullDocument);
+        toolbarControls->setButtonState(QStringLiteral("PageProperties"),
+                                        settings.ReturnFullDocument);
     } else if (name == QLatin1String("Enabled")) {
         applyEnabled();
     } else if (name == QLatin1String("ToolbarDisplay")) {
@@ -315,8 +381,10 @@ void HTMLEditorComponent::Private::layout()
 {
     Control::LayoutInput input;
     input.size = q->size();
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        input.rowHeights[i] = rows[i]->height();
+    // The host may reorder the rows and hide single ones.
+    const std::array<QToolBar *, 3> ordered = toolbarControls->rowsTopToBottom();
+    for (std::size_t i = 0; i < ordered.size(); ++i)
+        input.rowHeights[i] = ordered[i]->isHidden() ? 0 : ordered[i]->height();
     input.toolbarsVisible = !isNone(settings.ToolbarDisplay);
     input.tabStripVisible = !isNone(settings.TabStripDisplay);
     input.tabStripHeight = tabs->sizeHint().height();
@@ -324,8 +392,8 @@ void HTMLEditorComponent::Private::layout()
     input.displayHeight = settings.SetDisplayHeight;
 
     const Control::LayoutResult result = Control::computeLayout(input);
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        rows[i]->setGeometry(result.rows[i]);
+    for (std::size_t i = 0; i < ordered.size(); ++i)
+        ordered[i]->setGeometry(result.rows[i]);
     tabPanel->setGeometry(result.tabStrip);
     tabs->setGeometry(0, 0, result.tabStrip.width(), result.tabStrip.height());
     editPanel->setGeometry(result.editingPanel);
@@ -603,12 +671,50 @@ void HTMLEditorComponent::setContextMenu(clsContextMenu *menu)
 
 clsToolbar *HTMLEditorComponent::Toolbar() const
 {
-    return d->companion(d->toolbar);
+    if (!d->toolbar)
+        d->toolbarControls->attach(d->companion(d->toolbar));
+    return d->toolbar;
 }
 
 void HTMLEditorComponent::setToolbar(clsToolbar *toolbar)
 {
     d->toolbar = toolbar;
+    d->toolbarControls->attach(toolbar);
+}
+
+void HTMLEditorComponent::SetButtonState(const QString &ButtonKey, bool bState)
+{
+    d->toolbarControls->setButtonState(ButtonKey, bState);
+}
+
+void HTMLEditorComponent::SetButtonVisibleState(const QString &ButtonKey, bool bState)
+{
+    d->toolbarControls->setButtonVisibleState(ButtonKey, bState);
+}
+
+QVariant HTMLEditorComponent::GetButtonEnabledState(const QString &ButtonKey) const
+{
+    return d->toolbarControls->buttonEnabledState(ButtonKey);
+}
+
+QVariant HTMLEditorComponent::GetButtonLatchedState(const QString &ButtonKey) const
+{
+    return d->toolbarControls->buttonLatchedState(ButtonKey);
+}
+
+void HTMLEditorComponent::FontName(const QString &sFontName)
+{
+    d->toolbarControls->fonts().applyFontName(sFontName);
+}
+
+void HTMLEditorComponent::FontSize(const QVariant &sFontSize)
+{
+    d->toolbarControls->fonts().applyFontSize(sFontSize);
+}
+
+void HTMLEditorComponent::FontColor(const QVariant &FontColor)
+{
+    d->toolbarControls->fonts().applyFontColor(FontColor);
 }
 
 clsStyle *HTMLEditorComponent::StyleSheet() const
@@ -1070,6 +1176,282 @@ bool HTMLEditorComponent::ScrollBars() const
 void HTMLEditorComponent::setScrollBars(bool value)
 {
     d->assign(QStringLiteral("ScrollBars"), QVariant::fromValue(value));
+}
+
+// Editing commands: each hands its number to the executor.
+
+void HTMLEditorComponent::Bold()
+{
+    d->executor->executeCommand(1);
+}
+
+void HTMLEditorComponent::Italic()
+{
+    d->executor->executeCommand(2);
+}
+
+void HTMLEditorComponent::Underline()
+{
+    d->executor->executeCommand(3);
+}
+
+void HTMLEditorComponent::NumberBullets()
+{
+    d->executor->executeCommand(4);
+}
+
+void HTMLEditorComponent::Bullets()
+{
+    d->executor->executeCommand(5);
+}
+
+void HTMLEditorComponent::Outdent()
+{
+    d->executor->executeCommand(6);
+}
+
+void HTMLEditorComponent::Indent()
+{
+    d->executor->executeCommand(7);
+}
+
+void HTMLEditorComponent::LeftAlign()
+{
+    d->executor->executeCommand(8);
+}
+
+void HTMLEditorComponent::CenterAlign()
+{
+    d->executor->executeCommand(9);
+}
+
+void HTMLEditorComponent::RightAlign()
+{
+    d->executor->executeCommand(10);
+}
+
+void HTMLEditorComponent::ForeColor()
+{
+    d->executor->executeCommand(11);
+}
+
+void HTMLEditorComponent::BackColor()
+{
+    d->executor->executeCommand(12);
+}
+
+void HTMLEditorComponent::Hyperlink()
+{
+    d->executor->executeCommand(13);
+}
+
+void HTMLEditorComponent::UploadImage()
+{
+    d->executor->executeCommand(14);
+}
+
+void HTMLEditorComponent::InsertImage()
+{
+    d->executor->executeCommand(15);
+}
+
+void HTMLEditorComponent::Cut()
+{
+    d->executor->executeCommand(16);
+}
+
+void HTMLEditorComponent::Copy()
+{
+    d->executor->executeCommand(17);
+}
+
+void HTMLEditorComponent::Paste()
+{
+    d->executor->executeCommand(18);
+}
+
+void HTMLEditorComponent::UnDo()
+{
+    d->executor->executeCommand(19);
+}
+
+void HTMLEditorComponent::ReDo()
+{
+    d->executor->executeCommand(20);
+}
+
+void HTMLEditorComponent::Border()
+{
+    d->executor->executeCommand(21);
+}
+
+void HTMLEditorComponent::Details()
+{
+    d->executor->executeCommand(22);
+}
+
+void HTMLEditorComponent::AbsolutePosition()
+{
+    d->executor->executeCommand(23);
+}
+
+void HTMLEditorComponent::LockElement()
+{
+    d->executor->executeCommand(24);
+}
+
+void HTMLEditorComponent::SnapToGrid()
+{
+    d->executor->executeCommand(26);
+}
+
+void HTMLEditorComponent::InsertTABLE()
+{
+    d->executor->executeCommand(27);
+}
+
+void HTMLEditorComponent::InsertRow()
+{
+    d->executor->executeCommand(28);
+}
+
+void HTMLEditorComponent::DeleteRow()
+{
+    d->executor->executeCommand(29);
+}
+
+void HTMLEditorComponent::InsertColumn()
+{
+    d->executor->executeCommand(30);
+}
+
+void HTMLEditorComponent::DeleteColumn()
+{
+    d->executor->executeCommand(31);
+}
+
+void HTMLEditorComponent::InsertCell()
+{
+    d->executor->executeCommand(32);
+}
+
+void HTMLEditorComponent::DeleteCell()
+{
+    d->executor->executeCommand(33);
+}
+
+void HTMLEditorComponent::MergeCells()
+{
+    d->executor->executeCommand(34);
+}
+
+void HTMLEditorComponent::SplitCells()
+{
+    d->executor->executeCommand(35);
+}
+
+void HTMLEditorComponent::Font()
+{
+    d->executor->executeCommand(36);
+}
+
+void HTMLEditorComponent::SelectAll()
+{
+    d->executor->executeCommand(37);
+}
+
+void HTMLEditorComponent::Find()
+{
+    d->executor->executeCommand(38);
+}
+
+void HTMLEditorComponent::BringToFront()
+{
+    d->executor->executeCommand(39);
+}
+
+void HTMLEditorComponent::SendToBack()
+{
+    d->executor->executeCommand(40);
+}
+
+void HTMLEditorComponent::BringForward()
+{
+    d->executor->executeCommand(41);
+}
+
+void HTMLEditorComponent::SendBack()
+{
+    d->executor->executeCommand(42);
+}
+
+void HTMLEditorComponent::BringAboveText()
+{
+    d->executor->executeCommand(43);
+}
+
+void HTMLEditorComponent::SendBelowText()
+{
+    d->executor->executeCommand(44);
+}
+
+void HTMLEditorComponent::FlashProperties()
+{
+    d->executor->executeCommand(53);
+}
+
+void HTMLEditorComponent::SpellCheck()
+{
+    d->executor->executeCommand(46);
+}
+
+void HTMLEditorComponent::PageProperties()
+{
+    d->executor->executeCommand(50);
+}
+
+void HTMLEditorComponent::InsertImageNoPrompt(QString &psIMAGE_Width, QString &psIMAGE_Height,
+                                              QString &psIMAGE_vspace, QString &psIMAGE_hspace,
+                                              QString &psIMAGE_align, QString &psIMAGE_border,
+                                              QString &psIMAGE_alt, QString &psIMAGE_src,
+                                              QString &psIMAGE_Style)
+{
+    Commands::ImageArguments image{psIMAGE_Width, psIMAGE_Height, psIMAGE_vspace,
+                                   psIMAGE_hspace, psIMAGE_align, psIMAGE_border,
+                                   psIMAGE_alt,   psIMAGE_src,    psIMAGE_Style};
+    d->executor->insertImageFromArguments(image);
+    psIMAGE_Width = image.width;
+    psIMAGE_Height = image.height;
+    psIMAGE_src = image.src;
+}
+
+void HTMLEditorComponent::InsertTABLENoPrompt(
+    QString &psTABLE_Width, QString &psTABLE_Height, QString &psTABLE_Rows,
+    QString &psTABLE_Columns, QString &psTABLE_Align, QString &psTABLE_Valign,
+    QString &psTABLE_BGImage, QString &psTABLE_BGColor, QString &psTABLE_Border,
+    QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding, QString &psTABLE_BorderColor,
+    QString &psTABLE_Style)
+{
+    QString noClass;
+    d->executor->insertTableFromArguments(
+        {psTABLE_Width, psTABLE_Height, psTABLE_Rows, psTABLE_Columns, psTABLE_Align,
+         psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
+         psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, noClass},
+        false);
+}
+
+void HTMLEditorComponent::InsertTABLENoPrompt2(
+    QString &psTABLE_Width, QString &psTABLE_Height, QString &psTABLE_Rows,
+    QString &psTABLE_Columns, QString &psTABLE_Align, QString &psTABLE_Valign,
+    QString &psTABLE_BGImage, QString &psTABLE_BGColor, QString &psTABLE_Border,
+    QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding, QString &psTABLE_BorderColor,
+    QString &psTABLE_Style, QString &psTABLE_Class)
+{
+    d->executor->insertTableFromArguments(
+        {psTABLE_Width, psTABLE_Height, psTABLE_Rows, psTABLE_Columns, psTABLE_Align,
+         psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
+         psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, psTABLE_Class},
+        true);
 }
 
 } // namespace Vantry

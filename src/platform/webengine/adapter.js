@@ -34,7 +34,8 @@
         if (!node)
             return null;
         let id = handleOf.get(node);
-        if (!id) {
+        // An id from before the last reset may since name another node, or none.
+        if (!id || handles.get(id) !== node) {
             id = nextHandle++;
             handleOf.set(node, id);
             handles.set(id, node);
@@ -63,20 +64,61 @@
     // constructed style sheet, which is not part of the DOM.
     function editorRules() {
         const rules = [];
-        // Let the engine skip style, layout and paint of blocks far from the viewport. In a
-        // long document most of what this saves on a key press is the engine's copy of the
-        // whole editable text for input methods, which leaves skipped blocks out. Keep the
-        // rule the same for every document: the sheet stays adopted while the next document
-        // is written, and blocks laid out before they get the rule edit more slowly than
-        // with no rule at all.
-        rules.push(':where(body > *, body > div > *) { content-visibility: auto; ' +
-                   'contain-intrinsic-size: auto 1.2em; }');
+        // In long documents, let the engine skip style, layout and paint of blocks far from
+        // the viewport: most of what this saves on a key press is the engine's copy of the
+        // whole editable text for input methods, which leaves skipped blocks out. The rule
+        // is settled before a document is written and kept until the next one, because
+        // blocks laid out before they get it edit more slowly than with no rule at all. The
+        // division that wraps the whole body is left alone: containing it would clip
+        // everything wider than the page.
+        if (skipFarBlocks)
+            rules.push(':where(body > :not(:only-child), body > :only-child > *) { ' +
+                       'content-visibility: auto; contain-intrinsic-size: auto 1.2em; }');
         if (!scrollBarsVisible)
             rules.push('html, body { overflow: hidden !important; }');
+        if (display.borders) {
+            // Tables without a visible border are drawn dashed, so their cells can be seen.
+            const zero = ':is(table:not([border]), table[border="0"])';
+            rules.push(zero + ', ' + zero + ' > :is(tbody, thead, tfoot) > tr > :is(td, th), ' +
+                       zero + ' > tr > :is(td, th) { outline: 1px dashed #a0a0a0; ' +
+                       'outline-offset: -1px; }');
+        }
+        if (display.details) {
+            // Marks for what a reader never sees: anchors, scripts and line breaks.
+            const mark = 'font: 9px sans-serif; color: #555; background: #ffd; ' +
+                         'border: 1px solid #bb9; padding: 0 2px; margin: 0 1px; ' +
+                         '-webkit-user-modify: read-only; user-select: none;';
+            rules.push('a[name]:not([href])::before, a[id]:not([href])::before { content: ' +
+                       '"\\2693"; ' + mark + ' }');
+            rules.push('body script { display: inline-block !important; width: auto; ' +
+                       'height: 12px; overflow: hidden; font-size: 0 !important; ' +
+                       'vertical-align: middle; }');
+            rules.push('body script::before { content: "script"; display: inline-block; ' +
+                       mark + ' }');
+            rules.push('body noscript, body style { display: none; }');
+        }
         return rules.join('\n');
     }
 
     let scrollBarsVisible = true;
+    let skipFarBlocks = false;
+
+    // Below this many blocks a key press is fast anyway and the page renders exactly as
+    // written; above it, skipping far blocks pays.
+    const SKIP_FAR_BLOCKS_FROM = 1000;
+    const BLOCK_TAG = /<(?:p|h[1-6]|li|div|tr|table|pre|blockquote|ul|ol|dl|dt|dd)[\s>]/gi;
+
+    function countsAsLong(text) {
+        BLOCK_TAG.lastIndex = 0;
+        let blocks = 0;
+        while (BLOCK_TAG.exec(text) !== null) {
+            if (++blocks >= SKIP_FAR_BLOCKS_FROM)
+                return true;
+        }
+        return false;
+    }
+    // The display switches: editing aids drawn through the editor's sheet, never saved.
+    const display = { borders: false, details: false, snapToGrid: false };
 
     function applyEditorSheet() {
         try {
@@ -187,6 +229,8 @@
     }
 
     function load(text) {
+        skipFarBlocks = countsAsLong(text);
+        applyEditorSheet();
         const parts = splitWrapped(text);
         if (parts) {
             if (parts.base !== null)
@@ -276,13 +320,57 @@
         return (e.buttons & 1 ? 1 : 0) | (e.buttons & 2 ? 2 : 0) | (e.buttons & 4 ? 4 : 0);
     }
 
-    function scheduleDisplayChanged() {
+    // Timers never fire in this world while the page's own scripting is off, but messages
+    // do: this runs queued work as soon as the current task is done.
+    const soonQueue = [];
+    const soonChannel = new MessageChannel();
+    soonChannel.port1.onmessage = () => {
+        for (const fn of soonQueue.splice(0))
+            fn();
+    };
+
+    function soon(fn) {
+        soonQueue.push(fn);
+        if (soonQueue.length === 1)
+            soonChannel.port2.postMessage(0);
+    }
+
+    // Selection and content events come in bursts; the host hears one display change per
+    // burst.
+    //
+    // A change the adapter makes itself is always announced; the engine's selection events
+    // only when the selection really moved, since operations that look at the selection
+    // may set it back to where it was, and the host's refresh runs such operations.
+    let displayForced = false;
+    let lastSelection = null;
+
+    function selectionMoved() {
+        const s = document.getSelection();
+        const now = s ? [generation, s.anchorNode, s.anchorOffset, s.focusNode, s.focusOffset]
+                      : [generation];
+        const moved = !lastSelection || now.length !== lastSelection.length
+                      || now.some((v, i) => v !== lastSelection[i]);
+        lastSelection = now;
+        return moved;
+    }
+
+    function scheduleDisplayChanged(force) {
+        if (force !== false)
+            displayForced = true;
         if (displayTimer)
             return;
-        displayTimer = setTimeout(() => {
+        displayTimer = 1;
+        soon(() => {
             displayTimer = 0;
-            notify('displayChanged');
-        }, 0);
+            const forced = displayForced;
+            displayForced = false;
+            if (selectionMoved() || forced)
+                notify('displayChanged');
+        });
+    }
+
+    function selectionEvent() {
+        scheduleDisplayChanged(false);
     }
 
     const listeners = {
@@ -320,8 +408,8 @@
             notify('contextMenu', [e.clientX, e.clientY]);
         },
         submit: e => { e.preventDefault(); },
-        selectionchange: () => { scheduleDisplayChanged(); },
-        keyup: () => { scheduleDisplayChanged(); },
+        selectionchange: selectionEvent,
+        keyup: selectionEvent,
     };
 
     function attachListeners() {
@@ -347,7 +435,15 @@
         load: text => load(text),
         documentHTML: () => documentHTML(),
         bodyInnerHTML: () => (document.body ? document.body.innerHTML : ''),
-        bodyInnerText: () => (document.body ? document.body.innerText : ''),
+        // The text as a reader sees it, from the text model rather than the layout: blocks
+        // the engine skips while they are far from view have no rendered text.
+        bodyInnerText: () => {
+            if (!document.body)
+                return '';
+            if (!ops.bodyRange || !ops.rangeText)
+                return document.body.textContent;
+            return ops.rangeText(ops.bodyRange());
+        },
         setBodyInnerHTML: html => {
             if (!document.body)
                 throw new Error('The document has no body');
@@ -494,6 +590,18 @@
                 frameRendered: ticket => rendered >= ticket,
             };
         })(),
+        setDisplay: (name, on) => {
+            if (!(name in display))
+                throw new Error('Unknown display switch ' + name);
+            display[name] = !!on;
+            applyEditorSheet();
+            return true;
+        },
+        display: name => {
+            if (!(name in display))
+                throw new Error('Unknown display switch ' + name);
+            return display[name];
+        },
     };
 
     function invoke(name, args) {
@@ -523,12 +631,13 @@
         nodeFor: nodeFor,
         notify: notify,
         generation: () => generation,
-        scheduleDisplayChanged: scheduleDisplayChanged,
+        scheduleDisplayChanged: () => scheduleDisplayChanged(true),
+        display: display,
     };
 
     function connect() {
         if (typeof QWebChannel === 'undefined' || typeof qt === 'undefined') {
-            setTimeout(connect, 5);
+            requestAnimationFrame(connect);
             return;
         }
         new QWebChannel(qt.webChannelTransport, channel => {

@@ -94,8 +94,10 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     m_channel = new QWebChannel(this);
     m_channel->registerObject(QStringLiteral("host"), m_notifier);
     page->setWebChannel(m_channel, adapterWorld());
+    // Queued: a handler may call back into the page synchronously, which cannot be answered
+    // while the engine is still delivering the notification.
     connect(m_notifier, &SurfaceNotifier::notified, this,
-            &WebEngineDesignSurface::handleNotification);
+            &WebEngineDesignSurface::handleNotification, Qt::QueuedConnection);
 
     page->scripts().insert(adapterScript(
         QStringLiteral("vantry-webchannel"),
@@ -106,6 +108,13 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     page->scripts().insert(adapterScript(
         QStringLiteral("vantry-ranges"),
         resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
+    for (const char *name : {"commands", "tables", "positioning"}) {
+        const QString file = QLatin1String(name);
+        page->scripts().insert(
+            adapterScript(QLatin1String("vantry-") + file,
+                          resourceText(QLatin1String(":/vantry/webengine/") + file
+                                       + QLatin1String(".js"))));
+    }
 
     m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
 
@@ -131,6 +140,26 @@ QWidget *WebEngineDesignSurface::widget() const
 }
 
 void WebEngineDesignSurface::handleNotification(const QString &kind, const QVariantList &args)
+{
+    // A handler may call into the page, and a call lets notifications through while it
+    // waits; delivering them then would nest handlers inside handlers without bound. They
+    // wait until the outermost call has returned, in their order.
+    if (m_callDepth > 0) {
+        m_deferred.append({kind, args});
+        return;
+    }
+    deliverNotification(kind, args);
+}
+
+void WebEngineDesignSurface::flushDeferredNotifications()
+{
+    while (m_callDepth == 0 && !m_deferred.isEmpty()) {
+        const auto [kind, args] = m_deferred.takeFirst();
+        deliverNotification(kind, args);
+    }
+}
+
+void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVariantList &args)
 {
     auto number = [&args](int i) { return i < args.size() ? args.at(i).toDouble() : 0.0; };
     auto integer = [&args](int i) { return i < args.size() ? args.at(i).toInt() : 0; };
@@ -164,8 +193,13 @@ ScriptBridge::Result WebEngineDesignSurface::call(const QString &operation,
                                                   const QVariantList &arguments,
                                                   std::chrono::milliseconds timeout)
 {
+    ++m_callDepth;
     ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout);
+    --m_callDepth;
     setLastError(result.ok ? QString() : result.error);
+    if (m_callDepth == 0 && !m_deferred.isEmpty())
+        QMetaObject::invokeMethod(this, &WebEngineDesignSurface::flushDeferredNotifications,
+                                  Qt::QueuedConnection);
     return result;
 }
 
@@ -565,6 +599,49 @@ DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(ReplaceScope 
     result.selectionCopy = TextRange::fromVariant(answer.value(QStringLiteral("copy")));
     result.bookmark = answer.value(QStringLiteral("bookmark")).toString();
     return result;
+}
+
+bool WebEngineDesignSurface::execCommand(int commandId, int option, const QVariant &argument,
+                                         QVariant *result)
+{
+    // Commands that prompt the user open our own dialogs, never the engine's.
+    if (option == OptionPromptUser || option == OptionShowHelp) {
+        setLastError(QStringLiteral("Command %1 has no dialog of its own").arg(commandId));
+        return false;
+    }
+    const ScriptBridge::Result answer = call(QStringLiteral("commandExec"),
+                                             {commandId, option, argument});
+    if (answer.ok && result)
+        *result = answer.value;
+    return answer.ok;
+}
+
+QHash<int, int> WebEngineDesignSurface::queryStatus(const QList<int> &commandIds)
+{
+    QHash<int, int> status;
+    QVariantList ids;
+    ids.reserve(commandIds.size());
+    for (int id : commandIds) {
+        ids.append(id);
+        status.insert(id, StatusNotSupported);
+    }
+    const QVariantList states = callValue(QStringLiteral("commandStatus"), QVariantList{QVariant(ids)})
+                                    .toList();
+    if (states.size() != commandIds.size())
+        return status;
+    for (qsizetype i = 0; i < commandIds.size(); ++i)
+        status.insert(commandIds.at(i), states.at(i).toInt());
+    return status;
+}
+
+bool WebEngineDesignSurface::display(const QString &name)
+{
+    return callBool(QStringLiteral("display"), {name});
+}
+
+bool WebEngineDesignSurface::setDisplay(const QString &name, bool on)
+{
+    return callBool(QStringLiteral("setDisplay"), {name, on});
 }
 
 DesignSurface *createDesignSurface(QWidget *parent)

@@ -92,6 +92,17 @@ public:
     bool refresh() override;
     bool useElementFormatting() override;
     bool focusDocument() override;
+    bool execCommand(int commandId, int option = OptionDoDefault, const QVariant &argument = {},
+                     QVariant *result = nullptr) override;
+    QHash<int, int> queryStatus(const QList<int> &commandIds) override;
+
+    // Display switches of the editing view; what they draw never reaches the markup.
+    bool showBorders() { return display(QStringLiteral("borders")); }
+    bool setShowBorders(bool on) { return setDisplay(QStringLiteral("borders"), on); }
+    bool showDetails() { return display(QStringLiteral("details")); }
+    bool setShowDetails(bool on) { return setDisplay(QStringLiteral("details"), on); }
+    bool snapToGrid() { return display(QStringLiteral("snapToGrid")); }
+    bool setSnapToGrid(bool on) { return setDisplay(QStringLiteral("snapToGrid"), on); }
 
     // Direct access to the adapter for operations without a typed wrapper yet (tests and
     // benchmarks use it to inspect the document).
@@ -104,17 +115,23 @@ public:
 
 private:
     void handleNotification(const QString &kind, const QVariantList &args);
+    void deliverNotification(const QString &kind, const QVariantList &args);
+    void flushDeferredNotifications();
     QVariant callValue(const QString &operation, const QVariantList &arguments = {},
                        std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
     bool callBool(const QString &operation, const QVariantList &arguments = {});
     QList<Element> elementList(const QVariant &value) const;
     int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);
+    bool display(const QString &name);
+    bool setDisplay(const QString &name, bool on);
 
     QWebEngineView *m_view = nullptr;
     QWebChannel *m_channel = nullptr;
     SurfaceNotifier *m_notifier = nullptr;
     std::unique_ptr<ScriptBridge> m_bridge;
     bool m_ready = false;
+    int m_callDepth = 0;
+    QList<std::pair<QString, QVariantList>> m_deferred;
 };
 
 // Receives the adapter's notifications through the web channel.

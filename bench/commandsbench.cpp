@@ -1,0 +1,137 @@
+#include "commandsbench.h"
+
+#include "benchsupport.h"
+#include "documents.h"
+#include "report.h"
+#include "subjects.h"
+
+#include "platform/webengine/webenginedesignsurface.h"
+
+#include <VantryHTMLEditor/HTMLEditorComponent.h>
+
+#include <functional>
+
+namespace VantryBench {
+
+using namespace std::chrono_literals;
+using Vantry::Platform::WebEngineDesignSurface;
+
+namespace {
+
+// The commands whose state the toolbar shows, as the selection-state refresh asks for them.
+const QList<int> toolbarCommands{5000, 5023, 5048, 5046, 5042, 5025, 5024, 5026, 5030, 5051, 5031,
+    5018, 5016, 5017, 5003, 5002, 5032, 5049, 5033, 5028, 5027, 5022, 5021, 5007, 5020, 5006, 5019,
+    5005, 5029, 5047, 5013, 5014};
+
+const QString selectWord = QStringLiteral(
+    "(() => { const s = document.getSelection(); s.modify('extend', 'forward', 'word'); "
+    "return !s.isCollapsed; })()");
+
+// The engine's own bold and the states of the same commands, font name and size included.
+const QString baselineBold = QStringLiteral(
+    "(() => { document.execCommand('bold'); const names = ['bold', 'italic', 'underline', "
+    "'foreColor', 'hiliteColor', 'justifyLeft', 'justifyCenter', 'justifyRight', "
+    "'insertOrderedList', 'insertUnorderedList', 'outdent', 'indent', 'createLink', "
+    "'insertImage', 'cut', 'copy', 'paste', 'undo', 'redo']; const out = names.map(n => "
+    "(document.queryCommandEnabled(n) ? 2 : 0) + (document.queryCommandState(n) ? 4 : 0)); "
+    "out.push(document.queryCommandValue('fontName'), document.queryCommandValue('fontSize')); "
+    "return out.length; })()");
+
+const QString baselineRow = QStringLiteral(
+    "(() => { const at = document.getSelection().anchorNode; const cell = (at.nodeType === 1 "
+    "? at : at.parentElement).closest('td'); const tr = cell.parentNode; const row = "
+    "tr.parentNode.insertRow(tr.sectionRowIndex); for (let i = 0; i < tr.cells.length; ++i) "
+    "row.insertCell(); return true; })()");
+
+const QString baselineColumn = QStringLiteral(
+    "(() => { const at = document.getSelection().anchorNode; const cell = (at.nodeType === 1 "
+    "? at : at.parentElement).closest('td'); const index = cell.cellIndex; for (const row of "
+    "cell.closest('table').rows) row.insertCell(index); return true; })()");
+
+struct Step
+{
+    QString label;
+    QString file;
+    QString caretTag;
+    int caretIndex;
+    bool selectWord;
+    double limitMs;
+    std::function<bool(WebEngineDesignSurface &)> ours;
+    QString baseline;
+};
+
+void measure(Report &report, const BenchDocuments &docs, EditorSubject &ours, RawSubject &baseline,
+    int reps, const Step &step)
+{
+    const QString text = docs.read(step.file);
+    auto *surface = ours.editor()->findChild<WebEngineDesignSurface *>();
+    if (text.isEmpty() || !surface) {
+        report.skip(
+            step.label, QStringLiteral("cannot read %1 in %2").arg(step.file, docs.folder()));
+        return;
+    }
+    say(QStringLiteral("%1 (%2 runs each)").arg(step.label).arg(reps));
+    Samples samples[2];
+    QString error;
+    Subject *sides[2] = {&ours, &baseline};
+    for (Subject *side : sides) {
+        if (!side->load(text) || !side->waitForFrame()) {
+            error = side->name() + QStringLiteral(" failed to load");
+            break;
+        }
+        for (int round = 0; round <= reps && error.isEmpty(); ++round) {
+            if (!side->placeCaret(step.caretTag, step.caretIndex, 0)
+                || (step.selectWord && !side->evaluate(selectWord).toBool())) {
+                error = side->name() + QStringLiteral(" could not place the selection");
+                break;
+            }
+            side->waitForFrame();
+            idle(20ms);
+            const auto start = std::chrono::steady_clock::now();
+            bool ok = false;
+            if (side == &ours)
+                ok = step.ours(*surface);
+            else
+                side->evaluate(step.baseline, 30s, &ok);
+            const double ms = elapsedMs(start);
+            if (!ok)
+                error = side->name() + QStringLiteral(" failed: ") + surface->lastError();
+            else if (round > 0) // round 0 warms up
+                samples[side == &ours ? 0 : 1].add(ms);
+        }
+    }
+    ResultRow row{step.label, samples[0].median(), samples[1].median(),
+        ResultRow::Target::OursMedianBelow, step.limitMs, !error.isEmpty(), error};
+    if (error.isEmpty())
+        row.note = QStringLiteral("until the call returns (ours min %1, max %2)")
+                       .arg(samples[0].min(), 0, 'f', 2)
+                       .arg(samples[0].max(), 0, 'f', 2);
+    report.add(row);
+}
+
+} // namespace
+
+void commandsWorkload(
+    Report &report, const BenchDocuments &docs, EditorSubject &ours, RawSubject &baseline, int reps)
+{
+    const Step steps[] = {
+        {QStringLiteral("bold on a word + status refresh, 1 MB"),
+            QStringLiteral("article-1mb.html"), QStringLiteral("p"), 250, true, 5.0,
+            [](WebEngineDesignSurface &s) {
+                QVariant name, size;
+                return s.execCommand(5000) && s.queryStatus(toolbarCommands).size() > 0
+                    && s.execCommand(5013, 2, {}, &name) && s.execCommand(5014, 2, {}, &size);
+            },
+            baselineBold},
+        {QStringLiteral("insert row, caret in row 500 of 1,000 x 5"),
+            QStringLiteral("table-1000x5.html"), QStringLiteral("td"), 499 * 5, false, 50.0,
+            [](WebEngineDesignSurface &s) { return s.execCommand(5021); }, baselineRow},
+        {QStringLiteral("insert column, caret in row 500 of 1,000 x 5"),
+            QStringLiteral("table-1000x5.html"), QStringLiteral("td"), 499 * 5, false, 50.0,
+            [](WebEngineDesignSurface &s) { return s.execCommand(5020); }, baselineColumn},
+    };
+    for (const Step &step : steps)
+        measure(report, docs, ours, baseline, reps, step);
+}
+
+} // namespace VantryBench

@@ -1,0 +1,274 @@
+#include "commands/commandtables.h"
+
+#include <QRegularExpression>
+
+#include <array>
+
+namespace Vantry::Commands {
+
+namespace {
+
+using P = CommandAction;
+namespace C = DesignCommand;
+constexpr int DoDefault = 0;
+constexpr int PromptUser = 1;
+constexpr int DontPrompt = 2;
+
+// Indexed by command number; the option decides whether the surface may show its own dialog.
+constexpr std::array<CommandEntry, 57> commandTable{{
+    {},
+    {P::Plain, C::Bold, DontPrompt},
+    {P::Plain, C::Italic, DontPrompt},
+    {P::Plain, C::Underline, DontPrompt},
+    {P::Plain, C::OrderList, DontPrompt},
+    {P::Plain, C::UnorderList, DontPrompt},
+    {P::Plain, C::Outdent, DontPrompt},
+    {P::Plain, C::Indent, DontPrompt},
+    {P::Plain, C::JustifyLeft, DontPrompt},
+    {P::Plain, C::JustifyCenter, DontPrompt},
+    {P::Plain, C::JustifyRight, DontPrompt},
+    {P::ColorPick, C::SetForeColor, DontPrompt},
+    {P::ColorPick, C::SetBackColor, DontPrompt},
+    {P::Hyperlink, C::Hyperlink, DontPrompt},
+    {P::UploadImage, 0, 0},
+    {P::InsertImage, 0, 0},
+    {P::Plain, C::Cut, DontPrompt},
+    {P::Plain, C::Copy, DontPrompt},
+    {P::Plain, C::Paste, DoDefault},
+    {P::Plain, C::Undo, DoDefault},
+    {P::Plain, C::Redo, DoDefault},
+    {P::ToggleBorders, 0, 0},
+    {P::ToggleDetails, 0, 0},
+    {P::AbsolutePosition, C::MakeAbsolute, DoDefault},
+    {P::Plain, C::LockElement, DoDefault},
+    {},
+    {P::ToggleSnapToGrid, 0, 0},
+    {P::InsertTableDialog, C::InsertTable, DontPrompt},
+    {P::Plain, C::InsertRow, DoDefault},
+    {P::GuardedDelete, C::DeleteRows, DoDefault},
+    {P::Plain, C::InsertCol, DoDefault},
+    {P::GuardedDelete, C::DeleteCols, DoDefault},
+    {P::Plain, C::InsertCell, DoDefault},
+    {P::GuardedDelete, C::DeleteCells, DoDefault},
+    {P::Plain, C::MergeCells, DoDefault},
+    {P::Plain, C::SplitCell, DoDefault},
+    {P::Plain, C::Font, PromptUser},
+    {P::Plain, C::SelectAll, DoDefault},
+    {P::Plain, C::FindText, PromptUser},
+    {P::Plain, C::BringToFront, DoDefault},
+    {P::Plain, C::SendToBack, DoDefault},
+    {P::Plain, C::BringForward, DoDefault},
+    {P::Plain, C::SendBackward, DoDefault},
+    {P::Plain, C::BringAboveText, DoDefault},
+    {P::Plain, C::SendBelowText, DoDefault},
+    {},
+    {P::SpellCheck, 0, 0},
+    {P::ImageFromArguments, 0, 0},
+    {P::TableFromArguments, 0, 0},
+    {},
+    {P::PageProperties, 0, 0},
+    {},
+    {},
+    {},
+    {P::TableFromArgumentsToBody, 0, 0},
+    {P::TableProperties, 0, 0},
+    {P::CellProperties, 0, 0},
+}};
+
+struct KeyNumber
+{
+    const char *key;
+    int number;
+};
+
+// Matched in this order; "uploadimage" is lower case because that is the button's key.
+constexpr std::array<KeyNumber, 38> keyTable{{
+    {"Bold", 1},
+    {"Italic", 2},
+    {"Underline", 3},
+    {"Numbers", 4},
+    {"Bullets", 5},
+    {"LeftAlign", 8},
+    {"CenterAlign", 9},
+    {"RightAlign", 10},
+    {"ForeColor", 11},
+    {"BackColor", 12},
+    {"Outdent", 6},
+    {"Indent", 7},
+    {"Hyperlink", 13},
+    {"uploadimage", 14},
+    {"InsertImage", 15},
+    {"Cut", 16},
+    {"Copy", 17},
+    {"Paste", 18},
+    {"UnDo", 19},
+    {"ReDo", 20},
+    {"Border", 21},
+    {"Details", 22},
+    {"Absolute", 23},
+    {"Lock", 24},
+    {"ZOrder", 25},
+    {"SnapToGrid", 26},
+    {"SpellCheck", 46},
+    {"InsertTable", 27},
+    {"InsertRow", 28},
+    {"DeleteRow", 29},
+    {"InsertColumn", 30},
+    {"DeleteColumn", 31},
+    {"InsertCell", 32},
+    {"DeleteCell", 33},
+    {"MergeCells", 34},
+    {"SplitCells", 35},
+    {"PageProperties", 50},
+    {"InsertFlash", 53},
+}};
+
+QString quoted(QLatin1String name, const QString &value)
+{
+    return name + QLatin1String("=\"") + value + QLatin1String("\" ");
+}
+
+// Whole and fractional numbers count, as the host's scripts pass them.
+int partCount(const QString &value, int whenEmpty)
+{
+    if (value.isEmpty())
+        return whenEmpty;
+    bool ok = false;
+    const double number = value.trimmed().toDouble(&ok);
+    if (!ok)
+        return 1;
+    return static_cast<int>(number);
+}
+
+} // namespace
+
+CommandEntry commandEntry(int number)
+{
+    if (number < 0 || number >= static_cast<int>(commandTable.size()))
+        return {};
+    return commandTable[static_cast<std::size_t>(number)];
+}
+
+std::optional<int> toolbarKeyNumber(QStringView key)
+{
+    for (const KeyNumber &entry : keyTable) {
+        if (key == QLatin1String(entry.key))
+            return entry.number;
+    }
+    return std::nullopt;
+}
+
+QList<QString> toolbarKeys()
+{
+    QList<QString> keys;
+    for (const KeyNumber &entry : keyTable)
+        keys.append(QLatin1String(entry.key));
+    return keys;
+}
+
+QString absolutePositionToolTip(int makeAbsoluteStatus)
+{
+    // The misspelling is the product's own; hosts and users know the text as it is.
+    return makeAbsoluteStatus == CommandState::Latched
+        ? QStringLiteral("Set Position Attribute To Relitive")
+        : QStringLiteral("Set Position Attribute To Absolute");
+}
+
+QString lastTablePartMessage(int number)
+{
+    switch (number) {
+    case 29:
+        return QStringLiteral("Unable to remove the last table row.");
+    case 31:
+        return QStringLiteral("Unable to remove the last table column.");
+    case 33:
+        return QStringLiteral("Unable to remove the last table cell.");
+    default:
+        return {};
+    }
+}
+
+TableParts countTableParts(const QString &tableMarkup)
+{
+    static const QRegularExpression tag(
+        QStringLiteral("<(/?)(table|tr|td|th)\\b"), QRegularExpression::CaseInsensitiveOption);
+    TableParts parts;
+    int depth = 0;
+    auto it = tag.globalMatch(tableMarkup);
+    while (it.hasNext()) {
+        const QRegularExpressionMatch match = it.next();
+        const bool closing = !match.capturedView(1).isEmpty();
+        const QString name = match.captured(2).toLower();
+        if (name == QLatin1String("table")) {
+            depth += closing ? -1 : 1;
+            if (depth <= 0)
+                break;
+        } else if (!closing && depth == 1) {
+            if (name == QLatin1String("tr"))
+                ++parts.rows;
+            else
+                ++parts.cells;
+        }
+    }
+    return parts;
+}
+
+QString tableMarkup(const TableArguments &table)
+{
+    int rows = partCount(table.rows, 1);
+    int columns = partCount(table.columns, 3);
+
+    QString markup = QStringLiteral("<TABLE ");
+    const auto add = [&markup](QLatin1String name, const QString &value, bool leadingBlank) {
+        if (value.isEmpty())
+            return;
+        if (leadingBlank)
+            markup += QLatin1Char(' ');
+        markup += quoted(name, value);
+    };
+    add(QLatin1String("Class"), table.className, false);
+    add(QLatin1String("style"), table.style, false);
+    add(QLatin1String("border"), table.border, false);
+    add(QLatin1String("cellPadding"), table.cellPadding, true);
+    add(QLatin1String("cellSpacing"), table.cellSpacing, true);
+    add(QLatin1String("width"), table.width, true);
+    add(QLatin1String("height"), table.height, true);
+    add(QLatin1String("bordercolor"), table.borderColor, true);
+    add(QLatin1String("bgcolor"), table.bgColor, true);
+    add(QLatin1String("background"), table.bgImage, true);
+    add(QLatin1String("align"), table.align, true);
+    add(QLatin1String("valign"), table.valign, true);
+    markup += QLatin1Char('>');
+
+    // The empty division gives the caret a place to stand in each new cell.
+    QString row = QStringLiteral("<TR>");
+    for (int column = 0; column < columns; ++column)
+        row += QLatin1String("<TD ><div></div></TD>");
+    row += QLatin1String("</TR>");
+    for (; rows > 0; --rows)
+        markup += row;
+    markup += QLatin1String("</TABLE>");
+    return markup;
+}
+
+QString imageMarkup(const ImageArguments &image)
+{
+    const auto part = [](QLatin1String name, const QString &value) {
+        return value.isEmpty() ? QString() : quoted(name, value);
+    };
+    QString style = QStringLiteral("STYLE=\"");
+    if (!image.width.isEmpty())
+        style += QLatin1String("WIDTH:") + image.width + QLatin1Char(';');
+    if (!image.height.isEmpty())
+        style += QLatin1String("HEIGHT:") + image.height + QLatin1Char(';');
+    style += image.style + QLatin1String("\" ");
+
+    return QLatin1String("<IMG ") + part(QLatin1String("Width"), image.width)
+        + part(QLatin1String("Height"), image.height) + part(QLatin1String("VSPACE"), image.vspace)
+        + style + part(QLatin1String("HSPACE"), image.hspace)
+        + part(QLatin1String("ALIGN"), image.align) + part(QLatin1String("SRC"), image.src)
+        + part(QLatin1String("BORDER"), image.border) + part(QLatin1String("ALT"), image.alt)
+        + QLatin1Char('>');
+}
+
+} // namespace Vantry::Commands

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "commands/commandsink.h"
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+namespace Vantry::Commands {
+
+// What a command number does.
+enum class CommandAction
+{
+    Inert,
+    Plain,
+    ColorPick,
+    Hyperlink,
+    UploadImage,
+    InsertImage,
+    ToggleBorders,
+    ToggleDetails,
+    AbsolutePosition,
+    ToggleSnapToGrid,
+    InsertTableDialog,
+    GuardedDelete,
+    SpellCheck,
+    ImageFromArguments,
+    TableFromArguments,
+    PageProperties,
+    TableFromArgumentsToBody,
+    TableProperties,
+    CellProperties
+};
+
+struct CommandEntry
+{
+    CommandAction action = CommandAction::Inert;
+    // The surface command and the option it runs with; 0 when the action runs none.
+    int platformCommand = 0;
+    int option = 0;
+};
+
+// The entry of a command number (1 to 56); anything outside is inert.
+CommandEntry commandEntry(int number);
+
+// The command number of a toolbar button key, compared case-sensitively.
+std::optional<int> toolbarKeyNumber(QStringView key);
+
+// The toolbar keys in the order they are matched.
+QList<QString> toolbarKeys();
+
+// The tooltip of the "Absolute" button after a toggle, naming what the next click does.
+QString absolutePositionToolTip(int makeAbsoluteStatus);
+
+// The refusal of a guarded deletion (29, 31, 33); empty for other numbers.
+QString lastTablePartMessage(int number);
+
+struct TableParts
+{
+    int rows = 0;
+    int cells = 0;
+};
+
+// Rows and cells of the outermost table in the markup, not counting those of nested tables.
+TableParts countTableParts(const QString &tableMarkup);
+
+// The arguments of the table-from-arguments commands, as passed by the host.
+struct TableArguments
+{
+    QString width;
+    QString height;
+    QString rows;
+    QString columns;
+    QString align;
+    QString valign;
+    QString bgImage;
+    QString bgColor;
+    QString border;
+    QString cellSpacing;
+    QString cellPadding;
+    QString borderColor;
+    QString style;
+    QString className;
+};
+
+QString tableMarkup(const TableArguments &table);
+
+// The arguments of the image-from-arguments command.
+struct ImageArguments
+{
+    QString width;
+    QString height;
+    QString vspace;
+    QString hspace;
+    QString align;
+    QString border;
+    QString alt;
+    QString src;
+    QString style;
+};
+
+QString imageMarkup(const ImageArguments &image);
+
+} // namespace Vantry::Commands

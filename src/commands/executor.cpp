@@ -1,0 +1,325 @@
+#include "commands/executor.h"
+
+#include "commands/positioning.h"
+#include "commands/selectionaccess.h"
+#include "commands/tablecommands.h"
+#include "platform/designsurface.h"
+#include "platform/prompts/userprompts.h"
+
+#include <QColor>
+
+namespace Vantry::Commands {
+
+using Platform::DesignSurface;
+using Platform::Element;
+
+DialogLauncher::~DialogLauncher() = default;
+
+PendingDialogLauncher::PendingDialogLauncher(std::function<Platform::UserPrompts &()> prompts)
+    : m_prompts(std::move(prompts))
+{ }
+
+bool PendingDialogLauncher::announce(const QString &what)
+{
+    m_prompts().information(what + QLatin1String(" is coming in a later version."));
+    return false;
+}
+
+std::optional<LinkFields> PendingDialogLauncher::editLink(const LinkFields &, bool)
+{
+    announce(QStringLiteral("The link properties dialog"));
+    return std::nullopt;
+}
+
+bool PendingDialogLauncher::imageDialog()
+{
+    return announce(QStringLiteral("The image dialog"));
+}
+
+bool PendingDialogLauncher::uploadImage()
+{
+    return announce(QStringLiteral("The image upload form"));
+}
+
+bool PendingDialogLauncher::insertTableDialog(QVariant *)
+{
+    return announce(QStringLiteral("The insert table dialog"));
+}
+
+bool PendingDialogLauncher::pageProperties()
+{
+    return announce(QStringLiteral("The page properties dialog"));
+}
+
+bool PendingDialogLauncher::tableProperties()
+{
+    return announce(QStringLiteral("The table properties dialog"));
+}
+
+bool PendingDialogLauncher::cellProperties()
+{
+    return announce(QStringLiteral("The table cell properties dialog"));
+}
+
+bool PendingDialogLauncher::elementProperties()
+{
+    return announce(QStringLiteral("The element properties dialog"));
+}
+
+bool PendingDialogLauncher::spellCheck(const QString &)
+{
+    return announce(QStringLiteral("Spell checking"));
+}
+
+bool PendingDialogLauncher::commandDialog(int designCommand)
+{
+    switch (designCommand) {
+    case DesignCommand::Font:
+        return announce(QStringLiteral("The font dialog"));
+    case DesignCommand::FindText:
+        return announce(QStringLiteral("The find dialog"));
+    default:
+        return false;
+    }
+}
+
+Executor::Executor(
+    DesignSurface &surface, SelectionAccess &selection, DocumentReferences &references, Hooks hooks)
+    : m_surface(surface)
+    , m_selection(selection)
+    , m_references(references)
+    , m_hooks(std::move(hooks))
+    , m_dialogs(std::make_unique<PendingDialogLauncher>(m_hooks.prompts))
+{ }
+
+Executor::~Executor() = default;
+
+void Executor::setDialogLauncher(std::unique_ptr<DialogLauncher> launcher)
+{
+    if (launcher)
+        m_dialogs = std::move(launcher);
+}
+
+void Executor::executeKey(const QString &key)
+{
+    if (!m_hooks.designViewActive())
+        return;
+    if (const std::optional<int> number = toolbarKeyNumber(key))
+        executeCommand(*number);
+}
+
+void Executor::executeCommand(int number)
+{
+    if (!m_hooks.designViewActive())
+        return;
+    const CommandEntry entry = commandEntry(number);
+    if (entry.action == CommandAction::Inert)
+        return;
+    if (dispatch(number, entry))
+        m_hooks.markDirty();
+}
+
+bool Executor::execute(int commandId, const QVariant &argument)
+{
+    if (!m_hooks.designViewActive())
+        return false;
+    if (!m_surface.execCommand(commandId, DesignSurface::OptionDontPromptUser, argument))
+        return false;
+    m_hooks.markDirty();
+    return true;
+}
+
+void Executor::insertTableFromArguments(const TableArguments &table, bool appendToBody)
+{
+    m_table = table;
+    executeCommand(appendToBody ? 54 : 48);
+}
+
+void Executor::insertImageFromArguments(ImageArguments &image)
+{
+    m_image = image;
+    executeCommand(47);
+    image = m_image;
+}
+
+bool Executor::displaySwitch(DisplaySwitch which) const
+{
+    if (m_hooks.displaySwitch)
+        return m_hooks.displaySwitch(which);
+    return m_switches[static_cast<int>(which)];
+}
+
+bool Executor::dispatch(int number, const CommandEntry &entry)
+{
+    switch (entry.action) {
+    case CommandAction::Inert:
+        return false;
+    case CommandAction::Plain:
+        if (entry.option == DesignSurface::OptionPromptUser)
+            return m_dialogs->commandDialog(entry.platformCommand);
+        return m_surface.execCommand(entry.platformCommand, entry.option);
+    case CommandAction::ColorPick:
+        return pickColor(entry);
+    case CommandAction::Hyperlink:
+        return hyperlink();
+    case CommandAction::UploadImage:
+        return m_dialogs->uploadImage();
+    case CommandAction::InsertImage:
+        return m_dialogs->imageDialog();
+    case CommandAction::ToggleBorders:
+        return toggle(DisplaySwitch::Borders, QStringLiteral("Border"));
+    case CommandAction::ToggleDetails:
+        return toggle(DisplaySwitch::Details, QStringLiteral("Details"));
+    case CommandAction::ToggleSnapToGrid:
+        return toggle(DisplaySwitch::SnapToGrid, QStringLiteral("SnapToGrid"));
+    case CommandAction::AbsolutePosition:
+        return absolutePosition();
+    case CommandAction::InsertTableDialog: {
+        QVariant parameters;
+        return m_dialogs->insertTableDialog(&parameters)
+            && m_surface.execCommand(entry.platformCommand, entry.option, parameters);
+    }
+    case CommandAction::GuardedDelete:
+        return deleteTablePart(m_surface, m_selection, m_references, prompts(), number)
+            == TableEdit::Done;
+    case CommandAction::SpellCheck: {
+        const QString body = m_surface.bodyInnerHTML();
+        return !m_surface.lastCallFailed() && m_dialogs->spellCheck(body);
+    }
+    case CommandAction::ImageFromArguments:
+        return imageFromArguments();
+    case CommandAction::TableFromArguments:
+        return insertTableAtSelection(m_surface, m_table);
+    case CommandAction::TableFromArgumentsToBody:
+        return appendTableToBody(m_surface, m_table);
+    case CommandAction::PageProperties:
+        return m_dialogs->pageProperties();
+    case CommandAction::TableProperties:
+        return m_dialogs->tableProperties();
+    case CommandAction::CellProperties:
+        return m_dialogs->cellProperties();
+    }
+    return false;
+}
+
+bool Executor::pickColor(const CommandEntry &entry)
+{
+    const std::optional<QColor> color = prompts().color(QColor(0, 0, 0));
+    if (!color)
+        return false;
+    return m_surface.execCommand(
+        entry.platformCommand, entry.option, color->name(QColor::HexRgb).toUpper());
+}
+
+bool Executor::toggle(DisplaySwitch which, const QString &buttonKey)
+{
+    const bool on = !displaySwitch(which);
+    if (m_hooks.setDisplaySwitch) {
+        if (!m_hooks.setDisplaySwitch(which, on))
+            return false;
+    } else {
+        m_switches[static_cast<int>(which)] = on;
+    }
+    if (m_hooks.setButtonPressed)
+        m_hooks.setButtonPressed(buttonKey, on);
+    return true;
+}
+
+bool Executor::absolutePosition()
+{
+    const std::optional<QString> toolTip = toggleAbsolutePosition(m_surface);
+    if (!toolTip)
+        return false;
+    if (m_hooks.setButtonToolTip)
+        m_hooks.setButtonToolTip(QStringLiteral("Absolute"), *toolTip);
+    return true;
+}
+
+bool Executor::hyperlink()
+{
+    const QString color = QStringLiteral("color");
+    const QString decoration = QStringLiteral("text-decoration");
+    const QString target = QStringLiteral("target");
+    const QString title = QStringLiteral("title");
+    const QString dataFld = QStringLiteral("dataFld");
+    const QString href = QStringLiteral("href");
+
+    // Empty values leave no empty attribute behind.
+    const auto write = [this](const Element &anchor, const QString &name, const QString &value) {
+        if (value.isEmpty())
+            m_surface.removeAttribute(anchor, name);
+        else
+            m_surface.setAttribute(anchor, name, value);
+    };
+
+    Element anchor;
+    if (m_selection.findSelectedElementByTag(QStringLiteral("A")))
+        anchor = m_references.found;
+
+    if (anchor.isNull()) {
+        const std::optional<LinkFields> link = m_dialogs->editLink({}, false);
+        if (!link)
+            return false;
+        if (!m_surface.execCommand(
+                DesignCommand::Hyperlink, DesignSurface::OptionDontPromptUser, link->href))
+            return false;
+        if (!m_selection.findSelectedElementByTag(QStringLiteral("A")))
+            return false;
+        anchor = m_references.found;
+        write(anchor, target, link->target);
+        write(anchor, title, link->title);
+        write(anchor, dataFld, link->dataFld);
+        m_surface.setStyleProperty(anchor, color, link->color);
+        m_surface.setStyleProperty(anchor, decoration, link->textDecoration);
+        return !m_surface.lastCallFailed();
+    }
+
+    LinkFields current;
+    current.href = m_surface.attribute(anchor, href);
+    current.target = m_surface.attribute(anchor, target);
+    current.title = m_surface.attribute(anchor, title);
+    current.dataFld = m_surface.attribute(anchor, dataFld);
+    current.color = m_surface.styleProperty(anchor, color);
+    current.textDecoration = m_surface.styleProperty(anchor, decoration);
+    if (m_surface.lastCallFailed())
+        return false;
+    const std::optional<LinkFields> link = m_dialogs->editLink(current, true);
+    if (!link)
+        return false;
+    write(anchor, target, link->target);
+    write(anchor, title, link->title);
+    write(anchor, dataFld, link->dataFld);
+    m_surface.setStyleProperty(anchor, color, link->color);
+    m_surface.setStyleProperty(anchor, decoration, link->textDecoration);
+    m_surface.setAttribute(anchor, href, link->href);
+
+    // A link left without an address goes; its text stays.
+    if (link->href.isEmpty() && m_surface.selectionType() != Platform::SelectionType::Control) {
+        const QString text = m_surface.innerHTML(anchor);
+        if (m_surface.lastCallFailed() || !m_surface.setOuterHTML(anchor, text))
+            return false;
+    }
+    return !m_surface.lastCallFailed();
+}
+
+bool Executor::imageFromArguments()
+{
+    if (m_image.src.isEmpty()) {
+        const QString picked = prompts().openFileName(QStringLiteral("Pick Image"),
+            QStringLiteral("Images (*.gif *.jpg *.jpeg *.png *.bmp *.svg *.webp);;All Files (*)"));
+        if (picked.isEmpty())
+            return false;
+        m_image.src = m_hooks.placeImage ? m_hooks.placeImage(picked) : picked;
+        if (m_image.src.isEmpty())
+            return false;
+        // The picked picture keeps its natural size.
+        m_image.width.clear();
+        m_image.height.clear();
+    }
+    const Platform::TextRange range = m_surface.selectionRange();
+    if (m_surface.lastCallFailed())
+        return false;
+    return m_surface.pasteHTML(range, imageMarkup(m_image));
+}
+
+} // namespace Vantry::Commands

@@ -1,0 +1,151 @@
+#pragma once
+
+#include "commands/commandtables.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace Vantry::Platform {
+class DesignSurface;
+class UserPrompts;
+} // namespace Vantry::Platform
+
+namespace Vantry::Commands {
+
+class SelectionAccess;
+struct DocumentReferences;
+
+// What the link dialog shows and returns; the values go into the anchor as they are.
+struct LinkFields
+{
+    QString href;
+    QString target;
+    QString color;
+    QString title;
+    QString textDecoration;
+    // The content-management reference the link dialog keeps.
+    QString dataFld;
+};
+
+// The dialogs and forms the commands open. Each returns true when the user confirmed
+// and the document may have changed.
+class DialogLauncher
+{
+public:
+    virtual ~DialogLauncher();
+
+    // current is empty for a new link.
+    virtual std::optional<LinkFields> editLink(const LinkFields &current, bool existing) = 0;
+    virtual bool imageDialog() = 0;
+    virtual bool uploadImage() = 0;
+    // Fills the table parameters that the insert-table command takes.
+    virtual bool insertTableDialog(QVariant *parameters) = 0;
+    virtual bool pageProperties() = 0;
+    virtual bool tableProperties() = 0;
+    virtual bool cellProperties() = 0;
+    virtual bool elementProperties() = 0;
+    virtual bool spellCheck(const QString &bodyHtml) = 0;
+    // A command that asks the user first (font, find): the surface shows no dialogs of its
+    // own, so ours asks and then runs the command without prompting.
+    virtual bool commandDialog(int designCommand) = 0;
+};
+
+// Until the dialogs exist the user is told which one the command will open; nothing
+// changes.
+class PendingDialogLauncher : public DialogLauncher
+{
+public:
+    explicit PendingDialogLauncher(std::function<Platform::UserPrompts &()> prompts);
+
+    std::optional<LinkFields> editLink(const LinkFields &current, bool existing) override;
+    bool imageDialog() override;
+    bool uploadImage() override;
+    bool insertTableDialog(QVariant *parameters) override;
+    bool pageProperties() override;
+    bool tableProperties() override;
+    bool cellProperties() override;
+    bool elementProperties() override;
+    bool spellCheck(const QString &bodyHtml) override;
+    bool commandDialog(int designCommand) override;
+
+private:
+    bool announce(const QString &what);
+
+    std::function<Platform::UserPrompts &()> m_prompts;
+};
+
+enum class DisplaySwitch
+{
+    Borders,
+    Details,
+    SnapToGrid
+};
+
+// Carries out the editing commands by number, whether they come from a toolbar button, a
+// context-menu entry or a public method. Nothing runs while the source view shows; every
+// command that completes marks the document dirty, and one the surface refuses ends
+// quietly without the mark.
+class Executor : public CommandSink
+{
+public:
+    struct Hooks
+    {
+        std::function<bool()> designViewActive;
+        std::function<void()> markDirty;
+        std::function<Platform::UserPrompts &()> prompts;
+        // The toolbar button with this key; ignored when there is none.
+        std::function<void(const QString &key, bool pressed)> setButtonPressed;
+        std::function<void(const QString &key, const QString &toolTip)> setButtonToolTip;
+        // The surface's display switches. While unset the executor keeps them itself.
+        std::function<bool(DisplaySwitch)> displaySwitch;
+        std::function<bool(DisplaySwitch, bool)> setDisplaySwitch;
+        // Where a picked image file goes before its path is written; unset keeps the path.
+        std::function<QString(const QString &path)> placeImage;
+    };
+
+    Executor(Platform::DesignSurface &surface, SelectionAccess &selection,
+        DocumentReferences &references, Hooks hooks);
+    ~Executor() override;
+
+    // A design command run directly (the font boxes use this), under the same rules.
+    bool execute(int commandId, const QVariant &argument = {}) override;
+
+    void executeCommand(int number);
+    // A toolbar button's key; unknown keys do nothing.
+    void executeKey(const QString &key);
+
+    // The host's table and image arguments, kept after each insertion.
+    void insertTableFromArguments(const TableArguments &table, bool appendToBody);
+    // The arguments afterwards hold what was inserted (a picked source, emptied sizes).
+    void insertImageFromArguments(ImageArguments &image);
+    const TableArguments &pendingTable() const { return m_table; }
+
+    bool displaySwitch(DisplaySwitch which) const;
+
+    void setDialogLauncher(std::unique_ptr<DialogLauncher> launcher);
+    DialogLauncher &dialogs() const { return *m_dialogs; }
+
+private:
+    bool dispatch(int number, const CommandEntry &entry);
+    bool pickColor(const CommandEntry &entry);
+    bool toggle(DisplaySwitch which, const QString &buttonKey);
+    bool absolutePosition();
+    bool hyperlink();
+    bool imageFromArguments();
+    Platform::UserPrompts &prompts() const { return m_hooks.prompts(); }
+
+    Platform::DesignSurface &m_surface;
+    SelectionAccess &m_selection;
+    DocumentReferences &m_references;
+    Hooks m_hooks;
+    std::unique_ptr<DialogLauncher> m_dialogs;
+    TableArguments m_table;
+    ImageArguments m_image;
+    bool m_switches[3] = {false, false, false};
+};
+
+} // namespace Vantry::Commands

@@ -1,0 +1,679 @@
+// Editing commands by their numeric identifiers, loaded into the adapter's world after
+// ranges.js. Formatting goes through the engine's own editing commands; states are computed
+// from the live selection. tables.js and positioning.js add their commands to the same
+// table through V.defineCommand.
+//
+// Undo. The engine's undo stack only knows its own editing commands, so the adapter keeps
+// one history of its own in which every step is either "native" (an engine edit: typing,
+// formatting, paste) or a list of DOM mutation records of an adapter operation (tables,
+// positioning, dragging). Undo takes the newest step: a native one goes back through the
+// engine's undo, an adapter one is reverted from its records. Since steps are undone
+// strictly newest first, each kind always finds the document exactly as it left it, and
+// the engine never sees its own redo stack cleared by our DOM changes. Consecutive typing
+// at the caret where the last typing ended is one native step, as the engine coalesces it.
+(function () {
+    'use strict';
+
+    const V = window.__vantry;
+    if (!V || V.commandsLoaded)
+        return;
+    V.commandsLoaded = true;
+
+    const NOT_SUPPORTED = 0, DISABLED = 1, ENABLED = 3, LATCHED = 7, NINCHED = 11;
+    V.status = { NOT_SUPPORTED, DISABLED, ENABLED, LATCHED, NINCHED };
+
+    // ---- selection helpers -------------------------------------------------------------
+
+    function selectionRange() {
+        const s = document.getSelection();
+        return s && s.rangeCount ? s.getRangeAt(0) : null;
+    }
+
+    function inBody(node) {
+        return !!(document.body && node && document.body.contains(node));
+    }
+
+    // The element the selection holds whole (a control selection), if any.
+    function selectedElement() {
+        const r = selectionRange();
+        if (!r || r.startContainer !== r.endContainer || r.endOffset !== r.startOffset + 1)
+            return null;
+        const n = r.startContainer.childNodes[r.startOffset];
+        return n && n.nodeType === 1 && inBody(n) ? n : null;
+    }
+
+    function elementAt(node) {
+        if (!node)
+            return null;
+        return node.nodeType === 1 ? node : node.parentElement;
+    }
+
+    // The element a range starts in; a start between an element's children counts as in
+    // the child after it, which is where typing would go.
+    function startElement(r) {
+        const c = r.startContainer;
+        if (c.nodeType === 1 && r.collapsed) {
+            const child = c.childNodes[r.startOffset] || c.lastChild;
+            if (child && child.nodeType === 1 && child.tagName !== 'BR')
+                return child;
+        }
+        return elementAt(c);
+    }
+
+    function caretElement() {
+        const r = selectionRange();
+        if (!r || !inBody(r.startContainer))
+            return null;
+        return selectedElement() || startElement(r);
+    }
+
+    function editing() {
+        return document.designMode === 'on' && !!document.body;
+    }
+
+    // The text nodes the selection covers (partly or whole); for a caret, the one it is in.
+    function selectedTextNodes(r) {
+        const out = [];
+        const root = r.commonAncestorContainer;
+        if (root.nodeType === 3)
+            return [root];
+        const walker = document.createTreeWalker(root, NodeFilter.SHOW_TEXT);
+        while (walker.nextNode()) {
+            const t = walker.currentNode;
+            if (!r.intersectsNode(t) || !t.data.trim())
+                continue;
+            if (t === r.endContainer && r.endOffset === 0)
+                continue;
+            if (t === r.startContainer && r.startOffset >= t.length)
+                continue;
+            out.push(t);
+        }
+        return out;
+    }
+
+    // Latched when every selected character has the property, ninched when only some do.
+    function textState(test, nativeName) {
+        if (!editing())
+            return DISABLED;
+        const r = selectionRange();
+        if (!r || !inBody(r.startContainer))
+            return DISABLED;
+        if (r.collapsed)
+            return document.queryCommandState(nativeName) ? LATCHED : ENABLED;
+        const nodes = selectedTextNodes(r);
+        if (!nodes.length)
+            return document.queryCommandState(nativeName) ? LATCHED : ENABLED;
+        let on = 0;
+        for (const t of nodes) {
+            if (test(t.parentElement))
+                ++on;
+        }
+        return on === 0 ? ENABLED : on === nodes.length ? LATCHED : NINCHED;
+    }
+
+    const isBold = el => {
+        const w = getComputedStyle(el).fontWeight;
+        return w === 'bold' || w === 'bolder' || parseInt(w, 10) >= 600;
+    };
+    const isItalic = el => /italic|oblique/.test(getComputedStyle(el).fontStyle);
+    const isUnderlined = el => {
+        for (let n = el; n && n !== document.documentElement; n = n.parentElement) {
+            if (/underline/.test(getComputedStyle(n).textDecorationLine))
+                return true;
+        }
+        return false;
+    };
+
+    // One value for the whole selection, or null when the selected text disagrees.
+    function commonValue(read) {
+        const r = selectionRange();
+        if (!r || !inBody(r.startContainer))
+            return undefined;
+        const nodes = r.collapsed ? [] : selectedTextNodes(r);
+        if (!nodes.length)
+            return read(startElement(r));
+        let value;
+        for (const t of nodes) {
+            const v = read(t.parentElement);
+            if (value === undefined)
+                value = v;
+            else if (v !== value)
+                return null;
+        }
+        return value;
+    }
+
+    function firstFamily(el) {
+        const family = getComputedStyle(el).fontFamily || '';
+        return family.split(',')[0].trim().replace(/^["']|["']$/g, '');
+    }
+
+    // The HTML font size (1 to 7) nearest the computed pixel size.
+    const HTML_SIZES = [10, 13, 16, 18, 24, 32, 48];
+    function htmlFontSize(el) {
+        const px = parseFloat(getComputedStyle(el).fontSize);
+        let best = 0;
+        for (let i = 1; i < HTML_SIZES.length; ++i) {
+            if (Math.abs(HTML_SIZES[i] - px) < Math.abs(HTML_SIZES[best] - px))
+                best = i;
+        }
+        return best + 1;
+    }
+
+    // ---- block formats --------------------------------------------------------------------
+
+    const BLOCK_FORMATS = [
+        ['Normal', 'P'], ['Formatted', 'PRE'], ['Address', 'ADDRESS'],
+        ['Heading 1', 'H1'], ['Heading 2', 'H2'], ['Heading 3', 'H3'], ['Heading 4', 'H4'],
+        ['Heading 5', 'H5'], ['Heading 6', 'H6'], ['Numbered List', 'OL'],
+        ['Bulleted List', 'UL'], ['Directory List', 'DIR'], ['Menu List', 'MENU'],
+        ['Definition Term', 'DT'], ['Definition', 'DD'], ['Paragraph', 'P'],
+    ];
+
+    function blockFormatOf(el) {
+        for (let n = el; n && n !== document.body; n = n.parentElement) {
+            const hit = BLOCK_FORMATS.find(f => f[1] === n.tagName && f[0] !== 'Paragraph');
+            if (hit)
+                return hit[0];
+        }
+        return 'Normal';
+    }
+
+    function setBlockFormat(name) {
+        const hit = BLOCK_FORMATS.find(f => f[0].toLowerCase() === String(name).toLowerCase());
+        if (!hit)
+            throw new Error('Unknown block format ' + name);
+        if (hit[1] === 'OL')
+            return document.execCommand('insertOrderedList');
+        if (hit[1] === 'UL' || hit[1] === 'DIR' || hit[1] === 'MENU')
+            return document.execCommand('insertUnorderedList');
+        return document.execCommand('formatBlock', false, hit[1]);
+    }
+
+    // ---- undo history ----------------------------------------------------------------------
+
+    const undoSteps = [];
+    const redoSteps = [];
+    let lastTyping = null;    // where the last native typing left the caret
+    let replaying = false;
+    // Records delivered between tasks (during a drag) wait here for the step's end.
+    const delivered = [];
+    const observer = new MutationObserver(list => { delivered.push(...list); });
+    const OBSERVE = { subtree: true, childList: true, attributes: true, characterData: true,
+                      attributeOldValue: true, characterDataOldValue: true };
+
+    function caretKey() {
+        const r = selectionRange();
+        return r && r.collapsed ? [r.startContainer, r.startOffset] : null;
+    }
+
+    function onBeforeInput(e) {
+        if (replaying)
+            return;
+        if (e.inputType === 'historyUndo' || e.inputType === 'historyRedo') {
+            // Keyboard undo and redo walk the same history as the commands.
+            e.preventDefault();
+            if (e.inputType === 'historyUndo')
+                undo();
+            else
+                redo();
+        }
+    }
+
+    function onInput(e) {
+        if (replaying || e.inputType === 'historyUndo' || e.inputType === 'historyRedo')
+            return;
+        const typing = e.inputType === 'insertText' || e.inputType === 'deleteContentBackward'
+                       || e.inputType === 'deleteContentForward';
+        const last = undoSteps[undoSteps.length - 1];
+        const continues = typing && last && last.native && last.typing === e.inputType
+                          && lastTyping && caretBefore && caretBefore[0] === lastTyping[0]
+                          && caretBefore[1] === lastTyping[1];
+        if (!continues)
+            undoSteps.push({ native: true, typing: typing ? e.inputType : null });
+        redoSteps.length = 0;
+        lastTyping = typing ? caretKey() : null;
+    }
+
+    let caretBefore = null;
+    function rememberCaret(e) {
+        if (!replaying && e.inputType !== 'historyUndo' && e.inputType !== 'historyRedo')
+            caretBefore = caretKey();
+    }
+
+    // Starts recording the DOM mutations of one adapter step; the function returned ends
+    // the step and files it in the history when it changed anything. Only a step the user
+    // made directly (a drag) is announced as a content change: the host learns of its own
+    // calls' changes from the calls themselves.
+    // A step started inside another one (an operation called during a drag) is part of it.
+    let recording = false;
+    function startRecording(byUser) {
+        if (recording)
+            return () => {};
+        recording = true;
+        observer.takeRecords();
+        delivered.length = 0;
+        observer.observe(document.documentElement, OBSERVE);
+        return () => {
+            const records = delivered.splice(0).concat(observer.takeRecords());
+            observer.disconnect();
+            recording = false;
+            if (!records.length)
+                return;
+            undoSteps.push({ native: false, records: records.map(snapshotRecord) });
+            redoSteps.length = 0;
+            lastTyping = null;
+            if (byUser)
+                V.notify('contentChanged');
+            V.scheduleDisplayChanged();
+        };
+    }
+
+    // Runs fn as one undoable adapter step.
+    function recorded(fn) {
+        const finish = startRecording();
+        try {
+            return fn();
+        } finally {
+            finish();
+        }
+    }
+
+    function snapshotRecord(m) {
+        const rec = { type: m.type, target: m.target };
+        if (m.type === 'attributes') {
+            rec.name = m.attributeName;
+            rec.oldValue = m.oldValue;
+            rec.newValue = m.target.getAttribute(m.attributeName);
+        } else if (m.type === 'characterData') {
+            rec.oldValue = m.oldValue;
+            rec.newValue = m.target.data;
+        } else {
+            rec.added = Array.from(m.addedNodes);
+            rec.removed = Array.from(m.removedNodes);
+            rec.previous = m.previousSibling;
+            rec.next = m.nextSibling;
+        }
+        return rec;
+    }
+
+    function setAttr(el, name, value) {
+        if (value === null)
+            el.removeAttribute(name);
+        else
+            el.setAttribute(name, value);
+    }
+
+    // Later records were made against the document the earlier ones left, so attribute
+    // values in between are fixed up by replaying each record in order (or in reverse).
+    function revert(records) {
+        for (let i = records.length - 1; i >= 0; --i) {
+            const m = records[i];
+            if (m.type === 'attributes') {
+                setAttr(m.target, m.name, m.oldValue);
+            } else if (m.type === 'characterData') {
+                m.target.data = m.oldValue;
+            } else {
+                for (const n of m.added)
+                    n.remove();
+                const before = m.next && m.next.parentNode === m.target ? m.next : null;
+                for (const n of m.removed)
+                    m.target.insertBefore(n, before);
+            }
+        }
+    }
+
+    function reapply(records) {
+        for (let i = 0; i < records.length; ++i) {
+            const m = records[i];
+            if (m.type === 'attributes') {
+                const later = records.slice(i + 1).find(
+                    x => x.type === 'attributes' && x.target === m.target && x.name === m.name);
+                setAttr(m.target, m.name, later ? later.oldValue : m.newValue);
+            } else if (m.type === 'characterData') {
+                const later = records.slice(i + 1).find(
+                    x => x.type === 'characterData' && x.target === m.target);
+                m.target.data = later ? later.oldValue : m.newValue;
+            } else {
+                for (const n of m.removed)
+                    n.remove();
+                const before = m.next && m.next.parentNode === m.target ? m.next : null;
+                for (const n of m.added)
+                    m.target.insertBefore(n, before);
+            }
+        }
+    }
+
+    // After an adapter step is undone or redone, the caret goes where it changed things.
+    function placeCaretIn(records) {
+        for (const m of records) {
+            const node = m.target;
+            if (node && node.isConnected && inBody(node)) {
+                const r = document.createRange();
+                r.setStart(node, 0);
+                r.collapse(true);
+                const s = document.getSelection();
+                s.removeAllRanges();
+                s.addRange(r);
+                return;
+            }
+        }
+    }
+
+    function undo() {
+        const step = undoSteps.pop();
+        if (!step)
+            return false;
+        replaying = true;
+        try {
+            if (step.native)
+                document.execCommand('undo');
+            else {
+                revert(step.records);
+                placeCaretIn(step.records);
+            }
+        } finally {
+            replaying = false;
+        }
+        redoSteps.push(step);
+        lastTyping = null;
+        V.notify('contentChanged');
+        V.scheduleDisplayChanged();
+        return true;
+    }
+
+    function redo() {
+        const step = redoSteps.pop();
+        if (!step)
+            return false;
+        replaying = true;
+        try {
+            if (step.native)
+                document.execCommand('redo');
+            else {
+                reapply(step.records);
+                placeCaretIn(step.records);
+            }
+        } finally {
+            replaying = false;
+        }
+        undoSteps.push(step);
+        lastTyping = null;
+        V.notify('contentChanged');
+        V.scheduleDisplayChanged();
+        return true;
+    }
+
+    // A native command that changed the document is one native step; input events come
+    // for it too, and onInput takes care of the bookkeeping.
+    function native(name, value) {
+        return () => {
+            if (!editing())
+                throw new Error('The document is not in edit state');
+            return document.execCommand(name, false, value === undefined ? null : value);
+        };
+    }
+
+    // ---- enter in an element with an id ---------------------------------------------------
+
+    // Splitting a block copies its attributes to the new one; an id must stay unique.
+    function dropCopiedIds(e) {
+        if (e.inputType !== 'insertParagraph' && e.inputType !== 'insertLineBreak')
+            return;
+        for (let n = caretElement(); n && n !== document.body; n = n.parentElement) {
+            const id = n.getAttribute('id');
+            if (id && document.querySelectorAll('[id="' + CSS.escape(id) + '"]').length > 1)
+                n.removeAttribute('id');
+        }
+    }
+
+    // ---- the command table ----------------------------------------------------------------
+
+    const commands = new Map();
+
+    // A command: exec(option, argument) returns its result (or throws), status() its state.
+    function defineCommand(id, name, exec, status) {
+        commands.set(id, { name: name, exec: exec, status: status });
+    }
+
+    function nativeStatus(name) {
+        return () => {
+            if (!editing())
+                return DISABLED;
+            const r = selectionRange();
+            if (!r || !inBody(r.startContainer))
+                return DISABLED;
+            if (!document.queryCommandEnabled(name))
+                return DISABLED;
+            return document.queryCommandState(name) ? LATCHED : ENABLED;
+        };
+    }
+
+    function formatCommand(id, name, nativeName, test) {
+        defineCommand(id, name, native(nativeName),
+                      test ? () => textState(test, nativeName) : nativeStatus(nativeName));
+    }
+
+    const needsSelection = () => {
+        const s = nativeStatus('selectAll')();
+        return s === LATCHED ? ENABLED : s;
+    };
+
+    const hasText = () => {
+        if (!editing())
+            return DISABLED;
+        const r = selectionRange();
+        return r && !r.collapsed && inBody(r.startContainer) ? ENABLED : DISABLED;
+    };
+
+    formatCommand(5000, 'bold', 'bold', isBold);
+    formatCommand(5023, 'italic', 'italic', isItalic);
+    formatCommand(5048, 'underline', 'underline', isUnderlined);
+    formatCommand(5024, 'justifyCenter', 'justifyCenter');
+    formatCommand(5025, 'justifyLeft', 'justifyLeft');
+    formatCommand(5026, 'justifyRight', 'justifyRight');
+    formatCommand(5030, 'orderedList', 'insertOrderedList');
+    formatCommand(5051, 'unorderedList', 'insertUnorderedList');
+    defineCommand(5018, 'indent', native('indent'), needsSelection);
+    defineCommand(5031, 'outdent', native('outdent'), needsSelection);
+    defineCommand(5034, 'removeFormat', native('removeFormat'), hasText);
+    defineCommand(5046, 'setForeColor', (o, colour) => native('foreColor', String(colour))(),
+                  needsSelection);
+    defineCommand(5042, 'setBackColor', (o, colour) => native('hiliteColor', String(colour))(),
+                  needsSelection);
+    defineCommand(5044, 'setFontName', (o, face) => native('fontName', String(face))(),
+                  needsSelection);
+    defineCommand(5045, 'setFontSize', (o, size) => native('fontSize', String(size))(),
+                  needsSelection);
+    defineCommand(5043, 'setBlockFormat', (o, name) => setBlockFormat(name), needsSelection);
+    defineCommand(5013, 'getFontName', () => {
+        const v = commonValue(firstFamily);
+        return v === undefined || v === null ? '' : v;
+    }, () => {
+        const v = commonValue(firstFamily);
+        return v === undefined ? DISABLED : v === null ? NINCHED : ENABLED;
+    });
+    defineCommand(5014, 'getFontSize', () => {
+        const v = commonValue(htmlFontSize);
+        return v === undefined || v === null ? 0 : v;
+    }, () => {
+        const v = commonValue(htmlFontSize);
+        return v === undefined ? DISABLED : v === null ? NINCHED : ENABLED;
+    });
+    defineCommand(5015, 'getForeColor', () => {
+        const v = commonValue(el => getComputedStyle(el).color);
+        return v || '';
+    }, needsSelection);
+    defineCommand(5010, 'getBackColor', () => document.queryCommandValue('hiliteColor'),
+                  needsSelection);
+    defineCommand(5011, 'getBlockFormat', () => {
+        const v = commonValue(blockFormatOf);
+        return v || '';
+    }, needsSelection);
+    defineCommand(5012, 'getBlockFormatNames', () => {
+        const names = [];
+        for (const f of BLOCK_FORMATS) {
+            if (!names.includes(f[0]))
+                names.push(f[0]);
+        }
+        return names;
+    }, () => ENABLED);
+    defineCommand(5016, 'hyperlink', (o, url) => {
+        if (url === undefined || url === null || url === '')
+            throw new Error('A link needs an address');
+        return native('createLink', String(url))();
+    }, needsSelection);
+    defineCommand(5050, 'unlink', native('unlink'), () => {
+        const el = caretElement();
+        return el && el.closest('a[href]') ? ENABLED : DISABLED;
+    });
+    defineCommand(5017, 'image', (o, src) => native('insertImage', String(src))(),
+                  needsSelection);
+    defineCommand(5002, 'copy', native('copy'), hasText);
+    defineCommand(5003, 'cut', native('cut'), hasText);
+    defineCommand(5032, 'paste', native('paste'), needsSelection);
+    defineCommand(5004, 'delete', () => {
+        if (selectedElement())
+            return recorded(() => { selectedElement().remove(); return true; });
+        return native('delete')();
+    }, hasText);
+    defineCommand(5035, 'selectAll', native('selectAll'), () => (document.body ? ENABLED
+                                                                                 : DISABLED));
+    defineCommand(5049, 'undo', () => undo(), () => (undoSteps.length ? ENABLED : DISABLED));
+    defineCommand(5033, 'redo', () => redo(), () => (redoSteps.length ? ENABLED : DISABLED));
+
+    // ---- operations -----------------------------------------------------------------------
+
+    function commandExec(id, option, argument) {
+        const command = commands.get(id);
+        if (!command)
+            throw new Error('Command ' + id + ' is not supported');
+        if (command.status) {
+            const state = command.status();
+            if (state === DISABLED || state === NOT_SUPPORTED)
+                throw new Error('Command ' + id + ' is not available here');
+        }
+        const value = command.exec(option, argument);
+        if (value === false)
+            throw new Error('Command ' + id + ' did not apply');
+        // Reading a value changes nothing; announcing it would make every toolbar refresh,
+        // which reads the font, ask for the next one.
+        if (!command.name.startsWith('get'))
+            V.scheduleDisplayChanged();
+        return value === undefined || value === true ? null : value;
+    }
+
+    function commandStatus(ids) {
+        const out = [];
+        for (const id of ids) {
+            const command = commands.get(id);
+            let state = NOT_SUPPORTED;
+            if (command) {
+                try {
+                    state = command.status ? command.status() : ENABLED;
+                } catch (e) {
+                    state = DISABLED;
+                }
+            }
+            out.push(state);
+        }
+        return out;
+    }
+
+    // Delete on an element selected whole is the control selection's own DOM edit: it is
+    // recorded from before the first listener (window, capturing) to after the last one
+    // (document, bubbling).
+    let keyStep = null;
+    function finishKeyStep() {
+        if (keyStep)
+            keyStep();
+        keyStep = null;
+    }
+
+    const windowListeners = {
+        keydown: e => {
+            finishKeyStep();
+            if ((e.key === 'Delete' || e.key === 'Backspace') && selectedElement())
+                keyStep = startRecording(true);
+        },
+    };
+
+    const listeners = {
+        beforeinput: e => { rememberCaret(e); onBeforeInput(e); },
+        input: e => { onInput(e); dropCopiedIds(e); },
+    };
+    const bubblingListeners = {
+        keydown: finishKeyStep,
+        keyup: finishKeyStep,
+    };
+
+    let seenGeneration = null;
+    function followDocument() {
+        if (V.generation() === seenGeneration)
+            return;
+        seenGeneration = V.generation();
+        undoSteps.length = 0;
+        redoSteps.length = 0;
+        lastTyping = null;
+        recording = false;
+        observer.disconnect();
+        keyStep = null;
+        for (const [type, fn] of Object.entries(listeners))
+            document.addEventListener(type, fn, true);
+        for (const [type, fn] of Object.entries(bubblingListeners))
+            document.addEventListener(type, fn, false);
+        for (const [type, fn] of Object.entries(windowListeners))
+            window.addEventListener(type, fn, true);
+    }
+
+    // Operations of the other adapter files that change the document become undo steps.
+    const RECORDED_OPERATIONS = new Set(['rangePasteHTML', 'rangeSetText', 'setInnerHTML',
+        'setOuterHTML', 'setAttribute', 'removeAttribute', 'setStyleProperty', 'appendChild',
+        'selectionClear']);
+    const invokeAdapter = V.invoke;
+    V.invoke = function (name, args) {
+        followDocument();
+        if (RECORDED_OPERATIONS.has(name))
+            return recorded(() => invokeAdapter(name, args));
+        return invokeAdapter(name, args);
+    };
+    followDocument();
+
+    V.defineCommand = defineCommand;
+    V.recorded = recorded;
+    V.startRecording = startRecording;
+    V.selectionRange = selectionRange;
+    V.selectedElement = selectedElement;
+    V.caretElement = caretElement;
+    V.editing = editing;
+    V.inBody = inBody;
+
+    V.register('commandExec', (id, option, argument) => commandExec(id, option, argument));
+    V.register('commandStatus', ids => commandStatus(ids || []));
+    V.register('commandName', id => (commands.has(id) ? commands.get(id).name : ''));
+    // Inspection for tests: a computed style property, and a selection from the start of
+    // one text to the end of another.
+    V.register('computedStyle', (h, name, pseudo) =>
+        getComputedStyle(V.nodeFor(h), pseudo || null).getPropertyValue(name));
+    V.register('selectBetween', (from, to) => {
+        const walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
+        let start = null, end = null;
+        while (walker.nextNode()) {
+            const t = walker.currentNode;
+            if (!start && t.data.includes(from))
+                start = [t, t.data.indexOf(from)];
+            if (start && t.data.includes(to))
+                end = [t, t.data.indexOf(to) + to.length];
+        }
+        if (!start || !end)
+            return false;
+        const r = document.createRange();
+        r.setStart(start[0], start[1]);
+        r.setEnd(end[0], end[1]);
+        const s = document.getSelection();
+        s.removeAllRanges();
+        s.addRange(r);
+        return true;
+    });
+    V.register('undoDepth', () => [undoSteps.length, redoSteps.length]);
+})();

@@ -1,0 +1,710 @@
+// The command executor and the context menus on the real engine: dispatch through the
+// editor's public methods, the source-view guard, the dirty rule, the guarded deletions
+// and their messages, the display toggles, the insertions from arguments and the menu
+// built for what lies under the selection.
+
+#include "../common/enginetest.h"
+#include "../common/recordingprompts.h"
+
+#include "commands/commandtables.h"
+#include "commands/contextmenus.h"
+#include "commands/executor.h"
+#include "commands/selectionaccess.h"
+
+using namespace Vantry;
+using namespace Vantry::Commands;
+using Platform::Element;
+using Platform::TextRange;
+using VantryTest::RecordingPrompts;
+
+using EditorMethod = void (HTMLEditorComponent::*)();
+Q_DECLARE_METATYPE(EditorMethod)
+
+namespace {
+
+// Answers the link dialog from a script and leaves the other dialogs unopened.
+class ScriptedDialogs : public PendingDialogLauncher
+{
+public:
+    explicit ScriptedDialogs(std::function<Platform::UserPrompts &()> prompts)
+        : PendingDialogLauncher(std::move(prompts))
+    { }
+
+    std::optional<LinkFields> editLink(const LinkFields &current, bool existing) override
+    {
+        shown = current;
+        shownExisting = existing;
+        return answer;
+    }
+
+    std::optional<LinkFields> answer;
+    LinkFields shown;
+    bool shownExisting = false;
+};
+
+} // namespace
+
+class tst_Executor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void commandsDoNothingInTheSourceView_data();
+    void commandsDoNothingInTheSourceView();
+    void inertCommandsLeaveTheDocumentClean_data();
+    void inertCommandsLeaveTheDocumentClean();
+    void plainCommandMarksTheDocumentDirty();
+    void toolbarKeysRunTheirCommands();
+    void designCommandsRunUnderTheSameRules();
+    void guardedDeletions_data();
+    void guardedDeletions();
+    void displayTogglesReturnAfterTwoClicks_data();
+    void displayTogglesReturnAfterTwoClicks();
+    void absolutePositionNamesTheNextAction();
+    void cancelledColourChangesNothing();
+    void chosenColourColoursTheSelection();
+    void tableFromArguments_data();
+    void tableFromArguments();
+    void secondTableFormAppendsToTheBody();
+    void imageFromArguments();
+    void imageWithoutSourceAndCancelledPickerInsertsNothing();
+    void dialogCommandsSayWhatIsComing_data();
+    void dialogCommandsSayWhatIsComing();
+    void hyperlinkWrapsAndUnwraps();
+    void contextMenuForWhatIsUnderTheSelection_data();
+    void contextMenuForWhatIsUnderTheSelection();
+    void contextMenuRespectsHostSettings();
+    void customEntryRaisesItsKeyOnly();
+
+private:
+    void load(const QString &body);
+    void select(const QString &needle);
+    void selectElement(const QString &tagName);
+    bool supported(int platformCommand);
+    QString body();
+    Executor &localExecutor();
+
+    std::unique_ptr<HTMLEditorComponent> m_editor;
+    Platform::WebEngineDesignSurface *m_surface = nullptr;
+    RecordingPrompts *m_prompts = nullptr;
+    DocumentReferences m_references;
+    std::unique_ptr<SelectionAccess> m_selection;
+    std::unique_ptr<Executor> m_executor;
+    ScriptedDialogs *m_dialogs = nullptr;
+    int m_dirtyMarks = 0;
+    QHash<QString, bool> m_pressed;
+    QHash<QString, QString> m_toolTips;
+};
+
+void tst_Executor::initTestCase()
+{
+    m_editor = std::make_unique<HTMLEditorComponent>();
+    m_editor->resize(800, 600);
+    m_editor->show();
+    QVERIFY(VantryTest::waitUntilReady(*m_editor));
+    m_surface = VantryTest::surfaceOf(*m_editor);
+    QVERIFY(m_surface);
+}
+
+void tst_Executor::init()
+{
+    auto prompts = std::make_unique<RecordingPrompts>();
+    m_prompts = prompts.get();
+    m_editor->setUserPrompts(std::move(prompts));
+    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+    m_dirtyMarks = 0;
+    m_pressed.clear();
+    m_toolTips.clear();
+}
+
+void tst_Executor::cleanup()
+{
+    m_executor.reset();
+    m_selection.reset();
+}
+
+// An executor on the editor's surface whose toolbar and dirty mark the test can see.
+Executor &tst_Executor::localExecutor()
+{
+    SelectionAccess::Hooks selectionHooks;
+    selectionHooks.isReady = [] { return true; };
+    selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+    m_selection
+        = std::make_unique<SelectionAccess>(*m_surface, m_references, std::move(selectionHooks));
+    Executor::Hooks hooks;
+    hooks.designViewActive = [this] { return m_editor->DesignViewActive(); };
+    hooks.markDirty = [this] { ++m_dirtyMarks; };
+    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+    hooks.setButtonPressed = [this](const QString &key, bool on) { m_pressed.insert(key, on); };
+    hooks.setButtonToolTip
+        = [this](const QString &key, const QString &text) { m_toolTips.insert(key, text); };
+    m_executor
+        = std::make_unique<Executor>(*m_surface, *m_selection, m_references, std::move(hooks));
+    auto dialogs = std::make_unique<ScriptedDialogs>(
+        [this]() -> Platform::UserPrompts & { return *m_prompts; });
+    m_dialogs = dialogs.get();
+    m_executor->setDialogLauncher(std::move(dialogs));
+    return *m_executor;
+}
+
+void tst_Executor::load(const QString &body)
+{
+    QVERIFY(m_surface->setBodyInnerHTML(body));
+    m_editor->setisDirty(false);
+}
+
+void tst_Executor::select(const QString &needle)
+{
+    const TextRange range = m_surface->bodyRange();
+    QVERIFY(m_surface->findText(range, needle));
+    QVERIFY(m_surface->selectRange(range));
+}
+
+void tst_Executor::selectElement(const QString &tagName)
+{
+    const QList<Element> elements = m_surface->elementsByTagName(tagName);
+    QVERIFY(!elements.isEmpty());
+    QVERIFY(m_surface->selectElement(elements.first()));
+}
+
+bool tst_Executor::supported(int platformCommand)
+{
+    return m_surface->commandStatus(platformCommand) != Platform::DesignSurface::StatusNotSupported;
+}
+
+QString tst_Executor::body()
+{
+    return m_surface->bodyInnerHTML();
+}
+
+void tst_Executor::commandsDoNothingInTheSourceView_data()
+{
+    QTest::addColumn<EditorMethod>("method");
+    QTest::newRow("Bold") << &HTMLEditorComponent::Bold;
+    QTest::newRow("DeleteRow") << &HTMLEditorComponent::DeleteRow;
+    QTest::newRow("Border") << &HTMLEditorComponent::Border;
+    QTest::newRow("ForeColor") << &HTMLEditorComponent::ForeColor;
+    QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
+    QTest::newRow("SnapToGrid") << &HTMLEditorComponent::SnapToGrid;
+}
+
+void tst_Executor::commandsDoNothingInTheSourceView()
+{
+    QFETCH(EditorMethod, method);
+    load(QStringLiteral("<table><tr><td>only</td></tr></table>"));
+    select(QStringLiteral("only"));
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    QVERIFY(!m_editor->DesignViewActive());
+    m_editor->setisDirty(false);
+
+    (m_editor.get()->*method)();
+
+    QVERIFY(!m_editor->isDirty());
+    QVERIFY(m_prompts->shown.isEmpty());
+}
+
+void tst_Executor::inertCommandsLeaveTheDocumentClean_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("ZOrder") << QStringLiteral("ZOrder");
+    QTest::newRow("InsertFlash") << QStringLiteral("InsertFlash");
+    QTest::newRow("unknown key") << QStringLiteral("Strike");
+    QTest::newRow("wrong case") << QStringLiteral("bold");
+}
+
+void tst_Executor::inertCommandsLeaveTheDocumentClean()
+{
+    QFETCH(QString, key);
+    load(QStringLiteral("<p>text</p>"));
+    select(QStringLiteral("text"));
+    const QString before = body();
+
+    localExecutor().executeKey(key);
+    m_editor->FlashProperties();
+    for (int number : {0, 25, 45, 49, 51, 52, 53, 57, -3})
+        m_executor->executeCommand(number);
+
+    QCOMPARE(m_dirtyMarks, 0);
+    QVERIFY(!m_editor->isDirty());
+    QCOMPARE(body(), before);
+    QVERIFY(m_prompts->shown.isEmpty());
+}
+
+void tst_Executor::plainCommandMarksTheDocumentDirty()
+{
+    if (!supported(DesignCommand::Bold))
+        QSKIP("The surface does not support the bold command yet");
+    load(QStringLiteral("<p>make this bold</p>"));
+    select(QStringLiteral("this"));
+    m_editor->Bold();
+    QVERIFY(m_editor->isDirty());
+    QVERIFY(body().contains(QStringLiteral("<b>this</b>"), Qt::CaseInsensitive));
+}
+
+void tst_Executor::toolbarKeysRunTheirCommands()
+{
+    if (!supported(DesignCommand::Italic))
+        QSKIP("The surface does not support the italic command yet");
+    load(QStringLiteral("<p>lean here</p>"));
+    select(QStringLiteral("lean"));
+    Executor &executor = localExecutor();
+    executor.executeKey(QStringLiteral("Italic"));
+    QCOMPARE(m_dirtyMarks, 1);
+    QVERIFY(body().contains(QStringLiteral("<i>lean</i>"), Qt::CaseInsensitive));
+
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    executor.executeKey(QStringLiteral("Italic"));
+    QCOMPARE(m_dirtyMarks, 1);
+}
+
+void tst_Executor::designCommandsRunUnderTheSameRules()
+{
+    if (!supported(DesignCommand::Underline))
+        QSKIP("The surface does not support the underline command yet");
+    load(QStringLiteral("<p>line under</p>"));
+    select(QStringLiteral("under"));
+    CommandSink &sink = localExecutor();
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    QVERIFY(!sink.execute(DesignCommand::Underline));
+    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+    QCOMPARE(m_dirtyMarks, 0);
+    select(QStringLiteral("under"));
+    QVERIFY(sink.execute(DesignCommand::Underline));
+    QCOMPARE(m_dirtyMarks, 1);
+    QVERIFY(body().contains(QLatin1String("<u>under</u>"), Qt::CaseInsensitive));
+    // A command the surface does not know runs nothing and leaves the document clean.
+    QVERIFY(!sink.execute(4999));
+    QCOMPARE(m_dirtyMarks, 1);
+}
+
+void tst_Executor::guardedDeletions_data()
+{
+    QTest::addColumn<EditorMethod>("method");
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<int>("platformCommand");
+    // False where the guard lets the command through and the surface decides.
+    QTest::addColumn<bool>("changes");
+
+    const QString oneRow = QStringLiteral("<table><tr><td>a1</td><td>b1</td></tr></table>");
+    const QString oneCell = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
+                                           "</table>");
+    const QString single = QStringLiteral("<table><tr><td>a1</td></tr></table>");
+    const QString nested = QStringLiteral(
+        "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
+        "</table></td></tr></table>");
+    QTest::newRow("last row") << &HTMLEditorComponent::DeleteRow << oneRow
+                              << QStringLiteral("Unable to remove the last table row.")
+                              << DesignCommand::DeleteRows << true;
+    QTest::newRow("last column") << &HTMLEditorComponent::DeleteColumn << single
+                                 << QStringLiteral("Unable to remove the last table column.")
+                                 << DesignCommand::DeleteCols << true;
+    QTest::newRow("last cell") << &HTMLEditorComponent::DeleteCell << single
+                               << QStringLiteral("Unable to remove the last table cell.")
+                               << DesignCommand::DeleteCells << true;
+    QTest::newRow("second row") << &HTMLEditorComponent::DeleteRow << oneCell << QString()
+                                << DesignCommand::DeleteRows << true;
+    QTest::newRow("second column") << &HTMLEditorComponent::DeleteColumn << oneRow << QString()
+                                   << DesignCommand::DeleteCols << true;
+    // One column of two rows still has two cells: the column guard counts cells.
+    QTest::newRow("column guard counts cells") << &HTMLEditorComponent::DeleteColumn << oneCell
+                                               << QString() << DesignCommand::DeleteCols << false;
+    QTest::newRow("inner table decides") << &HTMLEditorComponent::DeleteRow << nested << QString()
+                                         << DesignCommand::DeleteRows << true;
+    QTest::newRow("no table") << &HTMLEditorComponent::DeleteRow << QStringLiteral("<p>a1</p>")
+                              << QString() << DesignCommand::DeleteRows << true;
+}
+
+void tst_Executor::guardedDeletions()
+{
+    QFETCH(EditorMethod, method);
+    QFETCH(QString, table);
+    QFETCH(QString, message);
+    QFETCH(int, platformCommand);
+    QFETCH(bool, changes);
+    load(table);
+    select(QStringLiteral("a1"));
+    const QString before = body();
+
+    (m_editor.get()->*method)();
+
+    if (!message.isEmpty()) {
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{message});
+        QCOMPARE(body(), before);
+        QVERIFY(!m_editor->isDirty());
+        return;
+    }
+    QVERIFY(m_prompts->shown.isEmpty());
+    if (!table.contains(QLatin1String("<table"))) {
+        QCOMPARE(body(), before);
+        QVERIFY(!m_editor->isDirty());
+        return;
+    }
+    if (!changes)
+        return;
+    if (!supported(platformCommand))
+        QSKIP("The surface does not support this table command yet");
+    QVERIFY(m_editor->isDirty());
+    QVERIFY(body() != before);
+}
+
+void tst_Executor::displayTogglesReturnAfterTwoClicks_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<DisplaySwitch>("which");
+    QTest::newRow("Border") << 21 << QStringLiteral("Border") << DisplaySwitch::Borders;
+    QTest::newRow("Details") << 22 << QStringLiteral("Details") << DisplaySwitch::Details;
+    QTest::newRow("SnapToGrid") << 26 << QStringLiteral("SnapToGrid") << DisplaySwitch::SnapToGrid;
+}
+
+void tst_Executor::displayTogglesReturnAfterTwoClicks()
+{
+    QFETCH(int, number);
+    QFETCH(QString, key);
+    QFETCH(DisplaySwitch, which);
+    load(QStringLiteral("<p>text</p>"));
+    Executor &executor = localExecutor();
+    const bool first = executor.displaySwitch(which);
+
+    executor.executeKey(key);
+    QCOMPARE(executor.displaySwitch(which), !first);
+    QCOMPARE(m_pressed.value(key), !first);
+    executor.executeCommand(number);
+    QCOMPARE(executor.displaySwitch(which), first);
+    QCOMPARE(m_pressed.value(key), first);
+    QCOMPARE(m_dirtyMarks, 2);
+    QVERIFY(m_prompts->shown.isEmpty());
+}
+
+void tst_Executor::absolutePositionNamesTheNextAction()
+{
+    if (!supported(DesignCommand::MakeAbsolute))
+        QSKIP("The surface does not support absolute positioning yet");
+    load(QStringLiteral("<p>before</p><div id=\"box\">box</div>"));
+    selectElement(QStringLiteral("DIV"));
+    Executor &executor = localExecutor();
+    if (m_surface->commandStatus(DesignCommand::MakeAbsolute) < 3)
+        QSKIP("The surface cannot position the selected element");
+
+    executor.executeCommand(23);
+    QCOMPARE(m_dirtyMarks, 1);
+    QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
+        QStringLiteral("Set Position Attribute To Relitive"));
+    const Element box = m_surface->elementsByTagName(QStringLiteral("DIV")).value(0);
+    QCOMPARE(m_surface->styleProperty(box, QStringLiteral("position")), QStringLiteral("absolute"));
+
+    executor.executeCommand(23);
+    QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
+        QStringLiteral("Set Position Attribute To Absolute"));
+    QCOMPARE(m_dirtyMarks, 2);
+}
+
+void tst_Executor::cancelledColourChangesNothing()
+{
+    load(QStringLiteral("<p>paint me</p>"));
+    select(QStringLiteral("paint"));
+    const QString before = body();
+    m_prompts->colors.enqueue(std::nullopt);
+    m_editor->ForeColor();
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Color).size(), 1);
+    QCOMPARE(body(), before);
+    QVERIFY(!m_editor->isDirty());
+}
+
+void tst_Executor::chosenColourColoursTheSelection()
+{
+    if (!supported(DesignCommand::SetForeColor))
+        QSKIP("The surface does not support the text colour command yet");
+    load(QStringLiteral("<p>paint me</p>"));
+    select(QStringLiteral("paint"));
+    m_prompts->colors.enqueue(QColor(0xff, 0x00, 0x80));
+    m_editor->ForeColor();
+    QVERIFY(m_editor->isDirty());
+    const QString html = body().toLower();
+    QVERIFY2(html.contains(QLatin1String("#ff0080")) || html.contains(QLatin1String("255, 0, 128")),
+        qPrintable(html));
+}
+
+void tst_Executor::tableFromArguments_data()
+{
+    QTest::addColumn<QString>("rows");
+    QTest::addColumn<QString>("columns");
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<int>("expectedRows");
+    QTest::addColumn<int>("expectedCells");
+    QTest::newRow("defaults") << QString() << QString() << QString() << 1 << 3;
+    QTest::newRow("rows not numeric")
+        << QStringLiteral("x") << QStringLiteral("2") << QString() << 1 << 2;
+    QTest::newRow("two by two, width")
+        << QStringLiteral("2") << QStringLiteral("2") << QStringLiteral("300") << 2 << 4;
+}
+
+void tst_Executor::tableFromArguments()
+{
+    QFETCH(QString, rows);
+    QFETCH(QString, columns);
+    QFETCH(QString, width);
+    QFETCH(int, expectedRows);
+    QFETCH(int, expectedCells);
+    load(QStringLiteral("<p>put it here</p>"));
+    select(QStringLiteral("here"));
+
+    QString height, align, valign, image, color, border, spacing, padding, borderColor, style;
+    m_editor->InsertTABLENoPrompt(width, height, rows, columns, align, valign, image, color, border,
+        spacing, padding, borderColor, style);
+
+    const QList<Element> tables = m_surface->elementsByTagName(QStringLiteral("TABLE"));
+    QCOMPARE(tables.size(), 1);
+    const QString markup = m_surface->outerHTML(tables.first());
+    const TableParts parts = countTableParts(markup);
+    QCOMPARE(parts.rows, expectedRows);
+    QCOMPARE(parts.cells, expectedCells);
+    QCOMPARE(markup.contains(QLatin1String("width=")), !width.isEmpty());
+    QVERIFY(!markup.contains(QLatin1String("=\"\"")));
+    QVERIFY(!body().contains(QLatin1String("here")));
+    QVERIFY(m_editor->isDirty());
+}
+
+void tst_Executor::secondTableFormAppendsToTheBody()
+{
+    load(QStringLiteral("<p>first</p><p>last</p>"));
+    select(QStringLiteral("first"));
+    QString width, height, rows = QStringLiteral("1"), columns = QStringLiteral("1"), align, valign,
+                           image, color, border, spacing, padding, borderColor, style,
+                           className = QStringLiteral("grid");
+    m_editor->InsertTABLENoPrompt2(width, height, rows, columns, align, valign, image, color,
+        border, spacing, padding, borderColor, style, className);
+    const QString html = body();
+    QVERIFY2(html.indexOf(QLatin1String("last")) < html.indexOf(QLatin1String("<table")),
+        qPrintable(html));
+    QVERIFY(html.contains(QLatin1String("class=\"grid\""), Qt::CaseInsensitive));
+    QVERIFY(html.contains(QLatin1String("first")));
+    QVERIFY(m_editor->isDirty());
+}
+
+void tst_Executor::imageFromArguments()
+{
+    load(QStringLiteral("<p>picture</p>"));
+    select(QStringLiteral("picture"));
+    QString width = QStringLiteral("100"), height, vspace, hspace, align, border, alt,
+            src = QStringLiteral("pic.gif"), style;
+    m_editor->InsertImageNoPrompt(width, height, vspace, hspace, align, border, alt, src, style);
+    QVERIFY(m_prompts->shown.isEmpty());
+    const QList<Element> images = m_surface->images();
+    QCOMPARE(images.size(), 1);
+    QCOMPARE(
+        m_surface->attribute(images.first(), QStringLiteral("src")), QStringLiteral("pic.gif"));
+    QCOMPARE(m_surface->attribute(images.first(), QStringLiteral("width")), QStringLiteral("100"));
+    QVERIFY(m_editor->isDirty());
+}
+
+void tst_Executor::imageWithoutSourceAndCancelledPickerInsertsNothing()
+{
+    load(QStringLiteral("<p>picture</p>"));
+    select(QStringLiteral("picture"));
+    const QString before = body();
+    QString width = QStringLiteral("100"), height, vspace, hspace, align, border, alt, src, style;
+    m_editor->InsertImageNoPrompt(width, height, vspace, hspace, align, border, alt, src, style);
+    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
+        QStringList{QStringLiteral("Pick Image")});
+    QCOMPARE(body(), before);
+    QVERIFY(!m_editor->isDirty());
+
+    m_prompts->fileNames.enqueue(QStringLiteral("/tmp/picked.png"));
+    m_editor->InsertImageNoPrompt(width, height, vspace, hspace, align, border, alt, src, style);
+    QCOMPARE(src, QStringLiteral("/tmp/picked.png"));
+    // A picked picture keeps its natural size.
+    QVERIFY(width.isEmpty());
+    QCOMPARE(m_surface->images().size(), 1);
+    QVERIFY(m_editor->isDirty());
+}
+
+void tst_Executor::dialogCommandsSayWhatIsComing_data()
+{
+    QTest::addColumn<EditorMethod>("method");
+    QTest::newRow("InsertTABLE") << &HTMLEditorComponent::InsertTABLE;
+    QTest::newRow("InsertImage") << &HTMLEditorComponent::InsertImage;
+    QTest::newRow("UploadImage") << &HTMLEditorComponent::UploadImage;
+    QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
+    QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
+    QTest::newRow("SpellCheck") << &HTMLEditorComponent::SpellCheck;
+    QTest::newRow("Font") << &HTMLEditorComponent::Font;
+    QTest::newRow("Find") << &HTMLEditorComponent::Find;
+}
+
+void tst_Executor::dialogCommandsSayWhatIsComing()
+{
+    QFETCH(EditorMethod, method);
+    load(QStringLiteral("<p>text</p>"));
+    select(QStringLiteral("text"));
+    const QString before = body();
+    (m_editor.get()->*method)();
+    const QStringList shown = m_prompts->texts(RecordingPrompts::Kind::Information);
+    QCOMPARE(shown.size(), 1);
+    QVERIFY2(shown.first().endsWith(QLatin1String(" is coming in a later version.")),
+        qPrintable(shown.first()));
+    QCOMPARE(body(), before);
+    QVERIFY(!m_editor->isDirty());
+}
+
+void tst_Executor::hyperlinkWrapsAndUnwraps()
+{
+    if (!supported(DesignCommand::Hyperlink))
+        QSKIP("The surface does not support the hyperlink command yet");
+    load(QStringLiteral("<p>go there now</p>"));
+    select(QStringLiteral("there"));
+    Executor &executor = localExecutor();
+    LinkFields link;
+    link.href = QStringLiteral("http://example.org/");
+    link.target = QStringLiteral("_blank");
+    link.dataFld = QStringLiteral("page:7");
+    m_dialogs->answer = link;
+
+    executor.executeCommand(13);
+    QVERIFY(!m_dialogs->shownExisting);
+    QCOMPARE(m_dirtyMarks, 1);
+    QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+    QCOMPARE(anchors.size(), 1);
+    QCOMPARE(m_surface->attribute(anchors.first(), QStringLiteral("href")), link.href);
+    QCOMPARE(m_surface->attribute(anchors.first(), QStringLiteral("target")), link.target);
+    QVERIFY(!m_surface->outerHTML(anchors.first()).contains(QLatin1String("title=")));
+
+    // Editing it shows what it holds; no address and no reference take the anchor away.
+    select(QStringLiteral("there"));
+    m_dialogs->answer = LinkFields{};
+    executor.executeCommand(13);
+    QVERIFY(m_dialogs->shownExisting);
+    QCOMPARE(m_dialogs->shown.href, link.href);
+    QCOMPARE(m_dialogs->shown.dataFld, link.dataFld);
+    QVERIFY(m_surface->elementsByTagName(QStringLiteral("A")).isEmpty());
+    QVERIFY(body().contains(QLatin1String("go there now")));
+    QCOMPARE(m_dirtyMarks, 2);
+}
+
+void tst_Executor::contextMenuForWhatIsUnderTheSelection_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QStringList>("present");
+    QTest::addColumn<QStringList>("absent");
+
+    const QString cut = QStringLiteral("Cut");
+    const QString page = QStringLiteral("Page Properties");
+    const QString element = QStringLiteral("Element Properties");
+    const QString row = QStringLiteral("Insert Row");
+    const QString table = QStringLiteral("Table Properties");
+    const QString image = QStringLiteral("Image Properties");
+    const QString link = QStringLiteral("Link Properties");
+    QTest::newRow("text") << QStringLiteral("<p>plain</p>") << QStringLiteral("plain")
+                          << QStringList{cut, page, element}
+                          << QStringList{row, table, image, link};
+    QTest::newRow("table cell") << QStringLiteral("<table><tr><td>cell</td></tr></table>")
+                                << QStringLiteral("cell")
+                                << QStringList{cut, row, QStringLiteral("Delete Column"),
+                                       QStringLiteral("Table Cell Properties"), table, page,
+                                       element}
+                                << QStringList{image, link};
+    QTest::newRow("image in a cell")
+        << QStringLiteral("<table><tr><td><img src=\"a.gif\"></td></tr></table>")
+        << QStringLiteral("IMG") << QStringList{cut, image, element} << QStringList{row, table};
+    QTest::newRow("link") << QStringLiteral("<p><a href=\"x.htm\">linked</a></p>")
+                          << QStringLiteral("linked") << QStringList{link, page}
+                          << QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")};
+}
+
+void tst_Executor::contextMenuForWhatIsUnderTheSelection()
+{
+    QFETCH(QString, document);
+    QFETCH(QString, target);
+    QFETCH(QStringList, present);
+    QFETCH(QStringList, absent);
+    load(document);
+    if (target == QLatin1String("IMG"))
+        selectElement(target);
+    else
+        select(target);
+    localExecutor();
+    clsContextMenu settings;
+    ContextMenus menus(*m_surface, *m_selection,
+        {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
+            [&settings]() -> clsContextMenu & { return settings; }, [](int) {}, [] {},
+            [](const QString &) {}});
+    QStringList captions;
+    const QList<ContextMenuEntry> entries = menus.entriesForSelection();
+    for (const ContextMenuEntry &entry : entries)
+        captions.append(entry.caption);
+    for (const QString &caption : std::as_const(present))
+        QVERIFY2(captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
+    for (const QString &caption : std::as_const(absent))
+        QVERIFY2(!captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
+    QCOMPARE(captions.first(), QStringLiteral("Cut"));
+}
+
+void tst_Executor::contextMenuRespectsHostSettings()
+{
+    load(QStringLiteral("<table><tr><td>cell</td></tr></table>"));
+    select(QStringLiteral("cell"));
+    localExecutor();
+    ContextMenus menus(*m_surface, *m_selection,
+        {[this] { return m_editor->DesignViewActive(); },
+            [this] { return m_editor->DisableContextMenus(); },
+            [this]() -> clsContextMenu & { return *m_editor->ContextMenu(); }, [](int) {}, [] {},
+            [](const QString &) {}});
+    clsContextMenu &settings = *m_editor->ContextMenu();
+    settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
+    QList<ContextMenuEntry> entries = menus.entriesForSelection();
+    const auto has = [&entries](const char *caption) {
+        return std::any_of(entries.cbegin(), entries.cend(),
+            [caption](const ContextMenuEntry &e) { return e.caption == QLatin1String(caption); });
+    };
+    QVERIFY(!has("Table Properties"));
+    QVERIFY(has("Table Cell Properties"));
+    settings.ShowAllBuiltinContextMenuItems();
+
+    m_editor->setDisableContextMenus(true);
+    QVERIFY(menus.entriesForSelection().isEmpty());
+    m_editor->setDisableContextMenus(false);
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    QVERIFY(menus.entriesForSelection().isEmpty());
+}
+
+void tst_Executor::customEntryRaisesItsKeyOnly()
+{
+    load(QStringLiteral("<p>text</p>"));
+    select(QStringLiteral("text"));
+    localExecutor();
+    QList<int> executed;
+    QStringList clicked;
+    int elementDialogs = 0;
+    clsContextMenu settings;
+    settings.AddCustomContextMenuItem(QStringLiteral("host.key"), QStringLiteral("Do It"));
+    ContextMenus menus(*m_surface, *m_selection,
+        {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
+            [&settings]() -> clsContextMenu & { return settings; },
+            [&executed](int number) { executed.append(number); },
+            [&elementDialogs] { ++elementDialogs; },
+            [&clicked](const QString &key) { clicked.append(key); }});
+    const QList<ContextMenuEntry> entries = menus.entriesForSelection();
+    QCOMPARE(entries.constLast().caption, QStringLiteral("Do It"));
+
+    menus.choose(entries.constLast());
+    QCOMPARE(clicked, QStringList{QStringLiteral("host.key")});
+    QVERIFY(executed.isEmpty());
+
+    menus.choose(entries.first());
+    QCOMPARE(executed, QList<int>{16});
+    for (const ContextMenuEntry &entry : entries) {
+        if (entry.kind == ContextMenuEntry::Kind::ElementProperties)
+            menus.choose(entry);
+    }
+    QCOMPARE(elementDialogs, 1);
+    QCOMPARE(clicked.size(), 1);
+}
+
+QTEST_MAIN(tst_Executor)
+#include "tst_executor.moc"

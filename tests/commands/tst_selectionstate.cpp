@@ -1,0 +1,437 @@
+// How the toolbar follows the selection and how the font boxes apply, against a scripted
+// status source and a recording command sink: the rules, with no document.
+
+#include "commands/commandsink.h"
+#include "commands/editortoolbar.h"
+#include "commands/fontcontrols.h"
+#include "commands/selectionstate.h"
+#include "commands/toolbarbuilder.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolBar>
+
+#include <memory>
+
+using namespace Vantry::Commands;
+
+namespace {
+
+class ScriptedStatus final : public CommandStatusSource
+{
+public:
+    StatusSnapshot queryStatus(const QList<int> &commandIds) override
+    {
+        ++calls;
+        asked = commandIds;
+        StatusSnapshot snapshot;
+        snapshot.answered = answered;
+        if (!answered)
+            return snapshot;
+        for (int id : commandIds)
+            snapshot.states.insert(id, states.value(id, fallback));
+        snapshot.fontName = fontName;
+        snapshot.fontSize = fontSize;
+        return snapshot;
+    }
+
+    bool answered = true;
+    int fallback = Enabled;
+    QHash<int, int> states;
+    QString fontName;
+    int fontSize = 0;
+    int calls = 0;
+    QList<int> asked;
+};
+
+class RecordingSink final : public CommandSink
+{
+public:
+    bool execute(int commandId, const QVariant &argument) override
+    {
+        runs.append({commandId, argument});
+        return true;
+    }
+
+    QList<QPair<int, QVariant>> runs;
+};
+
+using Run = QPair<int, QVariant>;
+
+} // namespace
+
+class tst_SelectionState : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void statusDrivesTheButton_data();
+    void statusDrivesTheButton();
+    void oneQueryReportsEveryButtonInOrder();
+    void sourceViewRaisesNothing();
+    void hostSwitchedOffButtonStaysOff();
+    void buttonsWithoutCommandFollowThePermission_data();
+    void buttonsWithoutCommandFollowThePermission();
+    void zOrderKeepsItsState();
+    void unansweredQueryLeavesCommandButtons();
+    void fontState_data();
+    void fontState();
+
+    void applyGuards_data();
+    void applyGuards();
+    void chosenEntriesComeFromTheFixedLists_data();
+    void chosenEntriesComeFromTheFixedLists();
+    void enterAppliesTheTypedText_data();
+    void enterAppliesTheTypedText();
+
+private:
+    QAction *button(const QString &key) const { return m_toolbar->buttons().button(key); }
+    QList<QVariantList> eventsFor(const QSignalSpy &spy, const QString &key) const;
+
+    std::unique_ptr<QWidget> m_host;
+    std::unique_ptr<EditorToolbar> m_toolbar;
+    ScriptedStatus m_status;
+    RecordingSink m_sink;
+    bool m_ready = true;
+    bool m_design = true;
+};
+
+void tst_SelectionState::init()
+{
+    m_host = std::make_unique<QWidget>();
+    std::array<QToolBar *, 3> rows{};
+    for (QToolBar *&row : rows)
+        row = new QToolBar(m_host.get());
+    m_ready = true;
+    m_design = true;
+    m_status = ScriptedStatus();
+    m_sink.runs.clear();
+    m_toolbar = std::make_unique<EditorToolbar>(rows, m_host.get(),
+        EditorToolbar::Hooks{[this] { return m_ready; }, [this] { return m_design; }});
+    m_toolbar->setStatusSource(&m_status);
+    m_toolbar->setCommandSink(&m_sink);
+}
+
+void tst_SelectionState::cleanup()
+{
+    m_toolbar.reset();
+    m_host.reset();
+}
+
+QList<QVariantList> tst_SelectionState::eventsFor(const QSignalSpy &spy, const QString &key) const
+{
+    QList<QVariantList> events;
+    for (const QVariantList &event : spy) {
+        if (event.at(0).toString() == key)
+            events.append(event);
+    }
+    return events;
+}
+
+void tst_SelectionState::statusDrivesTheButton_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("pressed");
+
+    QTest::newRow("not supported") << int(NotSupported) << false << false;
+    QTest::newRow("disabled") << int(Disabled) << false << false;
+    QTest::newRow("enabled") << int(Enabled) << true << false;
+    QTest::newRow("latched") << int(Latched) << true << true;
+    QTest::newRow("ninched") << int(Ninched) << true << false;
+}
+
+void tst_SelectionState::statusDrivesTheButton()
+{
+    QFETCH(int, state);
+    QFETCH(bool, enabled);
+    QFETCH(bool, pressed);
+
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    m_status.states.insert(DesignCommand::Bold, state);
+    m_toolbar->refresh();
+
+    QCOMPARE(button(QStringLiteral("Bold"))->isEnabled(), enabled);
+    QCOMPARE(button(QStringLiteral("Bold"))->isChecked(), pressed);
+    QCOMPARE(m_toolbar->buttonLatchedState(QStringLiteral("bold")), QVariant(pressed));
+    QCOMPARE(eventsFor(events, QStringLiteral("Bold")),
+        (QList<QVariantList>{{QStringLiteral("Bold"), enabled, pressed}}));
+}
+
+void tst_SelectionState::oneQueryReportsEveryButtonInOrder()
+{
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    QSignalSpy texts(m_toolbar.get(), &EditorToolbar::selectionTextChanged);
+    m_toolbar->refresh();
+
+    QCOMPARE(m_status.calls, 1);
+    QVERIFY(m_status.asked.contains(DesignCommand::GetFontName));
+    QVERIFY(m_status.asked.contains(DesignCommand::GetFontSize));
+    for (int id : ToolbarModel::statusCommands())
+        QVERIFY(m_status.asked.contains(id));
+
+    QStringList expected;
+    for (const auto &entry : ToolbarModel::stateEntries())
+        expected.append(QString(entry.key));
+    expected << QStringLiteral("FontName") << QStringLiteral("FontSize");
+    QStringList reported;
+    for (const QVariantList &event : events)
+        reported.append(event.at(0).toString());
+    QCOMPARE(reported, expected);
+    QCOMPARE(texts.size(), 2);
+}
+
+void tst_SelectionState::sourceViewRaisesNothing()
+{
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    QSignalSpy texts(m_toolbar.get(), &EditorToolbar::selectionTextChanged);
+    m_design = false;
+    m_status.fallback = NotSupported;
+    m_toolbar->refresh();
+
+    QCOMPARE(m_status.calls, 0);
+    QCOMPARE(events.size(), 0);
+    QCOMPARE(texts.size(), 0);
+    QVERIFY(button(QStringLiteral("Bold"))->isEnabled());
+}
+
+void tst_SelectionState::hostSwitchedOffButtonStaysOff()
+{
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    m_toolbar->setButtonState(QStringLiteral("bold"), false);
+    QVERIFY(!button(QStringLiteral("Bold"))->isEnabled());
+
+    m_status.states.insert(DesignCommand::Bold, Latched);
+    m_toolbar->refresh();
+    QVERIFY(!button(QStringLiteral("Bold"))->isEnabled());
+    QCOMPARE(eventsFor(events, QStringLiteral("Bold")).value(0).value(1), QVariant(false));
+
+    // Allowed again through the toolbar object: back at the next refresh, not before.
+    m_toolbar->setButtonEnabledState(3, true);
+    QVERIFY(!button(QStringLiteral("Bold"))->isEnabled());
+    m_toolbar->refresh();
+    QVERIFY(button(QStringLiteral("Bold"))->isEnabled());
+    QVERIFY(button(QStringLiteral("Bold"))->isChecked());
+}
+
+void tst_SelectionState::buttonsWithoutCommandFollowThePermission_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("allowed");
+
+    for (const char *key : {"Border", "uploadimage", "PageProperties", "InsertFlash"}) {
+        QTest::addRow("%s allowed", key) << QString::fromLatin1(key) << true;
+        QTest::addRow("%s forbidden", key) << QString::fromLatin1(key) << false;
+    }
+}
+
+void tst_SelectionState::buttonsWithoutCommandFollowThePermission()
+{
+    QFETCH(QString, key);
+    QFETCH(bool, allowed);
+
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    m_status.fallback = NotSupported;
+    button(key)->setChecked(true);
+    m_toolbar->setButtonState(key.toUpper(), allowed);
+    button(key)->setEnabled(!allowed);
+    m_toolbar->refresh();
+
+    QCOMPARE(button(key)->isEnabled(), allowed);
+    const bool pressed = button(key)->isCheckable();
+    QCOMPARE(eventsFor(events, key), (QList<QVariantList>{{key, allowed, pressed}}));
+}
+
+void tst_SelectionState::zOrderKeepsItsState()
+{
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    button(QStringLiteral("ZOrder"))->setEnabled(false);
+    m_toolbar->refresh();
+
+    QVERIFY(!button(QStringLiteral("ZOrder"))->isEnabled());
+    QCOMPARE(eventsFor(events, QStringLiteral("ZOrder")),
+        (QList<QVariantList>{{QStringLiteral("ZOrder"), false, false}}));
+}
+
+void tst_SelectionState::unansweredQueryLeavesCommandButtons()
+{
+    m_status.states.insert(DesignCommand::Bold, Latched);
+    m_toolbar->refresh();
+
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    QSignalSpy texts(m_toolbar.get(), &EditorToolbar::selectionTextChanged);
+    m_status.answered = false;
+    m_toolbar->refresh();
+
+    QVERIFY(button(QStringLiteral("Bold"))->isEnabled());
+    QVERIFY(button(QStringLiteral("Bold"))->isChecked());
+    // Only the buttons that need no answer are reported.
+    QCOMPARE(events.size(), 8);
+    QCOMPARE(texts.size(), 0);
+}
+
+void tst_SelectionState::fontState_data()
+{
+    QTest::addColumn<int>("nameState");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("sizeState");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("nameShown");
+    QTest::addColumn<QString>("sizeShown");
+
+    QTest::newRow("listed face") << int(Enabled) << QStringLiteral("Arial") << int(Enabled) << 4
+                                 << QStringLiteral("Arial") << QStringLiteral("4");
+    QTest::newRow("unlisted face") << int(Latched) << QStringLiteral("Georgia") << int(Enabled) << 7
+                                   << QStringLiteral("Georgia") << QStringLiteral("7");
+    QTest::newRow("two faces") << int(Ninched) << QString() << int(Ninched) << 0 << QString()
+                               << QString();
+    QTest::newRow("no size") << int(Enabled) << QStringLiteral("Tahoma") << int(Enabled) << 0
+                             << QStringLiteral("Tahoma") << QString();
+}
+
+void tst_SelectionState::fontState()
+{
+    QFETCH(int, nameState);
+    QFETCH(QString, name);
+    QFETCH(int, sizeState);
+    QFETCH(int, size);
+    QFETCH(QString, nameShown);
+    QFETCH(QString, sizeShown);
+
+    // Something shown before, so that clearing shows.
+    m_toolbar->fonts().showFontName(QStringLiteral("Verdana"));
+    m_toolbar->fonts().showFontSize(QStringLiteral("2"));
+
+    QSignalSpy events(m_toolbar.get(), &EditorToolbar::selectionStateChanged);
+    QSignalSpy texts(m_toolbar.get(), &EditorToolbar::selectionTextChanged);
+    m_status.states.insert(DesignCommand::GetFontName, nameState);
+    m_status.states.insert(DesignCommand::GetFontSize, sizeState);
+    m_status.fontName = name;
+    m_status.fontSize = size;
+    m_toolbar->refresh();
+
+    QCOMPARE(m_toolbar->fonts().fontCombo()->currentText(), nameShown);
+    QCOMPARE(m_toolbar->fonts().fontSizeCombo()->currentText(), sizeShown);
+    QCOMPARE(texts.size(), 2);
+    QCOMPARE(texts[0], (QVariantList{QStringLiteral("FontName"), nameShown}));
+    QCOMPARE(texts[1], (QVariantList{QStringLiteral("FontSize"), sizeShown}));
+    QCOMPARE(eventsFor(events, QStringLiteral("FontName")),
+        (QList<QVariantList>{{QStringLiteral("FontName"), true, nameState == Latched}}));
+    // A displayed face selects its list entry, so the list opens on it.
+    QCOMPARE(m_toolbar->fonts().fontCombo()->currentIndex(),
+        FontControls::faceNames().indexOf(nameShown));
+    // Showing the selection's font applies nothing.
+    QVERIFY(m_sink.runs.isEmpty());
+}
+
+void tst_SelectionState::applyGuards_data()
+{
+    QTest::addColumn<bool>("ready");
+    QTest::addColumn<bool>("design");
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("runs");
+
+    QTest::newRow("available") << true << true << int(Enabled) << true;
+    QTest::newRow("latched") << true << true << int(Latched) << true;
+    QTest::newRow("mixed selection") << true << true << int(Ninched) << true;
+    QTest::newRow("no document yet") << false << true << int(Enabled) << false;
+    QTest::newRow("source view") << true << false << int(Enabled) << false;
+    QTest::newRow("nothing selectable") << true << true << int(Disabled) << false;
+    QTest::newRow("not supported") << true << true << int(NotSupported) << false;
+}
+
+void tst_SelectionState::applyGuards()
+{
+    QFETCH(bool, ready);
+    QFETCH(bool, design);
+    QFETCH(int, state);
+    QFETCH(bool, runs);
+
+    m_ready = ready;
+    m_design = design;
+    m_status.fallback = state;
+    FontControls &fonts = m_toolbar->fonts();
+
+    QCOMPARE(fonts.applyFontName(QStringLiteral("Arial")), runs);
+    QCOMPARE(fonts.applyFontSize(3), runs);
+    QCOMPARE(fonts.applyFontColor(QStringLiteral("#FF0000")), runs);
+    const QList<Run> expected = runs
+        ? QList<Run>{{DesignCommand::SetFontName, QStringLiteral("Arial")},
+            {DesignCommand::SetFontSize, 3},
+            {DesignCommand::SetForeColor, QStringLiteral("#FF0000")}}
+        : QList<Run>{};
+    QCOMPARE(m_sink.runs, expected);
+}
+
+void tst_SelectionState::chosenEntriesComeFromTheFixedLists_data()
+{
+    QTest::addColumn<bool>("sizeBox");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QVariant>("applied"); // invalid: nothing applied
+
+    QTest::newRow("first face") << false << 0 << QVariant(QStringLiteral("Times New Roman"));
+    QTest::newRow("fourth face") << false << 3 << QVariant(QStringLiteral("Courier"));
+    QTest::newRow("last face") << false << 5 << QVariant(QStringLiteral("Wingdings"));
+    QTest::newRow("face past the list") << false << 6 << QVariant();
+    QTest::newRow("fourth size") << true << 3 << QVariant(QStringLiteral("4"));
+    QTest::newRow("last size") << true << 6 << QVariant(QStringLiteral("7"));
+    QTest::newRow("size past the list") << true << 7 << QVariant();
+    QTest::newRow("no entry") << true << -1 << QVariant();
+}
+
+void tst_SelectionState::chosenEntriesComeFromTheFixedLists()
+{
+    QFETCH(bool, sizeBox);
+    QFETCH(int, index);
+    QFETCH(QVariant, applied);
+
+    FontControls &fonts = m_toolbar->fonts();
+    QComboBox *combo = sizeBox ? fonts.fontSizeCombo() : fonts.fontCombo();
+    // The display may differ from the list (typed text); the list decides.
+    combo->setEditText(QStringLiteral("something typed"));
+    Q_EMIT combo->activated(index);
+
+    const int command = sizeBox ? DesignCommand::SetFontSize : DesignCommand::SetFontName;
+    const QList<Run> expected = applied.isValid() ? QList<Run>{{command, applied}} : QList<Run>{};
+    QCOMPARE(m_sink.runs, expected);
+}
+
+void tst_SelectionState::enterAppliesTheTypedText_data()
+{
+    QTest::addColumn<bool>("sizeBox");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<Qt::Key>("key");
+
+    QTest::newRow("unlisted face") << false << QStringLiteral("Georgia") << Qt::Key_Return;
+    QTest::newRow("keypad enter") << false << QStringLiteral("Georgia") << Qt::Key_Enter;
+    QTest::newRow("listed face") << false << QStringLiteral("Arial") << Qt::Key_Return;
+    QTest::newRow("size") << true << QStringLiteral("5") << Qt::Key_Return;
+}
+
+void tst_SelectionState::enterAppliesTheTypedText()
+{
+    QFETCH(bool, sizeBox);
+    QFETCH(QString, typed);
+    QFETCH(Qt::Key, key);
+
+    QComboBox *combo
+        = sizeBox ? m_toolbar->fonts().fontSizeCombo() : m_toolbar->fonts().fontCombo();
+    combo->setCompleter(nullptr);
+    QTest::keyClicks(combo->lineEdit(), typed);
+    QVERIFY(m_sink.runs.isEmpty());
+    QTest::keyClick(combo->lineEdit(), key);
+
+    const int command = sizeBox ? DesignCommand::SetFontSize : DesignCommand::SetFontName;
+    QCOMPARE(m_sink.runs, (QList<Run>{{command, typed}}));
+    // Typed text never joins the fixed list.
+    QCOMPARE(combo->count(), sizeBox ? 7 : 6);
+}
+
+QTEST_MAIN(tst_SelectionState)
+#include "tst_selectionstate.moc"

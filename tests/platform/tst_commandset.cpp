@@ -1,0 +1,628 @@
+// The editing commands of the design surface on the real engine: states computed from the
+// selection, tables edited on their grid, positioning and layering, the display switches,
+// and one undo history for typing, formatting and the adapter's own edits.
+
+#include "../common/enginetest.h"
+
+#include <QRegularExpression>
+
+using namespace Vantry;
+using Platform::DesignSurface;
+using Platform::Element;
+using Platform::TextRange;
+
+namespace {
+
+enum Command
+{
+    Bold = 5000,
+    DeleteCells = 5005,
+    DeleteCols = 5006,
+    DeleteRows = 5007,
+    GetBlockFmtNames = 5012,
+    GetFontName = 5013,
+    GetFontSize = 5014,
+    InsertCell = 5019,
+    InsertCol = 5020,
+    InsertRow = 5021,
+    Italic = 5023,
+    LockElement = 5027,
+    MakeAbsolute = 5028,
+    MergeCells = 5029,
+    SendBackward = 5036,
+    BringForward = 5037,
+    SendBelowText = 5038,
+    SendToBack = 5040,
+    BringToFront = 5041,
+    SetBlockFmt = 5043,
+    SplitCell = 5047,
+    Underline = 5048,
+    Undo = 5049,
+    Redo = 5033,
+};
+
+// A list from words separated by blanks.
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class tst_CommandSet : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void textStates_data();
+    void textStates();
+    void statusComesForAllCommandsAtOnce();
+    void boldTogglesTheSelection();
+    void fontStates_data();
+    void fontStates();
+    void blockFormats();
+    void tableCommands_data();
+    void tableCommands();
+    void lastRowColumnAndCellStay_data();
+    void lastRowColumnAndCellStay();
+    void absoluteKeepsThePlaceOnScreen();
+    void lockIsNotSaved();
+    void layering_data();
+    void layering();
+    void displaySwitchesLeaveMarkupAlone();
+    void draggingMovesPositionedElements_data();
+    void draggingMovesPositionedElements();
+    void undoAndRedoFollowOneHistory();
+    void enterDoesNotCopyIds();
+    void deletingAnElementCanBeUndone();
+    void keyboardUndoTakesTheSameSteps();
+
+private:
+    void load(const QString &body);
+    TextRange found(const QString &needle);
+    void select(const QString &needle);
+    void caretAt(const QString &needle);
+    QVariant js(const QString &operation, const QVariantList &args = {});
+    QStringList zIndexes();
+
+    std::unique_ptr<HTMLEditorComponent> m_editor;
+    Platform::WebEngineDesignSurface *m_surface = nullptr;
+};
+
+void tst_CommandSet::initTestCase()
+{
+    m_editor = std::make_unique<HTMLEditorComponent>();
+    m_editor->resize(800, 600);
+    m_editor->show();
+    QVERIFY(VantryTest::waitUntilReady(*m_editor));
+    m_surface = VantryTest::surfaceOf(*m_editor);
+    QVERIFY(m_surface);
+}
+
+void tst_CommandSet::load(const QString &body)
+{
+    QVERIFY(m_surface->setBodyInnerHTML(body));
+}
+
+TextRange tst_CommandSet::found(const QString &needle)
+{
+    const TextRange range = m_surface->bodyRange();
+    if (!m_surface->findText(range, needle))
+        return {};
+    return range;
+}
+
+void tst_CommandSet::select(const QString &needle)
+{
+    const TextRange range = found(needle);
+    QVERIFY2(!range.isNull(), qPrintable(needle));
+    QVERIFY(m_surface->selectRange(range));
+}
+
+void tst_CommandSet::caretAt(const QString &needle)
+{
+    const TextRange range = found(needle);
+    QVERIFY2(!range.isNull(), qPrintable(needle));
+    QVERIFY(m_surface->collapseRange(range, true));
+    QVERIFY(m_surface->selectRange(range));
+}
+
+QVariant tst_CommandSet::js(const QString &operation, const QVariantList &args)
+{
+    return VantryTest::adapterValue(*m_editor, operation, args);
+}
+
+void tst_CommandSet::textStates_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QString>("selected");
+    QTest::addColumn<bool>("caret");
+    QTest::addColumn<int>("command");
+    QTest::addColumn<int>("state");
+
+    const QString mixed = QStringLiteral("<p>plain <b>strong</b> <i>slanted</i> "
+                                         "<u>lined</u> <span style=\"font-weight:700\">"
+                                         "heavy</span> end</p>");
+    QTest::newRow("bold selected") << mixed << "strong" << false << int(Bold) << 7;
+    QTest::newRow("caret in bold") << mixed << "ron" << true << int(Bold) << 7;
+    QTest::newRow("bold by style") << mixed << "heavy" << false << int(Bold) << 7;
+    QTest::newRow("bold and plain") << mixed << "in strong" << false << int(Bold) << 11;
+    QTest::newRow("plain") << mixed << "plain" << false << int(Bold) << 3;
+    QTest::newRow("italic") << mixed << "slanted" << false << int(Italic) << 7;
+    QTest::newRow("italic and plain") << mixed << "slanted lin" << false << int(Italic) << 11;
+    QTest::newRow("underline") << mixed << "lined" << false << int(Underline) << 7;
+    QTest::newRow("underline in bold") << QStringLiteral("<p><u>a <b>deep</b> b</u></p>") << "deep"
+                                       << false << int(Underline) << 7;
+}
+
+void tst_CommandSet::textStates()
+{
+    QFETCH(QString, body);
+    QFETCH(QString, selected);
+    QFETCH(bool, caret);
+    QFETCH(int, command);
+    QFETCH(int, state);
+    load(body);
+    if (caret)
+        caretAt(selected);
+    else
+        select(selected);
+    QCOMPARE(m_surface->commandStatus(command), state);
+}
+
+void tst_CommandSet::statusComesForAllCommandsAtOnce()
+{
+    load(QStringLiteral("<p>outside</p><table><tr><td>cell</td></tr></table>"));
+    caretAt(QStringLiteral("outside"));
+    const QList<int> ids{Bold, InsertRow, DeleteRows, MakeAbsolute, 4999, 5001};
+    const QHash<int, int> status = m_surface->queryStatus(ids);
+    QCOMPARE(status.size(), ids.size());
+    QCOMPARE(status.value(Bold), 3);
+    QCOMPARE(status.value(InsertRow), 1);
+    QCOMPARE(status.value(4999), 0);
+    QCOMPARE(status.value(5001), 0);
+
+    caretAt(QStringLiteral("cell"));
+    const QHash<int, int> inCell = m_surface->queryStatus(ids);
+    QCOMPARE(inCell.value(InsertRow), 3);
+    QCOMPARE(inCell.value(DeleteRows), 3);
+}
+
+void tst_CommandSet::boldTogglesTheSelection()
+{
+    load(QStringLiteral("<p>one two three</p>"));
+    m_surface->useElementFormatting();
+    select(QStringLiteral("two"));
+    QVERIFY(m_surface->execCommand(Bold, DesignSurface::OptionDontPromptUser));
+    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>one <b>two</b> three</p>"));
+    QCOMPARE(m_surface->commandStatus(Bold), 7);
+    QVERIFY(m_surface->execCommand(Bold, DesignSurface::OptionDontPromptUser));
+    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>one two three</p>"));
+    QCOMPARE(m_surface->commandStatus(Bold), 3);
+}
+
+void tst_CommandSet::fontStates_data()
+{
+    QTest::addColumn<QString>("selected");
+    QTest::addColumn<int>("command");
+    QTest::addColumn<int>("state");
+    QTest::addColumn<QVariant>("value");
+
+    QTest::newRow("one face") << "serif text" << int(GetFontName) << 3
+                              << QVariant(QStringLiteral("Courier"));
+    QTest::newRow("two faces") << "text sans" << int(GetFontName) << 11 << QVariant(QString());
+    QTest::newRow("html size") << "big" << int(GetFontSize) << 3 << QVariant(5);
+    QTest::newRow("two sizes") << "big small" << int(GetFontSize) << 11 << QVariant(0);
+}
+
+void tst_CommandSet::fontStates()
+{
+    QFETCH(QString, selected);
+    QFETCH(int, command);
+    QFETCH(int, state);
+    QFETCH(QVariant, value);
+    load(QStringLiteral("<p><font face=\"Courier\">serif text</font> "
+                        "<font face=\"Arial\">sans</font></p>"
+                        "<p><font size=\"5\">big</font> <font size=\"1\">small</font></p>"));
+    select(selected);
+    QCOMPARE(m_surface->commandStatus(command), state);
+    QVariant result;
+    QVERIFY(m_surface->execCommand(command, DesignSurface::OptionDontPromptUser, {}, &result));
+    QCOMPARE(result.toString(), value.toString());
+}
+
+void tst_CommandSet::blockFormats()
+{
+    load(QStringLiteral("<p>para</p>"));
+    caretAt(QStringLiteral("para"));
+    QVariant names;
+    QVERIFY(
+        m_surface->execCommand(GetBlockFmtNames, DesignSurface::OptionDontPromptUser, {}, &names));
+    const QStringList list = names.toStringList();
+    QVERIFY(list.contains(QStringLiteral("Normal")));
+    QVERIFY(list.contains(QStringLiteral("Heading 1")));
+    QCOMPARE(list.count(QStringLiteral("Normal")), 1);
+
+    QVERIFY(m_surface->execCommand(
+        SetBlockFmt, DesignSurface::OptionDontPromptUser, QStringLiteral("Heading 2")));
+    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<h2>para</h2>"));
+    QVariant current;
+    QVERIFY(m_surface->execCommand(5011, DesignSurface::OptionDontPromptUser, {}, &current));
+    QCOMPARE(current.toString(), QStringLiteral("Heading 2"));
+}
+
+void tst_CommandSet::tableCommands_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QString>("caret");
+    QTest::addColumn<QString>("extendTo");
+    QTest::addColumn<int>("command");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QStringList>("gone");
+
+    // a b c          a spans two rows, e two columns
+    // a d e e
+    // f g h i
+    const QString spans = QStringLiteral(
+        "<table><tbody><tr><td rowspan=\"2\">a</td><td>b</td><td>c</td><td>x</td></tr>"
+        "<tr><td>d</td><td colspan=\"2\">e</td></tr>"
+        "<tr><td>f</td><td>g</td><td>h</td><td>i</td></tr></tbody></table>");
+    const QStringList none;
+    QTest::newRow("row above a spanned row") << spans << "d"
+                                             << "" << int(InsertRow) << 4 << 4 << none;
+    QTest::newRow("row above the last") << spans << "g"
+                                        << "" << int(InsertRow) << 4 << 4 << none;
+    QTest::newRow("column through a colspan") << spans << "i"
+                                              << "" << int(InsertCol) << 3 << 5 << none;
+    QTest::newRow("column left of a rowspan") << spans << "a"
+                                              << "" << int(InsertCol) << 3 << 5 << none;
+    QTest::newRow("cell") << spans << "g"
+                          << "" << int(InsertCell) << 3 << 5 << none;
+    QTest::newRow("delete row under a rowspan") << spans << "d"
+                                                << "" << int(DeleteRows) << 2 << 4 << words("d e");
+    QTest::newRow("delete row of a rowspan") << spans << "b"
+                                             << "" << int(DeleteRows) << 2 << 4 << words("b c x");
+    QTest::newRow("delete column in a colspan") << spans << "i"
+                                                << "" << int(DeleteCols) << 3 << 3 << words("x i");
+    QTest::newRow("delete two columns") << spans << "f"
+                                        << "g" << int(DeleteCols) << 3 << 2 << words("a b d f g");
+    QTest::newRow("delete cell") << spans << "g"
+                                 << "" << int(DeleteCells) << 3 << 4 << words("g");
+    QTest::newRow("merge across") << spans << "g"
+                                  << "h" << int(MergeCells) << 3 << 4 << none;
+    QTest::newRow("merge with the right") << spans << "b"
+                                          << "" << int(MergeCells) << 3 << 4 << none;
+    QTest::newRow("merge a block") << spans << "b"
+                                   << "e" << int(MergeCells) << 3 << 4 << none;
+    QTest::newRow("split a colspan") << spans << "e"
+                                     << "" << int(SplitCell) << 3 << 4 << none;
+    QTest::newRow("split a rowspan") << spans << "a"
+                                     << "" << int(SplitCell) << 3 << 4 << none;
+    QTest::newRow("split a single cell") << spans << "g"
+                                         << "" << int(SplitCell) << 3 << 5 << none;
+}
+
+void tst_CommandSet::tableCommands()
+{
+    QFETCH(QString, table);
+    QFETCH(QString, caret);
+    QFETCH(QString, extendTo);
+    QFETCH(int, command);
+    QFETCH(int, rows);
+    QFETCH(int, width);
+    QFETCH(QStringList, gone);
+    load(table);
+    const QStringList before = m_surface->bodyInnerText().split(
+        QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    if (extendTo.isEmpty()) {
+        caretAt(caret);
+    } else {
+        QVERIFY(js(QStringLiteral("selectBetween"), {caret, extendTo}).toBool());
+    }
+    QVERIFY2(m_surface->execCommand(command), qPrintable(m_surface->lastError()));
+
+    const Element tableElement = m_surface->elementsByTagName(QStringLiteral("table")).first();
+    const QVariantList widths
+        = js(QStringLiteral("tableRowWidths"), {tableElement.toVariant()}).toList();
+    QCOMPARE(widths.size(), rows);
+    for (const QVariant &w : widths)
+        QCOMPARE(w.toInt(), width);
+    const QString text = m_surface->bodyInnerText();
+    for (const QString &word : before) {
+        const bool present = text.contains(word);
+        QVERIFY2(present != gone.contains(word), qPrintable(word + QLatin1String(": ") + text));
+    }
+}
+
+void tst_CommandSet::lastRowColumnAndCellStay_data()
+{
+    QTest::addColumn<int>("command");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("row") << int(DeleteRows) << "last row";
+    QTest::newRow("column") << int(DeleteCols) << "last column";
+    QTest::newRow("cell") << int(DeleteCells) << "last cell";
+}
+
+void tst_CommandSet::lastRowColumnAndCellStay()
+{
+    QFETCH(int, command);
+    QFETCH(QString, message);
+    const QString table = QStringLiteral("<table><tbody><tr><td>only</td></tr></tbody></table>");
+    load(table);
+    caretAt(QStringLiteral("only"));
+    QVERIFY(!m_surface->execCommand(command));
+    QVERIFY2(m_surface->lastError().contains(message), qPrintable(m_surface->lastError()));
+    QCOMPARE(m_surface->bodyInnerHTML(), table);
+}
+
+void tst_CommandSet::absoluteKeepsThePlaceOnScreen()
+{
+    load(QStringLiteral("<p>first line</p><div style=\"margin-left: 30px\">the block</div>"
+                        "<p>after</p>"));
+    const Element div = m_surface->elementsByTagName(QStringLiteral("div")).first();
+    const QRectF before = m_surface->boundingRect(div);
+    QVERIFY(m_surface->selectElement(div));
+    QCOMPARE(m_surface->commandStatus(MakeAbsolute), 3);
+    QVERIFY(m_surface->execCommand(MakeAbsolute));
+    QCOMPARE(m_surface->styleProperty(div, QStringLiteral("position")), QStringLiteral("absolute"));
+    const QRectF after = m_surface->boundingRect(div);
+    QVERIFY2(qAbs(after.left() - before.left()) <= 1 && qAbs(after.top() - before.top()) <= 1
+            && qAbs(after.width() - before.width()) <= 1,
+        qPrintable(QStringLiteral("%1,%2 %3 -> %4,%5 %6")
+                       .arg(before.left())
+                       .arg(before.top())
+                       .arg(before.width())
+                       .arg(after.left())
+                       .arg(after.top())
+                       .arg(after.width())));
+    QVERIFY(m_surface->selectElement(div));
+    QCOMPARE(m_surface->commandStatus(MakeAbsolute), 7);
+
+    QVERIFY(m_surface->execCommand(MakeAbsolute));
+    QCOMPARE(m_surface->outerHTML(div),
+        QStringLiteral("<div style=\"margin-left: 30px\">the "
+                       "block</div>"));
+    QVERIFY(m_surface->selectElement(div));
+    QCOMPARE(m_surface->commandStatus(MakeAbsolute), 3);
+}
+
+void tst_CommandSet::lockIsNotSaved()
+{
+    load(QStringLiteral("<div style=\"position: absolute; left: 10px; top: 10px\">box</div>"));
+    const Element div = m_surface->elementsByTagName(QStringLiteral("div")).first();
+    const QString markup = m_surface->documentHTML();
+    QVERIFY(m_surface->selectElement(div));
+    QCOMPARE(m_surface->commandStatus(LockElement), 3);
+    QVERIFY(m_surface->execCommand(LockElement));
+    QVERIFY(m_surface->selectElement(div));
+    QCOMPARE(m_surface->commandStatus(LockElement), 7);
+    QCOMPARE(m_surface->documentHTML(), markup);
+    QVERIFY(m_surface->execCommand(LockElement));
+    QVERIFY(m_surface->selectElement(div));
+    QCOMPARE(m_surface->commandStatus(LockElement), 3);
+}
+
+QStringList tst_CommandSet::zIndexes()
+{
+    QStringList out;
+    for (const Element &div : m_surface->elementsByTagName(QStringLiteral("div")))
+        out.append(m_surface->styleProperty(div, QStringLiteral("z-index")));
+    return out;
+}
+
+void tst_CommandSet::layering_data()
+{
+    QTest::addColumn<int>("which");
+    QTest::addColumn<int>("command");
+    QTest::addColumn<QStringList>("zIndexes");
+
+    QTest::newRow("bring to front") << 0 << int(BringToFront) << words("3 1 2");
+    QTest::newRow("send to back") << 2 << int(SendToBack) << words("2 3 1");
+    QTest::newRow("bring forward") << 0 << int(BringForward) << words("2 1 3");
+    QTest::newRow("send backward") << 1 << int(SendBackward) << words("2 1 3");
+    QTest::newRow("send below text") << 1 << int(SendBelowText) << words("1 -1 2");
+    QTest::newRow("bring above text") << 1 << 5039 << words("1 3 2");
+}
+
+void tst_CommandSet::layering()
+{
+    QFETCH(int, which);
+    QFETCH(int, command);
+    QFETCH(QStringList, zIndexes);
+    load(QStringLiteral(
+        "<div style=\"position: absolute; left: 0px; top: 0px; z-index: 1\">one</div>"
+        "<div style=\"position: absolute; left: 20px; top: 0px; z-index: 2\">two</div>"
+        "<div style=\"position: absolute; left: 40px; top: 0px; z-index: 3\">three</div>"));
+    QVERIFY(
+        m_surface->selectElement(m_surface->elementsByTagName(QStringLiteral("div")).at(which)));
+    QCOMPARE(m_surface->commandStatus(command), 3);
+    QVERIFY(m_surface->execCommand(command));
+    QCOMPARE(this->zIndexes(), zIndexes);
+}
+
+void tst_CommandSet::displaySwitchesLeaveMarkupAlone()
+{
+    load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table>"
+                        "<a name=\"here\"></a><p>text</p>"));
+    const QString markup = m_surface->documentHTML();
+    const Element cell = m_surface->elementsByTagName(QStringLiteral("td")).first();
+    QVERIFY(!m_surface->showBorders());
+    QVERIFY(m_surface->setShowBorders(true));
+    QVERIFY(m_surface->setShowDetails(true));
+    QVERIFY(m_surface->setSnapToGrid(true));
+    QVERIFY(m_surface->showBorders());
+    QVERIFY(m_surface->showDetails());
+    QVERIFY(m_surface->snapToGrid());
+    QCOMPARE(js(QStringLiteral("computedStyle"),
+                 {cell.toVariant(), QStringLiteral("outline-style"), QString()})
+                 .toString(),
+        QStringLiteral("dashed"));
+    const Element anchor = m_surface->elementsByTagName(QStringLiteral("a")).first();
+    QVERIFY(js(QStringLiteral("computedStyle"),
+        {anchor.toVariant(), QStringLiteral("content"), QStringLiteral("::before")})
+                .toString()
+                .contains(QChar(0x2693)));
+    QCOMPARE(m_surface->documentHTML(), markup);
+
+    QVERIFY(m_surface->setShowBorders(false));
+    QVERIFY(m_surface->setShowDetails(false));
+    QVERIFY(m_surface->setSnapToGrid(false));
+    QCOMPARE(js(QStringLiteral("computedStyle"),
+                 {cell.toVariant(), QStringLiteral("outline-style"), QString()})
+                 .toString(),
+        QStringLiteral("none"));
+}
+
+void tst_CommandSet::draggingMovesPositionedElements_data()
+{
+    QTest::addColumn<bool>("snap");
+    QTest::addColumn<bool>("lock");
+    QTest::addColumn<QPoint>("topLeft");
+
+    QTest::newRow("free") << false << false << QPoint(123, 117);
+    QTest::newRow("snapped to the grid") << true << false << QPoint(120, 120);
+    QTest::newRow("locked") << false << true << QPoint(100, 100);
+}
+
+void tst_CommandSet::draggingMovesPositionedElements()
+{
+    QFETCH(bool, snap);
+    QFETCH(bool, lock);
+    QFETCH(QPoint, topLeft);
+    load(QStringLiteral("<p>text</p><div style=\"position: absolute; left: 100px; top: 100px; "
+                        "width: 100px; height: 50px\">box</div>"));
+    const QString loaded = m_surface->bodyInnerHTML();
+    QVERIFY(m_surface->setSnapToGrid(snap));
+    const Element div = m_surface->elementsByTagName(QStringLiteral("div")).first();
+    if (lock) {
+        QVERIFY(m_surface->selectElement(div));
+        QVERIFY(m_surface->execCommand(LockElement));
+    }
+    const QVariant ticket = js(QStringLiteral("frameTicket"));
+    QTRY_VERIFY(js(QStringLiteral("frameRendered"), {ticket}).toBool());
+
+    QWidget *view = m_surface->widget();
+    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+    // On the left edge, where a click takes the element whole.
+    const QPoint grip(102, 125);
+    QTest::mousePress(input, Qt::LeftButton, Qt::NoModifier, grip);
+    QTest::mouseMove(input, grip + QPoint(10, 10));
+    QTest::mouseMove(input, grip + QPoint(23, 17));
+    QTest::mouseRelease(input, Qt::LeftButton, Qt::NoModifier, grip + QPoint(23, 17));
+    const QString left = QString::number(topLeft.x()) + QLatin1String("px");
+    const QString top = QString::number(topLeft.y()) + QLatin1String("px");
+    QTRY_COMPARE(m_surface->styleProperty(div, QStringLiteral("left")), left);
+    QCOMPARE(m_surface->styleProperty(div, QStringLiteral("top")), top);
+    QVERIFY(m_surface->setSnapToGrid(false));
+    if (lock)
+        return;
+    // The drag is one step once the button is up.
+    QTRY_COMPARE(m_surface->commandStatus(Undo), 3);
+    QVERIFY2(m_surface->execCommand(Undo), qPrintable(m_surface->lastError()));
+    QCOMPARE(m_surface->bodyInnerHTML(), loaded);
+}
+
+void tst_CommandSet::undoAndRedoFollowOneHistory()
+{
+    load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"));
+    m_surface->useElementFormatting();
+    const QString loaded = m_surface->bodyInnerHTML();
+    QWidget *view = m_surface->widget();
+    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+    m_surface->focusDocument();
+
+    // Typing, then a table command, then formatting.
+    const TextRange end = found(QStringLiteral("word"));
+    QVERIFY(m_surface->collapseRange(end, false));
+    QVERIFY(m_surface->selectRange(end));
+    QTest::keyClicks(input, QStringLiteral("xy"));
+    QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxy")));
+    const QString typed = m_surface->bodyInnerHTML();
+
+    caretAt(QStringLiteral("cell"));
+    QVERIFY(m_surface->execCommand(InsertRow));
+    const QString withRow = m_surface->bodyInnerHTML();
+    QCOMPARE(withRow.count(QLatin1String("<tr>")), 2);
+
+    select(QStringLiteral("wordxy"));
+    QVERIFY(m_surface->execCommand(Bold));
+    const QString bold = m_surface->bodyInnerHTML();
+    QVERIFY(bold.contains(QLatin1String("<b>wordxy</b>")));
+
+    const QStringList states{loaded, typed, withRow, bold};
+    for (int i = states.size() - 2; i >= 0; --i) {
+        QCOMPARE(m_surface->commandStatus(Undo), 3);
+        QVERIFY(m_surface->execCommand(Undo));
+        QCOMPARE(m_surface->bodyInnerHTML(), states.at(i));
+    }
+    QCOMPARE(m_surface->commandStatus(Undo), 1);
+    for (int i = 1; i < states.size(); ++i) {
+        QVERIFY(m_surface->execCommand(Redo));
+        QCOMPARE(m_surface->bodyInnerHTML(), states.at(i));
+    }
+    QCOMPARE(m_surface->commandStatus(Redo), 1);
+}
+
+void tst_CommandSet::enterDoesNotCopyIds()
+{
+    load(QStringLiteral("<p id=\"intro\">first</p>"));
+    QWidget *view = m_surface->widget();
+    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+    m_surface->focusDocument();
+    const TextRange end = found(QStringLiteral("first"));
+    QVERIFY(m_surface->collapseRange(end, false));
+    QVERIFY(m_surface->selectRange(end));
+    QTest::keyClick(input, Qt::Key_Return);
+    QTest::qWait(200);
+    QTest::keyClicks(input, QStringLiteral("next"));
+    QTRY_VERIFY2(m_surface->bodyInnerText().contains(QLatin1String("next")),
+        qPrintable(m_surface->bodyInnerHTML()));
+    const QString html = m_surface->bodyInnerHTML();
+    QCOMPARE(html.count(QLatin1String("id=\"intro\"")), 1);
+    QVERIFY2(html.startsWith(QLatin1String("<p id=\"intro\">first</p>")), qPrintable(html));
+}
+
+void tst_CommandSet::deletingAnElementCanBeUndone()
+{
+    load(QStringLiteral("<p>before <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
+                        "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> after</p>"));
+    const QString loaded = m_surface->bodyInnerHTML();
+    QWidget *view = m_surface->widget();
+    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+    m_surface->focusDocument();
+    QVERIFY(m_surface->selectElement(m_surface->images().first()));
+    QTest::keyClick(input, Qt::Key_Delete);
+    QTRY_VERIFY(m_surface->images().isEmpty());
+    QTRY_COMPARE(m_surface->commandStatus(Undo), 3);
+    QVERIFY(m_surface->execCommand(Undo));
+    QCOMPARE(m_surface->bodyInnerHTML(), loaded);
+    QVERIFY(m_surface->execCommand(Redo));
+    QVERIFY(m_surface->images().isEmpty());
+}
+
+void tst_CommandSet::keyboardUndoTakesTheSameSteps()
+{
+    load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"));
+    QWidget *view = m_surface->widget();
+    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+    m_surface->focusDocument();
+    const TextRange end = found(QStringLiteral("word"));
+    QVERIFY(m_surface->collapseRange(end, false));
+    QVERIFY(m_surface->selectRange(end));
+    QTest::keyClicks(input, QStringLiteral("s"));
+    QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("words")));
+    const QString typed = m_surface->bodyInnerHTML();
+    caretAt(QStringLiteral("cell"));
+    QVERIFY(m_surface->execCommand(InsertCol));
+
+    QTest::keyClick(input, Qt::Key_Z, Qt::ControlModifier);
+    QTRY_COMPARE(m_surface->bodyInnerHTML(), typed);
+    QTest::keyClick(input, Qt::Key_Z, Qt::ControlModifier);
+    QTRY_VERIFY(!m_surface->bodyInnerText().contains(QLatin1String("words")));
+}
+
+QTEST_MAIN(tst_CommandSet)
+#include "tst_commandset.moc"
