@@ -28,24 +28,24 @@ HostWindow::HostWindow(const QString &settingsFile, QWidget *parent)
             qWarning("%s", qPrintable(message));
         });
         m_editor->ReadProperties(*m_bag);
-        wholeDocuments = m_bag->readProperty(QStringLiteral("ReturnFullDocument"), true,
-                                             Vantry::PropertyBag::Kind::Boolean)
+        wholeDocuments = m_bag
+                             ->readProperty(QStringLiteral("ReturnFullDocument"), true,
+                                 Vantry::PropertyBag::Kind::Boolean)
                              .toBool();
     }
     m_editor->setReturnFullDocument(wholeDocuments);
 
     createFileMenu();
-    connect(m_editor, &Vantry::HTMLEditorComponent::HTMLChanged, this, [this] {
-        statusBar()->showMessage(tr("Edited"), 2000);
-    });
-    connect(m_editor, &Vantry::HTMLEditorComponent::PropertyChanged, this,
-            [this](const QString &name) {
-                if (name == QLatin1String("isDirty"))
-                    setWindowModified(m_editor->isDirty());
-            });
+    connect(m_editor, &Vantry::HTMLEditorComponent::HTMLChanged, this,
+        [this] { statusBar()->showMessage(tr("Edited"), 2000); });
+    connect(
+        m_editor, &Vantry::HTMLEditorComponent::PropertyChanged, this, [this](const QString &name) {
+            if (name == QLatin1String("isDirty"))
+                setWindowModified(m_editor->isDirty());
+        });
     // Queued: the title is read from the document, after the load has finished.
     connect(m_editor, &Vantry::HTMLEditorComponent::DocumentLoaded, this, &HostWindow::updateTitle,
-            Qt::QueuedConnection);
+        Qt::QueuedConnection);
     resize(1000, 720);
     updateTitle();
 }
@@ -58,29 +58,29 @@ void HostWindow::createFileMenu()
     QMenu *menu = menuBar()->addMenu(tr("&File"));
 
     QAction *action = menu->addAction(QIcon::fromTheme(QStringLiteral("document-new")), tr("&New"),
-                                      m_editor, &HTMLEditorComponent::FileNew);
+        m_editor, &HTMLEditorComponent::FileNew);
     action->setShortcut(QKeySequence::New);
 
     action = menu->addAction(QIcon::fromTheme(QStringLiteral("document-open")), tr("&Open..."),
-                             this, [this] { m_editor->FileOpen(); });
+        this, [this] { m_editor->FileOpen(); });
     action->setShortcut(QKeySequence::Open);
 
     action = menu->addAction(QIcon::fromTheme(QStringLiteral("document-open-remote")),
-                             tr("Open &URL..."), this, &HostWindow::openUrl);
+        tr("Open &URL..."), this, &HostWindow::openUrl);
     action->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
 
     menu->addSeparator();
     action = menu->addAction(QIcon::fromTheme(QStringLiteral("document-save")), tr("&Save"), this,
-                             [this] { m_editor->FileSave(); });
+        [this] { m_editor->FileSave(); });
     action->setShortcut(QKeySequence::Save);
 
     action = menu->addAction(QIcon::fromTheme(QStringLiteral("document-save-as")),
-                             tr("Save &As..."), this, [this] { m_editor->FileSaveAs(); });
+        tr("Save &As..."), this, [this] { m_editor->FileSaveAs(); });
     action->setShortcut(QKeySequence::SaveAs);
 
     menu->addSeparator();
-    action = menu->addAction(QIcon::fromTheme(QStringLiteral("application-exit")), tr("&Quit"),
-                             this, &QWidget::close);
+    action = menu->addAction(
+        QIcon::fromTheme(QStringLiteral("application-exit")), tr("&Quit"), this, &QWidget::close);
     action->setShortcut(QKeySequence::Quit);
     action->setMenuRole(QAction::QuitRole);
 }
@@ -91,15 +91,16 @@ void HostWindow::openFile(const QString &path)
     // Relative images of a page opened from the command line show unless the settings
     // name a base address of their own.
     if (m_editor->BaseURL().isEmpty())
-        m_editor->setBaseURL(QUrl::fromLocalFile(info.absolutePath() + QLatin1Char('/')).toString());
+        m_editor->setBaseURL(
+            QUrl::fromLocalFile(info.absolutePath() + QLatin1Char('/')).toString());
     m_editor->FileOpen(info.absoluteFilePath());
 }
 
 void HostWindow::openUrl()
 {
     bool ok = false;
-    const QString address = QInputDialog::getText(this, tr("Open URL"), tr("Address:"),
-                                                  QLineEdit::Normal, QStringLiteral("https://"), &ok);
+    const QString address = QInputDialog::getText(
+        this, tr("Open URL"), tr("Address:"), QLineEdit::Normal, QStringLiteral("https://"), &ok);
     if (ok && !address.trimmed().isEmpty())
         m_editor->URLOpen(address.trimmed());
 }
@@ -121,8 +122,7 @@ bool HostWindow::maySetDocumentAside()
 {
     if (!m_editor->isDirty())
         return true;
-    const auto answer = QMessageBox::question(
-        this, windowTitle(),
+    const auto answer = QMessageBox::question(this, windowTitle(),
         tr("The current document has changed.\r\n\r\nDo you want to save changes?"),
         QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     if (answer == QMessageBox::Cancel)

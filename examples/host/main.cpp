@@ -18,9 +18,8 @@ namespace {
 void useIconThemes()
 {
     QStringList paths = QIcon::themeSearchPaths();
-    const QStringList systemPaths = QStandardPaths::locateAll(
-        QStandardPaths::GenericDataLocation, QStringLiteral("icons"),
-        QStandardPaths::LocateDirectory);
+    const QStringList systemPaths = QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+        QStringLiteral("icons"), QStandardPaths::LocateDirectory);
     for (const QString &path : systemPaths) {
         if (!paths.contains(path))
             paths.append(path);
@@ -39,13 +38,13 @@ void takeScreenshotAndQuit(HostWindow &window, const QString &path)
         QTimer::singleShot(1500, &window, [&window, path] {
             const bool ok = window.grab().save(path);
             std::fprintf(ok ? stdout : stderr, "%s %s\n",
-                         ok ? "Screenshot written to" : "Could not write the screenshot to",
-                         qPrintable(QFileInfo(path).absoluteFilePath()));
+                ok ? "Screenshot written to" : "Could not write the screenshot to",
+                qPrintable(QFileInfo(path).absoluteFilePath()));
             QCoreApplication::exit(ok ? 0 : 1);
         });
     };
-    QObject::connect(window.editor(), &Vantry::HTMLEditorComponent::DocumentLoaded, &window,
-                     shoot, Qt::SingleShotConnection);
+    QObject::connect(window.editor(), &Vantry::HTMLEditorComponent::DocumentLoaded, &window, shoot,
+        Qt::SingleShotConnection);
 }
 
 } // namespace
@@ -61,13 +60,12 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Demo host of the Vantry HTML editor"));
     parser.addHelpOption();
-    const QCommandLineOption settingsOption(
-        QStringLiteral("settings"),
+    const QCommandLineOption settingsOption(QStringLiteral("settings"),
         QStringLiteral("Read the editor's properties from FILE.ini and write them back on exit."),
         QStringLiteral("FILE.ini"));
-    const QCommandLineOption screenshotOption(
-        QStringLiteral("screenshot"),
-        QStringLiteral("Render the window once into FILE.png and exit."), QStringLiteral("FILE.png"));
+    const QCommandLineOption screenshotOption(QStringLiteral("screenshot"),
+        QStringLiteral("Render the window once into FILE.png and exit."),
+        QStringLiteral("FILE.png"));
     parser.addOption(settingsOption);
     parser.addOption(screenshotOption);
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("An HTML file to open."));

@@ -28,8 +28,10 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(bool isDirty READ isDirty WRITE setisDirty)
-    Q_PROPERTY(bool UploadImagesWhenInserted READ UploadImagesWhenInserted WRITE setUploadImagesWhenInserted)
-    Q_PROPERTY(bool CopyImagesWhenInserted READ CopyImagesWhenInserted WRITE setCopyImagesWhenInserted)
+    Q_PROPERTY(bool UploadImagesWhenInserted READ UploadImagesWhenInserted WRITE
+            setUploadImagesWhenInserted)
+    Q_PROPERTY(
+        bool CopyImagesWhenInserted READ CopyImagesWhenInserted WRITE setCopyImagesWhenInserted)
     Q_PROPERTY(qint16 SetDisplayHeight READ SetDisplayHeight WRITE setSetDisplayHeight)
     Q_PROPERTY(qint16 ScrollTop READ ScrollTop WRITE setScrollTop)
     Q_PROPERTY(qint16 ScrollLeft READ ScrollLeft WRITE setScrollLeft)
@@ -49,27 +51,35 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(QString ImageVCDirectory READ ImageVCDirectory WRITE setImageVCDirectory)
     Q_PROPERTY(QString FTP_FileNamePrefix READ FTP_FileNamePrefix WRITE setFTP_FileNamePrefix)
     Q_PROPERTY(QString FTP_FileNameSuffix READ FTP_FileNameSuffix WRITE setFTP_FileNameSuffix)
-    Q_PROPERTY(QString FTP_RistrictedDirectory READ FTP_RistrictedDirectory WRITE setFTP_RistrictedDirectory)
-    Q_PROPERTY(QString FTP_AllowMultiableFiles READ FTP_AllowMultiableFiles WRITE setFTP_AllowMultiableFiles)
+    Q_PROPERTY(QString FTP_RistrictedDirectory READ FTP_RistrictedDirectory WRITE
+            setFTP_RistrictedDirectory)
+    Q_PROPERTY(QString FTP_AllowMultiableFiles READ FTP_AllowMultiableFiles WRITE
+            setFTP_AllowMultiableFiles)
     Q_PROPERTY(QString FTP_OverWriteFiles READ FTP_OverWriteFiles WRITE setFTP_OverWriteFiles)
-    Q_PROPERTY(QString FTP_IncermentExistingFileNames READ FTP_IncermentExistingFileNames WRITE setFTP_IncermentExistingFileNames)
-    Q_PROPERTY(bool IncermentExistingFileNames READ IncermentExistingFileNames WRITE setIncermentExistingFileNames)
-    Q_PROPERTY(QString FTP_StripInvalidCharacters READ FTP_StripInvalidCharacters WRITE setFTP_StripInvalidCharacters)
+    Q_PROPERTY(QString FTP_IncermentExistingFileNames READ FTP_IncermentExistingFileNames WRITE
+            setFTP_IncermentExistingFileNames)
+    Q_PROPERTY(bool IncermentExistingFileNames READ IncermentExistingFileNames WRITE
+            setIncermentExistingFileNames)
+    Q_PROPERTY(QString FTP_StripInvalidCharacters READ FTP_StripInvalidCharacters WRITE
+            setFTP_StripInvalidCharacters)
     Q_PROPERTY(bool PreserveWhiteSpace READ PreserveWhiteSpace WRITE setPreserveWhiteSpace)
     Q_PROPERTY(bool ReturnFullDocument READ ReturnFullDocument WRITE setReturnFullDocument)
-    Q_PROPERTY(bool MakePathsRelativeOnSave READ MakePathsRelativeOnSave WRITE setMakePathsRelativeOnSave)
+    Q_PROPERTY(
+        bool MakePathsRelativeOnSave READ MakePathsRelativeOnSave WRITE setMakePathsRelativeOnSave)
     Q_PROPERTY(bool Enabled READ Enabled WRITE setEditorEnabled)
     Q_PROPERTY(QString LinkTargets READ LinkTargets WRITE setLinkTargets)
     Q_PROPERTY(QString ToolbarDisplay READ ToolbarDisplay WRITE setToolbarDisplay)
     Q_PROPERTY(QString TabStripDisplay READ TabStripDisplay WRITE setTabStripDisplay)
     Q_PROPERTY(QString PageTitle READ PageTitle WRITE setPageTitle)
     Q_PROPERTY(QString KeyWords READ KeyWords WRITE setKeyWords)
-    Q_PROPERTY(QString ChangeImageOnDblClickTags READ ChangeImageOnDblClickTags WRITE setChangeImageOnDblClickTags)
+    Q_PROPERTY(QString ChangeImageOnDblClickTags READ ChangeImageOnDblClickTags WRITE
+            setChangeImageOnDblClickTags)
     Q_PROPERTY(QString RelativePathToRoot READ RelativePathToRoot WRITE setRelativePathToRoot)
     Q_PROPERTY(QString DefaultFontName READ DefaultFontName WRITE setDefaultFontName)
     Q_PROPERTY(QString DefaultFontSize READ DefaultFontSize WRITE setDefaultFontSize)
     Q_PROPERTY(QString DefaultFontColor READ DefaultFontColor WRITE setDefaultFontColor)
-    Q_PROPERTY(QString ApplicationDirectoryPath READ ApplicationDirectoryPath WRITE setApplicationDirectoryPath)
+    Q_PROPERTY(QString ApplicationDirectoryPath READ ApplicationDirectoryPath WRITE
+            setApplicationDirectoryPath)
     Q_PROPERTY(bool ChangeImageOnDblClick READ ChangeImageOnDblClick WRITE setChangeImageOnDblClick)
     Q_PROPERTY(bool DisableContextMenus READ DisableContextMenus WRITE setDisableContextMenus)
     Q_PROPERTY(bool ScrollBars READ ScrollBars WRITE setScrollBars)
@@ -77,7 +87,7 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(Vantry::clsToolbar *Toolbar READ Toolbar WRITE setToolbar)
     Q_PROPERTY(Vantry::clsStyle *StyleSheet READ StyleSheet WRITE setStyleSheet)
     Q_PROPERTY(Vantry::clsDocumentProperties *DocumentProperties READ DocumentProperties WRITE
-                   setDocumentProperties)
+            setDocumentProperties)
 
 public:
     explicit HTMLEditorComponent(QWidget *parent = nullptr);
@@ -233,8 +243,8 @@ public:
     Q_INVOKABLE QVariant ReplaceSelectedHTML(const QString &sHTMLToReplace);
     Q_INVOKABLE void InsertHTML(const QString &sHTML);
     // Replaces in the body's markup, ignoring letter case.
-    Q_INVOKABLE void FindAndReplaceHTML(const QVariant &sHTMLToFind,
-                                        const QVariant &sHTMLToReplace);
+    Q_INVOKABLE void FindAndReplaceHTML(
+        const QVariant &sHTMLToFind, const QVariant &sHTMLToReplace);
     // True for "1", 1, true and "true" in any case.
     Q_INVOKABLE QVariant CheckBoolean(const QVariant &sValue) const;
     // Form controls pasted in place of the selection (refused on a selected control).
@@ -259,12 +269,12 @@ public:
     Q_INVOKABLE bool FindNextTextInSelection(const QString &sTextoFind);
     Q_INVOKABLE bool ReplaceFirstText(const QString &sTextoFind, const QString &sTextoReplace);
     Q_INVOKABLE bool ReplaceNextText(const QString &sTextoFind, const QString &sTextoReplace);
-    Q_INVOKABLE bool ReplaceFirstTextInSelection(const QString &sTextoFind,
-                                                 const QString &sTextoReplace);
-    Q_INVOKABLE bool ReplaceNextTextInSelection(const QString &sTextoFind,
-                                                const QString &sTextoReplace);
-    Q_INVOKABLE bool ReplaceAllTextInSelection(const QString &sTextoFind,
-                                               const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceFirstTextInSelection(
+        const QString &sTextoFind, const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceNextTextInSelection(
+        const QString &sTextoFind, const QString &sTextoReplace);
+    Q_INVOKABLE bool ReplaceAllTextInSelection(
+        const QString &sTextoFind, const QString &sTextoReplace);
     Q_INVOKABLE bool ReplaceAllText(const QString &sTextoFind, const QString &sTextoReplace);
 
     // True once the design surface has loaded its first document.
@@ -326,27 +336,21 @@ public:
     // An IMG tag from the non-empty arguments, pasted at the selection; an empty source asks
     // for a file. The arguments afterwards hold what was inserted.
     Q_INVOKABLE void InsertImageNoPrompt(QString &psIMAGE_Width, QString &psIMAGE_Height,
-                                         QString &psIMAGE_vspace, QString &psIMAGE_hspace,
-                                         QString &psIMAGE_align, QString &psIMAGE_border,
-                                         QString &psIMAGE_alt, QString &psIMAGE_src,
-                                         QString &psIMAGE_Style);
+        QString &psIMAGE_vspace, QString &psIMAGE_hspace, QString &psIMAGE_align,
+        QString &psIMAGE_border, QString &psIMAGE_alt, QString &psIMAGE_src,
+        QString &psIMAGE_Style);
     // A table from the arguments: pasted at the selection, or with a class appended to the
     // end of the body. Empty rows and columns give one row of three cells.
     Q_INVOKABLE void InsertTABLENoPrompt(QString &psTABLE_Width, QString &psTABLE_Height,
-                                         QString &psTABLE_Rows, QString &psTABLE_Columns,
-                                         QString &psTABLE_Align, QString &psTABLE_Valign,
-                                         QString &psTABLE_BGImage, QString &psTABLE_BGColor,
-                                         QString &psTABLE_Border, QString &psTABLE_CellSpacing,
-                                         QString &psTABLE_CellPadding,
-                                         QString &psTABLE_BorderColor, QString &psTABLE_Style);
+        QString &psTABLE_Rows, QString &psTABLE_Columns, QString &psTABLE_Align,
+        QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,
+        QString &psTABLE_Border, QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding,
+        QString &psTABLE_BorderColor, QString &psTABLE_Style);
     Q_INVOKABLE void InsertTABLENoPrompt2(QString &psTABLE_Width, QString &psTABLE_Height,
-                                          QString &psTABLE_Rows, QString &psTABLE_Columns,
-                                          QString &psTABLE_Align, QString &psTABLE_Valign,
-                                          QString &psTABLE_BGImage, QString &psTABLE_BGColor,
-                                          QString &psTABLE_Border, QString &psTABLE_CellSpacing,
-                                          QString &psTABLE_CellPadding,
-                                          QString &psTABLE_BorderColor, QString &psTABLE_Style,
-                                          QString &psTABLE_Class);
+        QString &psTABLE_Rows, QString &psTABLE_Columns, QString &psTABLE_Align,
+        QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,
+        QString &psTABLE_Border, QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding,
+        QString &psTABLE_BorderColor, QString &psTABLE_Style, QString &psTABLE_Class);
 
 Q_SIGNALS:
     void ImageInserted(QVariant &sFileName, QVariant &sFilePath);

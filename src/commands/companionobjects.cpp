@@ -6,8 +6,7 @@ namespace Vantry {
 
 clsContextMenu::clsContextMenu(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 clsContextMenu::~clsContextMenu() = default;
 
@@ -71,8 +70,7 @@ bool clsContextMenu::isBuiltinContextMenuItemShown(em_ContextMenu nMenuItem) con
 
 clsToolbar::clsToolbar(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 clsToolbar::~clsToolbar() = default;
 
@@ -120,8 +118,7 @@ bool clsToolbar::setButtonVisibleState(em_ToolbarButtons ButtonKey, bool state)
 
 clsStyle::clsStyle(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 clsStyle::~clsStyle() = default;
 
@@ -138,8 +135,7 @@ QString clsStyle::LoadStylesSource() const
 
 clsDocumentProperties::clsDocumentProperties(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 clsDocumentProperties::~clsDocumentProperties() = default;
 

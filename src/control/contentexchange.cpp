@@ -11,8 +11,7 @@ ContentExchange::ContentExchange(Settings &settings, Platform::DesignSurface &su
     : m_settings(settings)
     , m_surface(surface)
     , m_hooks(std::move(hooks))
-{
-}
+{ }
 
 void ContentExchange::load(const QString &text)
 {
@@ -24,8 +23,8 @@ void ContentExchange::load(const QString &text)
     m_loadPending = false;
 
     QString html = m_settings.PreserveWhiteSpace ? text : removeLineBreaks(text);
-    html = wrapInDefaultFont(html, m_settings.DefaultFontName, m_settings.DefaultFontColor,
-                             m_settings.DefaultFontSize);
+    html = wrapInDefaultFont(
+        html, m_settings.DefaultFontName, m_settings.DefaultFontColor, m_settings.DefaultFontSize);
     html = insertBase(html, m_settings.BaseURL);
     m_settings.SetHtmlSource = html;
     if (m_hooks.announce)
@@ -68,8 +67,8 @@ QString ContentExchange::fetchDocumentHTML(bool *ok)
     if (m_surface.lastCallFailed())
         return {};
 
-    html = normaliseStyleSheetLinks(html, m_hooks.styleSheetLinks ? m_hooks.styleSheetLinks()
-                                                                  : QString());
+    html = normaliseStyleSheetLinks(
+        html, m_hooks.styleSheetLinks ? m_hooks.styleSheetLinks() : QString());
     if (!m_settings.RelativePathToRoot.isEmpty() && m_settings.MakePathsRelativeOnSave
         && (m_settings.CopyImagesWhenInserted || m_settings.UploadImagesWhenInserted)) {
         html = removeRootPath(html, m_settings.RelativePathToRoot);

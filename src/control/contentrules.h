@@ -18,7 +18,7 @@ QString removeLineBreaks(const QString &text);
 // Wraps text in the default-font division (family, colour, size; no spaces, no closing
 // semicolon). An empty text becomes a division holding one &nbsp;.
 QString wrapInDefaultFont(const QString &text, const QString &fontName, const QString &fontColor,
-                          const QString &fontSize);
+    const QString &fontSize);
 
 // The BASE tag written for baseUrl: <BASE HREF="baseUrl">.
 QString baseTag(const QString &baseUrl);

@@ -29,8 +29,8 @@ Element keywordsElement(Platform::DesignSurface &surface)
     // A META whose name differs only in letter case is still the keywords tag.
     const QList<Element> metas = surface.elementsByTagName(QStringLiteral("META"));
     for (const Element &meta : metas) {
-        if (surface.attribute(meta, QStringLiteral("name")).compare(keywordsName,
-                                                                    Qt::CaseInsensitive)
+        if (surface.attribute(meta, QStringLiteral("name"))
+                .compare(keywordsName, Qt::CaseInsensitive)
             == 0)
             return meta;
     }

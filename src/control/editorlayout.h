@@ -12,13 +12,13 @@ namespace Vantry::Control {
 // editing panel.
 struct LayoutInput
 {
-    QSize size;                      // the editor's own size
+    QSize size; // the editor's own size
     std::array<int, 3> rowHeights{}; // toolbar rows, top to bottom
     bool toolbarsVisible = true;
     bool tabStripVisible = true;
     int tabStripHeight = 0;
-    int displayWidth = 0;            // SetDisplayWidth; 0 = the editor's width
-    int displayHeight = 0;           // SetDisplayHeight; 0 = whatever is left
+    int displayWidth = 0; // SetDisplayWidth; 0 = the editor's width
+    int displayHeight = 0; // SetDisplayHeight; 0 = whatever is left
 };
 
 struct LayoutResult

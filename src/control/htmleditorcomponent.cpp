@@ -16,8 +16,8 @@
 #include "control/settings.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
-#include "text/findreplace.h"
 #include "platform/prompts/userprompts.h"
+#include "text/findreplace.h"
 
 #include <QAction>
 #include <QApplication>
@@ -59,9 +59,8 @@ public:
     void onDocumentComplete();
     void onFocusChanged(QWidget *now);
     void raiseMouse(void (HTMLEditorComponent::*signal)(qint16 &, qint16 &, float &, float &),
-                    int button, int shift, double x, double y);
-    template<typename T>
-    T *companion(QPointer<T> &slot) const;
+        int button, int shift, double x, double y);
+    template <typename T> T *companion(QPointer<T> &slot) const;
     void attachStyle(clsStyle *style);
 
     HTMLEditorComponent *q;
@@ -131,16 +130,16 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     viewHooks.setEnabledFlag = [this](bool enabled) { exchange->setEnabled(enabled); };
     viewHooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
     viewHooks.refreshToolbarStates = [this] { toolbarControls->refresh(); };
-    sourceView = std::make_unique<Control::SourceView>(settings, *surface, editPanel, tabs,
-                                                       std::move(viewHooks));
+    sourceView = std::make_unique<Control::SourceView>(
+        settings, *surface, editPanel, tabs, std::move(viewHooks));
     sourceView->setUp(settings.ApplicationDirectoryPath);
 
     prompts = std::make_unique<Platform::WidgetPrompts>(q);
     Commands::SelectionAccess::Hooks selectionHooks;
     selectionHooks.isReady = [this] { return exchange->isDocumentReady(); };
     selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
-    selection = std::make_unique<Commands::SelectionAccess>(*surface, references,
-                                                            std::move(selectionHooks));
+    selection = std::make_unique<Commands::SelectionAccess>(
+        *surface, references, std::move(selectionHooks));
     finder = std::make_unique<Text::FindReplace>(*surface, references);
     Commands::Executor::Hooks executorHooks;
     executorHooks.designViewActive = [q] { return q->DesignViewActive(); };
@@ -156,8 +155,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         if (QAction *button = toolbarControls->buttons().button(key))
             button->setToolTip(toolTip);
     };
-    executor = std::make_unique<Commands::Executor>(*surface, *selection, references,
-                                                    std::move(executorHooks));
+    executor = std::make_unique<Commands::Executor>(
+        *surface, *selection, references, std::move(executorHooks));
     Commands::ContextMenus::Hooks menuHooks;
     menuHooks.designViewActive = [q] { return q->DesignViewActive(); };
     menuHooks.disabled = [this] { return settings.DisableContextMenus; };
@@ -174,8 +173,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     fileHooks.setDirty = [q](bool dirty) { q->setisDirty(dirty); };
     fileHooks.refreshSelectionState = [this] { toolbarControls->refresh(); };
     fileHooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
-    files = std::make_unique<Control::FileOperations>(settings, *exchange, *surface,
-                                                      std::move(fileHooks));
+    files = std::make_unique<Control::FileOperations>(
+        settings, *exchange, *surface, std::move(fileHooks));
 
     Commands::EditorToolbar::Hooks toolbarHooks;
     toolbarHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
@@ -186,26 +185,26 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     toolbarControls->setCommandSink(executor.get());
     toolbarControls->attach(companion(toolbar));
     QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::buttonClicked, q,
-                     [this](const QString &key) { executor->executeKey(key); });
-    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::rowsChanged, q,
-                     [this] { layout(); });
+        [this](const QString &key) { executor->executeKey(key); });
+    QObject::connect(
+        toolbarControls.get(), &Commands::EditorToolbar::rowsChanged, q, [this] { layout(); });
     QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionStateChanged, q,
-                     [q](const QString &key, bool enabled, bool selected) {
-                         QString sCommandName = key;
-                         Q_EMIT q->CurrentSelectionStateChange(sCommandName, enabled, selected);
-                     });
+        [q](const QString &key, bool enabled, bool selected) {
+            QString sCommandName = key;
+            Q_EMIT q->CurrentSelectionStateChange(sCommandName, enabled, selected);
+        });
     QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionTextChanged, q,
-                     [q](const QString &key, const QString &value) {
-                         QString sCommandName = key;
-                         QString sValue = value;
-                         Q_EMIT q->CurrentSelectionStateChangeText(sCommandName, sValue);
-                     });
+        [q](const QString &key, const QString &value) {
+            QString sCommandName = key;
+            QString sValue = value;
+            Q_EMIT q->CurrentSelectionStateChangeText(sCommandName, sValue);
+        });
 
     using Platform::DesignSurface;
-    QObject::connect(surface, &DesignSurface::displayChanged, q,
-                     [this] { toolbarControls->refresh(); });
-    QObject::connect(surface, &DesignSurface::documentComplete, q,
-                     [this] { onDocumentComplete(); });
+    QObject::connect(
+        surface, &DesignSurface::displayChanged, q, [this] { toolbarControls->refresh(); });
+    QObject::connect(
+        surface, &DesignSurface::documentComplete, q, [this] { onDocumentComplete(); });
     QObject::connect(surface, &DesignSurface::keyDown, q, [this] {
         Q_EMIT this->q->HTMLChanged();
         if (!focus.hasFocus())
@@ -218,26 +217,25 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         if (!settings.isDirty)
             this->q->setisDirty(true);
     });
-    QObject::connect(surface, &DesignSurface::mouseDown, q,
-                     [this](int b, int s, double x, double y) {
-                         raiseMouse(&HTMLEditorComponent::MouseDown, b, s, x, y);
-                     });
-    QObject::connect(surface, &DesignSurface::mouseMove, q,
-                     [this](int b, int s, double x, double y) {
-                         raiseMouse(&HTMLEditorComponent::MouseMove, b, s, x, y);
-                     });
-    QObject::connect(surface, &DesignSurface::mouseUp, q,
-                     [this](int b, int s, double x, double y) {
-                         raiseMouse(&HTMLEditorComponent::MouseUp, b, s, x, y);
-                     });
+    QObject::connect(
+        surface, &DesignSurface::mouseDown, q, [this](int b, int s, double x, double y) {
+            raiseMouse(&HTMLEditorComponent::MouseDown, b, s, x, y);
+        });
+    QObject::connect(
+        surface, &DesignSurface::mouseMove, q, [this](int b, int s, double x, double y) {
+            raiseMouse(&HTMLEditorComponent::MouseMove, b, s, x, y);
+        });
+    QObject::connect(surface, &DesignSurface::mouseUp, q, [this](int b, int s, double x, double y) {
+        raiseMouse(&HTMLEditorComponent::MouseUp, b, s, x, y);
+    });
     QObject::connect(surface, &DesignSurface::contextMenuRequested, q,
-                     [this](const QPoint &position) { menus->popup(surface->widget(), position); });
+        [this](const QPoint &position) { menus->popup(surface->widget(), position); });
     QObject::connect(surface, &DesignSurface::clicked, q, [this] {
         if (focus.hasFocus())
             surface->focusDocument();
     });
     focusConnection = QObject::connect(qApp, &QApplication::focusChanged, q,
-                                       [this](QWidget *, QWidget *now) { onFocusChanged(now); });
+        [this](QWidget *, QWidget *now) { onFocusChanged(now); });
 }
 
 HTMLEditorComponent::Private::~Private()
@@ -248,8 +246,7 @@ HTMLEditorComponent::Private::~Private()
     QObject::disconnect(surface, nullptr, q, nullptr);
 }
 
-template<typename T>
-T *HTMLEditorComponent::Private::companion(QPointer<T> &slot) const
+template <typename T> T *HTMLEditorComponent::Private::companion(QPointer<T> &slot) const
 {
     if (!slot)
         slot = new T(q);
@@ -334,8 +331,8 @@ void HTMLEditorComponent::Private::applySideEffect(const QString &name)
     } else if (name == QLatin1String("BaseURL")) {
         surface->setBaseUrl(settings.BaseURL);
     } else if (name == QLatin1String("ReturnFullDocument")) {
-        toolbarControls->setButtonState(QStringLiteral("PageProperties"),
-                                        settings.ReturnFullDocument);
+        toolbarControls->setButtonState(
+            QStringLiteral("PageProperties"), settings.ReturnFullDocument);
     } else if (name == QLatin1String("Enabled")) {
         applyEnabled();
     } else if (name == QLatin1String("ToolbarDisplay")) {
@@ -397,8 +394,7 @@ void HTMLEditorComponent::Private::layout()
     tabPanel->setGeometry(result.tabStrip);
     tabs->setGeometry(0, 0, result.tabStrip.width(), result.tabStrip.height());
     editPanel->setGeometry(result.editingPanel);
-    surface->widget()->setGeometry(0, 0, result.editingPanel.width(),
-                                   result.editingPanel.height());
+    surface->widget()->setGeometry(0, 0, result.editingPanel.width(), result.editingPanel.height());
     sourceView->layout(result.editingPanel.size(), result.tabStrip.size());
 }
 
@@ -500,8 +496,8 @@ void HTMLEditorComponent::InsertHTML(const QString &sHTML)
     d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Html), sHTML);
 }
 
-void HTMLEditorComponent::FindAndReplaceHTML(const QVariant &sHTMLToFind,
-                                             const QVariant &sHTMLToReplace)
+void HTMLEditorComponent::FindAndReplaceHTML(
+    const QVariant &sHTMLToFind, const QVariant &sHTMLToReplace)
 {
     d->selection->findAndReplaceHTML(sHTMLToFind.toString(), sHTMLToReplace.toString());
 }
@@ -591,20 +587,20 @@ bool HTMLEditorComponent::ReplaceNextText(const QString &sTextoFind, const QStri
     return d->finder->replaceNextText(sTextoFind, sTextoReplace);
 }
 
-bool HTMLEditorComponent::ReplaceFirstTextInSelection(const QString &sTextoFind,
-                                                      const QString &sTextoReplace)
+bool HTMLEditorComponent::ReplaceFirstTextInSelection(
+    const QString &sTextoFind, const QString &sTextoReplace)
 {
     return d->finder->replaceFirstTextInSelection(sTextoFind, sTextoReplace);
 }
 
-bool HTMLEditorComponent::ReplaceNextTextInSelection(const QString &sTextoFind,
-                                                     const QString &sTextoReplace)
+bool HTMLEditorComponent::ReplaceNextTextInSelection(
+    const QString &sTextoFind, const QString &sTextoReplace)
 {
     return d->finder->replaceNextTextInSelection(sTextoFind, sTextoReplace);
 }
 
-bool HTMLEditorComponent::ReplaceAllTextInSelection(const QString &sTextoFind,
-                                                    const QString &sTextoReplace)
+bool HTMLEditorComponent::ReplaceAllTextInSelection(
+    const QString &sTextoFind, const QString &sTextoReplace)
 {
     return d->finder->replaceAllTextInSelection(sTextoFind, sTextoReplace);
 }
@@ -1411,46 +1407,41 @@ void HTMLEditorComponent::PageProperties()
 }
 
 void HTMLEditorComponent::InsertImageNoPrompt(QString &psIMAGE_Width, QString &psIMAGE_Height,
-                                              QString &psIMAGE_vspace, QString &psIMAGE_hspace,
-                                              QString &psIMAGE_align, QString &psIMAGE_border,
-                                              QString &psIMAGE_alt, QString &psIMAGE_src,
-                                              QString &psIMAGE_Style)
+    QString &psIMAGE_vspace, QString &psIMAGE_hspace, QString &psIMAGE_align,
+    QString &psIMAGE_border, QString &psIMAGE_alt, QString &psIMAGE_src, QString &psIMAGE_Style)
 {
-    Commands::ImageArguments image{psIMAGE_Width, psIMAGE_Height, psIMAGE_vspace,
-                                   psIMAGE_hspace, psIMAGE_align, psIMAGE_border,
-                                   psIMAGE_alt,   psIMAGE_src,    psIMAGE_Style};
+    Commands::ImageArguments image{psIMAGE_Width, psIMAGE_Height, psIMAGE_vspace, psIMAGE_hspace,
+        psIMAGE_align, psIMAGE_border, psIMAGE_alt, psIMAGE_src, psIMAGE_Style};
     d->executor->insertImageFromArguments(image);
     psIMAGE_Width = image.width;
     psIMAGE_Height = image.height;
     psIMAGE_src = image.src;
 }
 
-void HTMLEditorComponent::InsertTABLENoPrompt(
-    QString &psTABLE_Width, QString &psTABLE_Height, QString &psTABLE_Rows,
-    QString &psTABLE_Columns, QString &psTABLE_Align, QString &psTABLE_Valign,
-    QString &psTABLE_BGImage, QString &psTABLE_BGColor, QString &psTABLE_Border,
-    QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding, QString &psTABLE_BorderColor,
-    QString &psTABLE_Style)
+void HTMLEditorComponent::InsertTABLENoPrompt(QString &psTABLE_Width, QString &psTABLE_Height,
+    QString &psTABLE_Rows, QString &psTABLE_Columns, QString &psTABLE_Align,
+    QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,
+    QString &psTABLE_Border, QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding,
+    QString &psTABLE_BorderColor, QString &psTABLE_Style)
 {
     QString noClass;
     d->executor->insertTableFromArguments(
         {psTABLE_Width, psTABLE_Height, psTABLE_Rows, psTABLE_Columns, psTABLE_Align,
-         psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
-         psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, noClass},
+            psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
+            psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, noClass},
         false);
 }
 
-void HTMLEditorComponent::InsertTABLENoPrompt2(
-    QString &psTABLE_Width, QString &psTABLE_Height, QString &psTABLE_Rows,
-    QString &psTABLE_Columns, QString &psTABLE_Align, QString &psTABLE_Valign,
-    QString &psTABLE_BGImage, QString &psTABLE_BGColor, QString &psTABLE_Border,
-    QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding, QString &psTABLE_BorderColor,
-    QString &psTABLE_Style, QString &psTABLE_Class)
+void HTMLEditorComponent::InsertTABLENoPrompt2(QString &psTABLE_Width, QString &psTABLE_Height,
+    QString &psTABLE_Rows, QString &psTABLE_Columns, QString &psTABLE_Align,
+    QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,
+    QString &psTABLE_Border, QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding,
+    QString &psTABLE_BorderColor, QString &psTABLE_Style, QString &psTABLE_Class)
 {
     d->executor->insertTableFromArguments(
         {psTABLE_Width, psTABLE_Height, psTABLE_Rows, psTABLE_Columns, psTABLE_Align,
-         psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
-         psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, psTABLE_Class},
+            psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
+            psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, psTABLE_Class},
         true);
 }
 

@@ -6,8 +6,7 @@ namespace Vantry::Platform {
 
 DesignSurface::DesignSurface(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 DesignSurface::~DesignSurface() = default;
 
@@ -38,7 +37,7 @@ Element Element::fromVariant(const QVariant &value)
     if (map.isEmpty())
         return {};
     return {map.value(QStringLiteral("id")).toInt(),
-            map.value(QStringLiteral("generation"), -1).toInt()};
+        map.value(QStringLiteral("generation"), -1).toInt()};
 }
 
 } // namespace Vantry::Platform

@@ -5,8 +5,8 @@
 #include <QHash>
 #include <QObject>
 #include <QRectF>
-#include <QStringList>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 class QWidget;
@@ -68,8 +68,8 @@ public:
     virtual bool appendChild(const Element &parent, const Element &child) = 0;
     virtual QString tagName(const Element &element) = 0;
     virtual QString attribute(const Element &element, const QString &name) = 0;
-    virtual bool setAttribute(const Element &element, const QString &name,
-                              const QString &value) = 0;
+    virtual bool setAttribute(const Element &element, const QString &name, const QString &value)
+        = 0;
     virtual QString outerHTML(const Element &element) = 0;
     // Position and size in the view, in CSS pixels.
     virtual QRectF boundingRect(const Element &element) = 0;
@@ -92,8 +92,7 @@ public:
     // A property of the element's style attribute, by its CSS name ("font-size").
     virtual QString styleProperty(const Element &element, const QString &name) = 0;
     // An empty value removes the property.
-    virtual bool setStyleProperty(const Element &element, const QString &name,
-                                  const QString &value)
+    virtual bool setStyleProperty(const Element &element, const QString &name, const QString &value)
         = 0;
     virtual QList<Element> images() = 0;
     virtual QList<Element> scripts() = 0;
@@ -172,8 +171,8 @@ public:
     // a hit outside sends the search range back to the bookmark, and a hit found from
     // there is taken the same way when inside and ends the loop when outside. found is
     // false whenever the loop ended through a failed search or a rejected hit.
-    virtual ReplaceAllResult replaceAll(ReplaceScope scope, const QString &find,
-                                        const QString &replacement)
+    virtual ReplaceAllResult replaceAll(
+        ReplaceScope scope, const QString &find, const QString &replacement)
         = 0;
 
     // Scroll offsets of the document's scrolling element, in CSS pixels.
@@ -196,7 +195,8 @@ public:
     // Editing commands by their identifiers (5000 to 5052). The status of a command is a
     // combination of the flags below: 0 not supported, 1 supported but disabled, 3
     // enabled, 7 enabled and latched (on), 11 enabled and ninched (mixed).
-    enum CommandStatus {
+    enum CommandStatus
+    {
         StatusNotSupported = 0,
         StatusSupported = 1,
         StatusEnabled = 2,
@@ -204,7 +204,8 @@ public:
         StatusNinched = 8,
     };
     // Options of a command run, as the host's toolbar passes them.
-    enum CommandOption {
+    enum CommandOption
+    {
         OptionDoDefault = 0,
         OptionPromptUser = 1,
         OptionDontPromptUser = 2,
@@ -213,7 +214,7 @@ public:
     // Runs a command; result receives its output where it has one (a font name, the
     // block-format names). False when the command failed or is unknown.
     virtual bool execCommand(int commandId, int option = OptionDoDefault,
-                             const QVariant &argument = {}, QVariant *result = nullptr);
+        const QVariant &argument = {}, QVariant *result = nullptr);
     // The status of every command asked for, in one round trip.
     virtual QHash<int, int> queryStatus(const QList<int> &commandIds);
     int commandStatus(int commandId) { return queryStatus(QList<int>{commandId}).value(commandId); }

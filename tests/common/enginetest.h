@@ -26,16 +26,16 @@ inline bool waitUntilReady(Vantry::HTMLEditorComponent &editor, int timeoutMs = 
 }
 
 // Runs an adapter operation and returns its value; fails the test on error.
-inline QVariant adapterValue(Vantry::HTMLEditorComponent &editor, const QString &operation,
-                             const QVariantList &args = {})
+inline QVariant adapterValue(
+    Vantry::HTMLEditorComponent &editor, const QString &operation, const QVariantList &args = {})
 {
     auto *surface = surfaceOf(editor);
     if (!surface)
         return {};
     const auto result = surface->call(operation, args);
     if (!result.ok)
-        qWarning("adapter operation %s failed: %s", qPrintable(operation),
-                 qPrintable(result.error));
+        qWarning(
+            "adapter operation %s failed: %s", qPrintable(operation), qPrintable(result.error));
     return result.value;
 }
 

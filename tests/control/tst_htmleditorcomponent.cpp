@@ -15,8 +15,8 @@ using VantryTest::surfaceOf;
 
 namespace {
 
-const QString fontDivision =
-    QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
+const QString fontDivision
+    = QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
 
 } // namespace
 
@@ -112,8 +112,8 @@ void tst_HTMLEditorComponent::propertiesByNameAnnounceTheirNames_data()
     QTest::addColumn<QString>("announced");
     QTest::newRow("user name") << "FTP_UserName" << QVariant(QStringLiteral("ann"))
                                << "FTP_UserName";
-    QTest::newRow("boolean increment") << "IncermentExistingFileNames" << QVariant(true)
-                                       << "FTP_IncermentExistingFileNames";
+    QTest::newRow("boolean increment")
+        << "IncermentExistingFileNames" << QVariant(true) << "FTP_IncermentExistingFileNames";
     QTest::newRow("integer") << "SetDisplayWidth" << QVariant(300) << "SetDisplayWidth";
     QTest::newRow("font") << "DefaultFontName" << QVariant(QStringLiteral("verdana"))
                           << "DefaultFontName";
@@ -232,7 +232,8 @@ void tst_HTMLEditorComponent::scrollTopScrollsSideways()
 {
     m_editor->setSetHtmlSource(
         QStringLiteral("<div style=\"width: 5000px; height: 5000px\">wide and tall</div>"));
-    qDebug() << adapterValue(*m_editor, QStringLiteral("scrollPosition")) << surfaceOf(*m_editor)->widget()->size();
+    qDebug() << adapterValue(*m_editor, QStringLiteral("scrollPosition"))
+             << surfaceOf(*m_editor)->widget()->size();
     m_editor->setScrollTop(50);
     qDebug() << surfaceOf(*m_editor)->lastError();
     QCOMPARE(m_editor->ScrollTop(), qint16(50));
@@ -265,8 +266,8 @@ void tst_HTMLEditorComponent::keyWordsCreateOrUpdateTheMetaTag()
     QCOMPARE(m_editor->KeyWords(), QStringLiteral("alpha, beta"));
     QString html = m_editor->GetHtmlSource();
     const int head = html.indexOf(QStringLiteral("</HEAD>"));
-    const int meta = html.indexOf(QStringLiteral("<meta name=\"keywords\" content=\"alpha, beta\">"),
-                                  0, Qt::CaseInsensitive);
+    const int meta = html.indexOf(
+        QStringLiteral("<meta name=\"keywords\" content=\"alpha, beta\">"), 0, Qt::CaseInsensitive);
     QVERIFY2(meta > 0 && meta < head, qPrintable(html));
 
     m_editor->setSetHtmlSource(QStringLiteral(
@@ -319,7 +320,8 @@ void tst_HTMLEditorComponent::loadWrapsInDefaultFont()
 void tst_HTMLEditorComponent::lineBreaksAreRemovedUnlessPreserved()
 {
     m_editor->setSetHtmlSource(QStringLiteral("<p>a\r\nb</p><p>c\nd</p>"));
-    QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>ab</p><p>c\nd</p></div>"));
+    QCOMPARE(
+        m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>ab</p><p>c\nd</p></div>"));
     m_editor->setPreserveWhiteSpace(true);
     m_editor->setSetHtmlSource(QStringLiteral("<pre>a\r\nb</pre>"));
     // The engine normalises the pair to a line feed, as any HTML parser does.
@@ -329,15 +331,15 @@ void tst_HTMLEditorComponent::lineBreaksAreRemovedUnlessPreserved()
 void tst_HTMLEditorComponent::styleSheetLinksMoveToTheHead()
 {
     m_editor->setReturnFullDocument(true);
-    m_editor->setSetHtmlSource(QStringLiteral(
-        "<html><head><title>T</title></head><body>"
-        "<link rel=\"stylesheet\" href=\"one.css\"><p>text</p>"
-        "<link rel=\"stylesheet\" href=\"two.css\"></body></html>"));
+    m_editor->setSetHtmlSource(
+        QStringLiteral("<html><head><title>T</title></head><body>"
+                       "<link rel=\"stylesheet\" href=\"one.css\"><p>text</p>"
+                       "<link rel=\"stylesheet\" href=\"two.css\"></body></html>"));
     const QString html = m_editor->GetHtmlSource();
     QCOMPARE(html.count(QStringLiteral("<link"), Qt::CaseInsensitive), 2);
     QVERIFY2(html.contains(QStringLiteral("<LINK href=\"one.css\" rel=\"StyleSheet\">"
                                           "<LINK href=\"two.css\" rel=\"StyleSheet\"></HEAD>")),
-             qPrintable(html));
+        qPrintable(html));
     QVERIFY(html.indexOf(QStringLiteral("one.css")) < html.indexOf(QStringLiteral("<body")));
 }
 
@@ -354,8 +356,7 @@ void tst_HTMLEditorComponent::typingRaisesHtmlChangedPerKey()
 {
     m_editor->setSetHtmlSource(QStringLiteral("<p id=\"target\">start</p>"));
     m_editor->setFocus();
-    QVERIFY(adapterValue(*m_editor, QStringLiteral("placeCaret"),
-                         {QStringLiteral("P"), 0, 5})
+    QVERIFY(adapterValue(*m_editor, QStringLiteral("placeCaret"), {QStringLiteral("P"), 0, 5})
                 .toBool());
     QSignalSpy changed(m_editor, &HTMLEditorComponent::HTMLChanged);
     QTest::keyClicks(input(), QStringLiteral("xyz"));
@@ -371,15 +372,15 @@ void tst_HTMLEditorComponent::mouseEventsCarryButtonShiftAndPosition()
     float x = 0, y = 0;
     int downs = 0, ups = 0;
     connect(m_editor, &HTMLEditorComponent::MouseDown, this,
-            [&](qint16 &b, qint16 &s, float &px, float &py) {
-                ++downs;
-                button = b;
-                shift = s;
-                x = px;
-                y = py;
-            });
+        [&](qint16 &b, qint16 &s, float &px, float &py) {
+            ++downs;
+            button = b;
+            shift = s;
+            x = px;
+            y = py;
+        });
     connect(m_editor, &HTMLEditorComponent::MouseUp, this,
-            [&](qint16 &, qint16 &, float &, float &) { ++ups; });
+        [&](qint16 &, qint16 &, float &, float &) { ++ups; });
     QTest::mouseClick(input(), Qt::LeftButton, Qt::ShiftModifier, QPoint(40, 30));
     QTRY_COMPARE(ups, 1);
     QCOMPARE(downs, 1);

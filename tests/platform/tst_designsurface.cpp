@@ -90,10 +90,10 @@ void tst_DesignSurface::mainWorldCannotSeeAdapter()
     QVariant mainWorld = QStringLiteral("unset");
     bool answered = false;
     page->runJavaScript(QStringLiteral("typeof window.__vantry"), QWebEngineScript::MainWorld,
-                        [&](const QVariant &value) {
-                            mainWorld = value;
-                            answered = true;
-                        });
+        [&](const QVariant &value) {
+            mainWorld = value;
+            answered = true;
+        });
     QTRY_VERIFY(answered);
     // JavaScript is off in the main world: nothing runs there, so nothing can be seen.
     QVERIFY(mainWorld.toString() != QLatin1String("object"));
@@ -101,11 +101,10 @@ void tst_DesignSurface::mainWorldCannotSeeAdapter()
     QVariant adapterWorld;
     answered = false;
     page->runJavaScript(QStringLiteral("typeof window.__vantry"),
-                        Platform::WebEngineDesignSurface::adapterWorld(),
-                        [&](const QVariant &value) {
-                            adapterWorld = value;
-                            answered = true;
-                        });
+        Platform::WebEngineDesignSurface::adapterWorld(), [&](const QVariant &value) {
+            adapterWorld = value;
+            answered = true;
+        });
     QTRY_VERIFY(answered);
     QCOMPARE(adapterWorld.toString(), QStringLiteral("object"));
 }
@@ -121,8 +120,8 @@ void tst_DesignSurface::clickingALinkNeverNavigates()
     const QRectF rect = surface->boundingRect(links.first());
     QVERIFY(rect.width() > 0);
 
-    QWidget *target = surface->widget()->focusProxy() ? surface->widget()->focusProxy()
-                                                      : surface->widget();
+    QWidget *target
+        = surface->widget()->focusProxy() ? surface->widget()->focusProxy() : surface->widget();
     const QPoint at = rect.center().toPoint();
     QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, at);
     QTest::mouseClick(target, Qt::LeftButton, Qt::ControlModifier, at);
@@ -159,13 +158,14 @@ void tst_DesignSurface::baseUrlResolvesImagesButNeverLeaks()
     m_editor->setReturnFullDocument(fullDocument);
     const QString body = QStringLiteral("<p>picture <img src=\"pic.png\" alt=\"pic\"></p>");
     load(wholeDocumentText ? QStringLiteral("<html><head><title>t</title></head><body>") + body
-                                 + QStringLiteral("</body></html>")
+                + QStringLiteral("</body></html>")
                            : body);
 
     QTRY_VERIFY_WITH_TIMEOUT(
         [&] {
             const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
-            return images.size() == 1 && images.first().toMap().value(QStringLiteral("loaded")).toBool();
+            return images.size() == 1
+                && images.first().toMap().value(QStringLiteral("loaded")).toBool();
         }(),
         10000);
 
@@ -183,7 +183,8 @@ void tst_DesignSurface::fullDocumentKeepsHeadAndBody()
 {
     const QString body = QStringLiteral(
         "<h1 class=\"title\" id=\"top\">Heading &amp; more</h1>"
-        "<p style=\"color: red;\" data-x=\"1\">Some <b>bold</b> and <i>italic</i> text&nbsp;here.</p>"
+        "<p style=\"color: red;\" data-x=\"1\">Some <b>bold</b> and <i>italic</i> "
+        "text&nbsp;here.</p>"
         "<table border=\"1\"><tbody><tr><td colspan=\"2\">cell</td></tr></tbody></table>"
         "<!-- a comment -->"
         "<ul><li>one</li><li>two</li></ul>");
@@ -193,7 +194,7 @@ void tst_DesignSurface::fullDocumentKeepsHeadAndBody()
                         "<link rel=\"icon\" href=\"favicon.ico\">"
                         "<link rel=\"stylesheet\" href=\"main.css\">"
                         "<style>p { margin: 0; }</style></head><body>")
-         + body + QStringLiteral("</body></html>"));
+        + body + QStringLiteral("</body></html>"));
 
     const QString html = m_editor->GetHtmlSource();
     const int headStart = html.indexOf(QStringLiteral("<head>"), 0, Qt::CaseInsensitive);
@@ -225,7 +226,7 @@ void tst_DesignSurface::wrappedWholeDocumentKeepsWrapperInBody()
     QVERIFY2(html.contains(QStringLiteral(
                  "<body><div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\"><p>body</p>"
                  "</div></body>")),
-             qPrintable(html));
+        qPrintable(html));
 }
 
 void tst_DesignSurface::twentyMegabyteDocumentRoundTrips()

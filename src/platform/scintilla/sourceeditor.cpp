@@ -30,8 +30,7 @@ public:
     TagCompletion(QsciLexer *lexer, const QStringList *tags)
         : QsciAbstractAPIs(lexer)
         , m_tags(tags)
-    {
-    }
+    { }
 
     void updateAutoCompletionList(const QStringList &context, QStringList &list) override
     {
@@ -42,8 +41,8 @@ public:
         }
     }
 
-    QStringList callTips(const QStringList &, int, QsciScintilla::CallTipsStyle,
-                         QList<int> &) override
+    QStringList callTips(
+        const QStringList &, int, QsciScintilla::CallTipsStyle, QList<int> &) override
     {
         return {};
     }
@@ -53,7 +52,6 @@ private:
 };
 
 } // namespace
-
 
 // QScintilla's own context menu gives way to the source view's.
 class ScintillaView : public QsciScintilla

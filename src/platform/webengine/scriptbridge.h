@@ -26,7 +26,7 @@ public:
     ScriptBridge(QWebEnginePage *page, quint32 worldId);
 
     Result call(const QString &operation, const QVariantList &arguments = {},
-                std::chrono::milliseconds timeout = defaultTimeout) const;
+        std::chrono::milliseconds timeout = defaultTimeout) const;
 
     // Builds the script text for one call: the arguments travel as a JSON literal.
     static QString script(const QString &operation, const QVariantList &arguments);

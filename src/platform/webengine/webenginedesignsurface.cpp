@@ -36,10 +36,9 @@ protected:
 
     QWebEnginePage *createWindow(WebWindowType) override { return nullptr; }
 
-    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString &, int,
-                                  const QString &) override
-    {
-    }
+    void javaScriptConsoleMessage(
+        JavaScriptConsoleMessageLevel, const QString &, int, const QString &) override
+    { }
 
 private:
     bool m_ownLoadPending = false;
@@ -97,23 +96,18 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     // Queued: a handler may call back into the page synchronously, which cannot be answered
     // while the engine is still delivering the notification.
     connect(m_notifier, &SurfaceNotifier::notified, this,
-            &WebEngineDesignSurface::handleNotification, Qt::QueuedConnection);
+        &WebEngineDesignSurface::handleNotification, Qt::QueuedConnection);
 
-    page->scripts().insert(adapterScript(
-        QStringLiteral("vantry-webchannel"),
+    page->scripts().insert(adapterScript(QStringLiteral("vantry-webchannel"),
         resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
-    page->scripts().insert(adapterScript(
-        QStringLiteral("vantry-adapter"),
+    page->scripts().insert(adapterScript(QStringLiteral("vantry-adapter"),
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
-    page->scripts().insert(adapterScript(
-        QStringLiteral("vantry-ranges"),
+    page->scripts().insert(adapterScript(QStringLiteral("vantry-ranges"),
         resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
     for (const char *name : {"commands", "tables", "positioning"}) {
         const QString file = QLatin1String(name);
-        page->scripts().insert(
-            adapterScript(QLatin1String("vantry-") + file,
-                          resourceText(QLatin1String(":/vantry/webengine/") + file
-                                       + QLatin1String(".js"))));
+        page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
+            resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
     }
 
     m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
@@ -189,22 +183,21 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
     }
 }
 
-ScriptBridge::Result WebEngineDesignSurface::call(const QString &operation,
-                                                  const QVariantList &arguments,
-                                                  std::chrono::milliseconds timeout)
+ScriptBridge::Result WebEngineDesignSurface::call(
+    const QString &operation, const QVariantList &arguments, std::chrono::milliseconds timeout)
 {
     ++m_callDepth;
     ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout);
     --m_callDepth;
     setLastError(result.ok ? QString() : result.error);
     if (m_callDepth == 0 && !m_deferred.isEmpty())
-        QMetaObject::invokeMethod(this, &WebEngineDesignSurface::flushDeferredNotifications,
-                                  Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, &WebEngineDesignSurface::flushDeferredNotifications, Qt::QueuedConnection);
     return result;
 }
 
-QVariant WebEngineDesignSurface::callValue(const QString &operation, const QVariantList &arguments,
-                                           std::chrono::milliseconds timeout)
+QVariant WebEngineDesignSurface::callValue(
+    const QString &operation, const QVariantList &arguments, std::chrono::milliseconds timeout)
 {
     return call(operation, arguments, timeout).value;
 }
@@ -228,8 +221,8 @@ QList<Element> WebEngineDesignSurface::elementList(const QVariant &value) const
 bool WebEngineDesignSurface::setDocumentHTML(const QString &html)
 {
     // Big documents take the parser a while; the bound grows with the text.
-    const auto timeout = ScriptBridge::defaultTimeout
-                         + std::chrono::milliseconds(html.size() / 1000);
+    const auto timeout
+        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
     const bool ok = call(QStringLiteral("load"), {html}, timeout).ok;
     if (ok)
         Q_EMIT documentComplete();
@@ -253,8 +246,8 @@ QString WebEngineDesignSurface::bodyInnerText()
 
 bool WebEngineDesignSurface::setBodyInnerHTML(const QString &html)
 {
-    const auto timeout = ScriptBridge::defaultTimeout
-                         + std::chrono::milliseconds(html.size() / 1000);
+    const auto timeout
+        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
     return call(QStringLiteral("setBodyInnerHTML"), {html}, timeout).ok;
 }
 
@@ -308,8 +301,8 @@ QString WebEngineDesignSurface::attribute(const Element &element, const QString 
     return callValue(QStringLiteral("attribute"), {element.toVariant(), name}).toString();
 }
 
-bool WebEngineDesignSurface::setAttribute(const Element &element, const QString &name,
-                                          const QString &value)
+bool WebEngineDesignSurface::setAttribute(
+    const Element &element, const QString &name, const QString &value)
 {
     return callBool(QStringLiteral("setAttribute"), {element.toVariant(), name, value});
 }
@@ -321,7 +314,8 @@ QString WebEngineDesignSurface::outerHTML(const Element &element)
 
 QRectF WebEngineDesignSurface::boundingRect(const Element &element)
 {
-    const QVariantList r = callValue(QStringLiteral("boundingRect"), {element.toVariant()}).toList();
+    const QVariantList r
+        = callValue(QStringLiteral("boundingRect"), {element.toVariant()}).toList();
     if (r.size() != 4)
         return {};
     return {r.at(0).toDouble(), r.at(1).toDouble(), r.at(2).toDouble(), r.at(3).toDouble()};
@@ -399,7 +393,8 @@ Element WebEngineDesignSurface::parentElement(const Element &element)
 QList<DesignSurface::PathStep> WebEngineDesignSurface::elementPath(const Element &element)
 {
     QList<PathStep> path;
-    const QVariantList steps = callValue(QStringLiteral("elementPath"), {element.toVariant()}).toList();
+    const QVariantList steps
+        = callValue(QStringLiteral("elementPath"), {element.toVariant()}).toList();
     path.reserve(steps.size());
     for (const QVariant &step : steps) {
         const QVariantList pair = step.toList();
@@ -434,8 +429,8 @@ QString WebEngineDesignSurface::styleProperty(const Element &element, const QStr
     return callValue(QStringLiteral("styleProperty"), {element.toVariant(), name}).toString();
 }
 
-bool WebEngineDesignSurface::setStyleProperty(const Element &element, const QString &name,
-                                              const QString &value)
+bool WebEngineDesignSurface::setStyleProperty(
+    const Element &element, const QString &name, const QString &value)
 {
     return callBool(QStringLiteral("setStyleProperty"), {element.toVariant(), name, value});
 }
@@ -521,8 +516,8 @@ bool WebEngineDesignSurface::pasteHTML(const TextRange &range, const QString &ht
     return callBool(QStringLiteral("rangePasteHTML"), {range.toVariant(), html});
 }
 
-int WebEngineDesignSurface::moveBy(const QString &operation, const TextRange &range, TextUnit unit,
-                                   int count)
+int WebEngineDesignSurface::moveBy(
+    const QString &operation, const TextRange &range, TextUnit unit, int count)
 {
     return callValue(operation, {range.toVariant(), textUnitName(unit), count}).toInt();
 }
@@ -582,14 +577,12 @@ bool WebEngineDesignSurface::selectRange(const TextRange &range)
     return callBool(QStringLiteral("rangeSelect"), {range.toVariant()});
 }
 
-DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(ReplaceScope scope,
-                                                                   const QString &find,
-                                                                   const QString &replacement)
+DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(
+    ReplaceScope scope, const QString &find, const QString &replacement)
 {
     // The adapter bounds its own loop well below this.
     const QVariantMap answer = callValue(QStringLiteral("replaceAll"),
-                                         {scope == ReplaceScope::Selection, find, replacement},
-                                         std::chrono::seconds(60))
+        {scope == ReplaceScope::Selection, find, replacement}, std::chrono::seconds(60))
                                    .toMap();
     ReplaceAllResult result;
     result.found = answer.value(QStringLiteral("found")).toBool();
@@ -601,16 +594,16 @@ DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(ReplaceScope 
     return result;
 }
 
-bool WebEngineDesignSurface::execCommand(int commandId, int option, const QVariant &argument,
-                                         QVariant *result)
+bool WebEngineDesignSurface::execCommand(
+    int commandId, int option, const QVariant &argument, QVariant *result)
 {
     // Commands that prompt the user open our own dialogs, never the engine's.
     if (option == OptionPromptUser || option == OptionShowHelp) {
         setLastError(QStringLiteral("Command %1 has no dialog of its own").arg(commandId));
         return false;
     }
-    const ScriptBridge::Result answer = call(QStringLiteral("commandExec"),
-                                             {commandId, option, argument});
+    const ScriptBridge::Result answer
+        = call(QStringLiteral("commandExec"), {commandId, option, argument});
     if (answer.ok && result)
         *result = answer.value;
     return answer.ok;
@@ -625,8 +618,8 @@ QHash<int, int> WebEngineDesignSurface::queryStatus(const QList<int> &commandIds
         ids.append(id);
         status.insert(id, StatusNotSupported);
     }
-    const QVariantList states = callValue(QStringLiteral("commandStatus"), QVariantList{QVariant(ids)})
-                                    .toList();
+    const QVariantList states
+        = callValue(QStringLiteral("commandStatus"), QVariantList{QVariant(ids)}).toList();
     if (states.size() != commandIds.size())
         return status;
     for (qsizetype i = 0; i < commandIds.size(); ++i)

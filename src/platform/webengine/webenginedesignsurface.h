@@ -52,8 +52,8 @@ public:
     bool setOuterHTML(const Element &element, const QString &html) override;
     bool removeAttribute(const Element &element, const QString &name) override;
     QString styleProperty(const Element &element, const QString &name) override;
-    bool setStyleProperty(const Element &element, const QString &name,
-                          const QString &value) override;
+    bool setStyleProperty(
+        const Element &element, const QString &name, const QString &value) override;
     QList<Element> images() override;
     QList<Element> scripts() override;
     SelectionType selectionType() override;
@@ -80,8 +80,8 @@ public:
     bool rangesEqual(const TextRange &a, const TextRange &b) override;
     bool findText(const TextRange &range, const QString &text) override;
     bool selectRange(const TextRange &range) override;
-    ReplaceAllResult replaceAll(ReplaceScope scope, const QString &find,
-                                const QString &replacement) override;
+    ReplaceAllResult replaceAll(
+        ReplaceScope scope, const QString &find, const QString &replacement) override;
     QPoint scrollPosition() override;
     bool setScrollLeft(int left) override;
     bool setScrollTop(int top) override;
@@ -93,7 +93,7 @@ public:
     bool useElementFormatting() override;
     bool focusDocument() override;
     bool execCommand(int commandId, int option = OptionDoDefault, const QVariant &argument = {},
-                     QVariant *result = nullptr) override;
+        QVariant *result = nullptr) override;
     QHash<int, int> queryStatus(const QList<int> &commandIds) override;
 
     // Display switches of the editing view; what they draw never reaches the markup.
@@ -107,7 +107,7 @@ public:
     // Direct access to the adapter for operations without a typed wrapper yet (tests and
     // benchmarks use it to inspect the document).
     ScriptBridge::Result call(const QString &operation, const QVariantList &arguments = {},
-                              std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
+        std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
 
     // The world the adapter runs in; the document's own scripts would run in another.
     static quint32 adapterWorld();
@@ -118,7 +118,7 @@ private:
     void deliverNotification(const QString &kind, const QVariantList &args);
     void flushDeferredNotifications();
     QVariant callValue(const QString &operation, const QVariantList &arguments = {},
-                       std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
+        std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
     bool callBool(const QString &operation, const QVariantList &arguments = {});
     QList<Element> elementList(const QVariant &value) const;
     int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);

@@ -12,7 +12,6 @@ int main(int argc, char *argv[])
     editor.setDefaultFontName(QStringLiteral("verdana"));
     Vantry::MemoryPropertyBag bag;
     editor.WriteProperties(bag);
-    return bag.value(QStringLiteral("DefaultFontName")).toString() == QStringLiteral("verdana")
-               ? 0
-               : 1;
+    return bag.value(QStringLiteral("DefaultFontName")).toString() == QStringLiteral("verdana") ? 0
+                                                                                                : 1;
 }
