@@ -142,6 +142,19 @@ void Executor::insertImageFromArguments(ImageArguments &image)
     image = m_image;
 }
 
+QString displaySwitchName(DisplaySwitch which)
+{
+    switch (which) {
+    case DisplaySwitch::Borders:
+        return QStringLiteral("borders");
+    case DisplaySwitch::Details:
+        return QStringLiteral("details");
+    case DisplaySwitch::SnapToGrid:
+        return QStringLiteral("snapToGrid");
+    }
+    return {};
+}
+
 bool Executor::displaySwitch(DisplaySwitch which) const
 {
     if (m_hooks.displaySwitch)

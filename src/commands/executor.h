@@ -85,6 +85,9 @@ enum class DisplaySwitch
     SnapToGrid
 };
 
+// The surface's name for a display switch.
+QString displaySwitchName(DisplaySwitch which);
+
 // Carries out the editing commands by number, whether they come from a toolbar button, a
 // context-menu entry or a public method. Nothing runs while the source view shows; every
 // command that completes marks the document dirty, and one the surface refuses ends

@@ -16,6 +16,17 @@ bool DesignSurface::execCommand(int commandId, int, const QVariant &, QVariant *
     return false;
 }
 
+bool DesignSurface::displaySwitch(const QString &)
+{
+    return false;
+}
+
+bool DesignSurface::setDisplaySwitch(const QString &name, bool)
+{
+    setLastError(QStringLiteral("Display switch %1 is not supported").arg(name));
+    return false;
+}
+
 QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds)
 {
     QHash<int, int> status;

@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVariant>
 
+class QPrinter;
 class QWidget;
 
 namespace Vantry::Platform {
@@ -180,6 +181,11 @@ public:
     virtual bool setScrollLeft(int left) = 0;
     virtual bool setScrollTop(int top) = 0;
 
+    // Prints the page on a printer the caller has set up; returns once the job is done.
+    virtual bool print(QPrinter *printer) = 0;
+    // Writes the page as a PDF file with the engine's default page layout.
+    virtual bool printToPdf(const QString &path) = 0;
+
     // Edit state (true) or browse state (false).
     virtual bool setEditable(bool editable) = 0;
     virtual bool isEditable() = 0;
@@ -218,6 +224,11 @@ public:
     // The status of every command asked for, in one round trip.
     virtual QHash<int, int> queryStatus(const QList<int> &commandIds);
     int commandStatus(int commandId) { return queryStatus(QList<int>{commandId}).value(commandId); }
+
+    // Editing aids drawn only while editing, never saved: "borders" (tables without a
+    // border drawn dashed), "details" (marks for invisible elements) and "snapToGrid".
+    virtual bool displaySwitch(const QString &name);
+    virtual bool setDisplaySwitch(const QString &name, bool on);
 
 Q_SIGNALS:
     void documentComplete();

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void guardedDeletions();
     void displayTogglesReturnAfterTwoClicks_data();
     void displayTogglesReturnAfterTwoClicks();
+    void componentTogglesReachTheSurfaceButNotTheMarkup();
     void absolutePositionNamesTheNextAction();
     void cancelledColourChangesNothing();
     void chosenColourColoursTheSelection();
@@ -379,6 +380,22 @@ void tst_Executor::displayTogglesReturnAfterTwoClicks()
     QCOMPARE(m_pressed.value(key), first);
     QCOMPARE(m_dirtyMarks, 2);
     QVERIFY(m_prompts->shown.isEmpty());
+}
+
+void tst_Executor::componentTogglesReachTheSurfaceButNotTheMarkup()
+{
+    load(QStringLiteral("<table><tr><td>cell</td></tr></table><!-- note --><a name=\"top\"></a>"));
+    const QString before = m_editor->GetHtmlSource();
+    const bool borders = m_surface->displaySwitch(QStringLiteral("borders"));
+    const bool details = m_surface->displaySwitch(QStringLiteral("details"));
+    m_editor->Border();
+    m_editor->Details();
+    QCOMPARE(m_surface->displaySwitch(QStringLiteral("borders")), !borders);
+    QCOMPARE(m_surface->displaySwitch(QStringLiteral("details")), !details);
+    QCOMPARE(m_editor->GetHtmlSource(), before);
+    m_editor->Border();
+    m_editor->Details();
+    QCOMPARE(m_surface->displaySwitch(QStringLiteral("borders")), borders);
 }
 
 void tst_Executor::absolutePositionNamesTheNextAction()
