@@ -15,7 +15,8 @@ PACKAGES=(
   libcurl4-openssl-dev
   python3-pyftpdlib
   breeze-icon-theme
-  fonts-dejavu-core
+  fonts-dejavu-core fonts-liberation2
+  poppler-utils
 )
 
 missing=()

@@ -280,6 +280,12 @@ public:
     // True once the design surface has loaded its first document.
     bool isDocumentReady() const;
 
+    // Puts the named library script function ("SwapImage") into the page; other names and
+    // a page not loaded yet change nothing.
+    Q_INVOKABLE void AddJavaScript(const QVariant &sFunction);
+    // Prints the page after the platform's print dialog.
+    Q_INVOKABLE void PrintHTML();
+
     // Shows the view named "design" or "source" (any case); other values do nothing.
     Q_INVOKABLE void ToggleDesignSourceView(const QVariant &sView);
     // True while the design view shows; editing commands run only then.

@@ -18,6 +18,8 @@
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
 #include "text/findreplace.h"
+#include "text/printing.h"
+#include "text/scriptinjection.h"
 
 #include <QAction>
 #include <QApplication>
@@ -76,6 +78,8 @@ public:
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Text::FindReplace> finder;
+    std::unique_ptr<Text::ScriptInjection> scriptInjection;
+    std::unique_ptr<Text::Printing> printing;
     std::unique_ptr<Commands::Executor> executor;
     std::unique_ptr<Commands::ContextMenus> menus;
     std::unique_ptr<Control::FileOperations> files;
@@ -141,8 +145,17 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     selection = std::make_unique<Commands::SelectionAccess>(
         *surface, references, std::move(selectionHooks));
     finder = std::make_unique<Text::FindReplace>(*surface, references);
+    scriptInjection = std::make_unique<Text::ScriptInjection>(*surface, *selection, references);
+    printing = std::make_unique<Text::Printing>(
+        *surface, [this]() -> Platform::UserPrompts & { return *prompts; });
     Commands::Executor::Hooks executorHooks;
     executorHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    executorHooks.displaySwitch = [this](Commands::DisplaySwitch which) {
+        return surface->displaySwitch(Commands::displaySwitchName(which));
+    };
+    executorHooks.setDisplaySwitch = [this](Commands::DisplaySwitch which, bool on) {
+        return surface->setDisplaySwitch(Commands::displaySwitchName(which), on);
+    };
     executorHooks.markDirty = [q] { q->setisDirty(true); };
     executorHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
@@ -608,6 +621,18 @@ bool HTMLEditorComponent::ReplaceAllTextInSelection(
 bool HTMLEditorComponent::ReplaceAllText(const QString &sTextoFind, const QString &sTextoReplace)
 {
     return d->finder->replaceAllText(sTextoFind, sTextoReplace);
+}
+
+void HTMLEditorComponent::AddJavaScript(const QVariant &sFunction)
+{
+    if (d->exchange->isDocumentReady())
+        d->scriptInjection->addJavaScript(sFunction);
+}
+
+void HTMLEditorComponent::PrintHTML()
+{
+    if (d->exchange->isDocumentReady())
+        d->printing->printPage();
 }
 
 bool HTMLEditorComponent::isDocumentReady() const

@@ -3,6 +3,7 @@
 #include "platform/prompts/userprompts.h"
 
 #include <QList>
+#include <QPrinter>
 #include <QQueue>
 #include <QString>
 #include <QStringList>
@@ -21,7 +22,8 @@ public:
         Information,
         OpenFile,
         SaveFile,
-        Color
+        Color,
+        Print
     };
 
     struct Shown
@@ -37,6 +39,8 @@ public:
     QQueue<Answer> answers;
     QQueue<QString> fileNames;
     QQueue<std::optional<QColor>> colors;
+    // A print dialog answered with a path prints to that PDF file.
+    QQueue<QString> printFiles;
 
     // The texts of the prompts of one kind, in order.
     QStringList texts(Kind kind) const
@@ -80,6 +84,18 @@ public:
             return std::nullopt;
         }
         return colors.dequeue();
+    }
+
+    bool printSetup(QPrinter &printer) override
+    {
+        shown.append({Kind::Print, {}, {}});
+        if (printFiles.isEmpty()) {
+            unexpected.append(QStringLiteral("print"));
+            return false;
+        }
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(printFiles.dequeue());
+        return true;
     }
 
 private:

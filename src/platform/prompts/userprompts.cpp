@@ -4,6 +4,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
 
 namespace Vantry::Platform {
 
@@ -81,6 +82,12 @@ std::optional<QColor> WidgetPrompts::color(const QColor &initial, const QString 
     if (!chosen.isValid())
         return std::nullopt;
     return chosen;
+}
+
+bool WidgetPrompts::printSetup(QPrinter &printer)
+{
+    QPrintDialog dialog(&printer, window());
+    return dialog.exec() == QDialog::Accepted;
 }
 
 } // namespace Vantry::Platform

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+class QPrinter;
 class QWidget;
 
 namespace Vantry::Platform {
@@ -49,10 +50,12 @@ public:
     // A colour; nothing when the user cancels.
     virtual std::optional<QColor> color(const QColor &initial, const QString &title = QString())
         = 0;
+    // The print dialog, setting up printer; false when the user cancels.
+    virtual bool printSetup(QPrinter &printer) = 0;
 };
 
-// The prompts of a desktop session: QMessageBox, QFileDialog and QColorDialog, modal to
-// the window of parent.
+// The prompts of a desktop session: QMessageBox, QFileDialog, QColorDialog and QPrintDialog, modal
+// to the window of parent.
 class WidgetPrompts : public UserPrompts
 {
 public:
@@ -66,6 +69,7 @@ public:
     QString saveFileName(
         const QString &title, const QString &filter, const QString &directory) override;
     std::optional<QColor> color(const QColor &initial, const QString &title) override;
+    bool printSetup(QPrinter &printer) override;
 
 private:
     QWidget *window() const;

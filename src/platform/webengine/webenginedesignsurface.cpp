@@ -1,7 +1,9 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include <QEventLoop>
 #include <QFile>
 #include <QPoint>
+#include <QTimer>
 #include <QUrl>
 #include <QWebChannel>
 #include <QWebEnginePage>
@@ -10,6 +12,8 @@
 #include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
+
+#include <tuple>
 
 namespace Vantry::Platform {
 
@@ -342,6 +346,57 @@ bool WebEngineDesignSurface::setScrollLeft(int left)
 bool WebEngineDesignSurface::setScrollTop(int top)
 {
     return callBool(QStringLiteral("setScrollPosition"), {QVariant::fromValue(nullptr), top});
+}
+
+namespace {
+
+// Printing is asynchronous in the engine; the surface's calls are not. A job that never
+// reports back must not hang the caller.
+constexpr int printTimeoutMs = 120000;
+
+template <typename Signal, typename Start>
+bool waitForPrint(QWebEngineView *view, Signal finished, Start start)
+{
+    QEventLoop loop;
+    bool done = false;
+    bool success = false;
+    const auto connection = QObject::connect(view, finished, &loop, [&](auto... args) {
+        done = true;
+        success = std::get<sizeof...(args) - 1>(std::make_tuple(args...));
+        loop.quit();
+    });
+    QTimer::singleShot(printTimeoutMs, &loop, &QEventLoop::quit);
+    start();
+    if (!done)
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    QObject::disconnect(connection);
+    return done && success;
+}
+
+} // namespace
+
+bool WebEngineDesignSurface::print(QPrinter *printer)
+{
+    if (!m_ready || !printer) {
+        setLastError(QStringLiteral("print: no document or printer"));
+        return false;
+    }
+    const bool ok = waitForPrint(
+        m_view, &QWebEngineView::printFinished, [this, printer] { m_view->print(printer); });
+    setLastError(ok ? QString() : QStringLiteral("print: the engine did not finish the job"));
+    return ok;
+}
+
+bool WebEngineDesignSurface::printToPdf(const QString &path)
+{
+    if (!m_ready || path.isEmpty()) {
+        setLastError(QStringLiteral("printToPdf: no document or path"));
+        return false;
+    }
+    const bool ok = waitForPrint(
+        m_view, &QWebEngineView::pdfPrintingFinished, [this, &path] { m_view->printToPdf(path); });
+    setLastError(ok ? QString() : QStringLiteral("printToPdf: the engine did not write the file"));
+    return ok;
 }
 
 bool WebEngineDesignSurface::setEditable(bool editable)

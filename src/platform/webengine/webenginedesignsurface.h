@@ -85,6 +85,8 @@ public:
     QPoint scrollPosition() override;
     bool setScrollLeft(int left) override;
     bool setScrollTop(int top) override;
+    bool print(QPrinter *printer) override;
+    bool printToPdf(const QString &path) override;
     bool setEditable(bool editable) override;
     bool isEditable() override;
     bool setScrollBarsVisible(bool visible) override;
@@ -97,6 +99,8 @@ public:
     QHash<int, int> queryStatus(const QList<int> &commandIds) override;
 
     // Display switches of the editing view; what they draw never reaches the markup.
+    bool displaySwitch(const QString &name) override { return display(name); }
+    bool setDisplaySwitch(const QString &name, bool on) override { return setDisplay(name, on); }
     bool showBorders() { return display(QStringLiteral("borders")); }
     bool setShowBorders(bool on) { return setDisplay(QStringLiteral("borders"), on); }
     bool showDetails() { return display(QStringLiteral("details")); }
