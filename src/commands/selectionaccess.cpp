@@ -103,12 +103,13 @@ bool SelectionAccess::findSelectedElementByTag(const QString &tagName)
     const QString wanted = tagName.toUpper();
     for (const auto &step : path) {
         const QString tag = step.tagName.toUpper();
-        if (tag == QLatin1String("HTML"))
-            break;
         if (tag == wanted) {
             m_references.found = step.element;
             return true;
         }
+        // The walk ends at the document's root element, which itself can be found.
+        if (tag == QLatin1String("HTML"))
+            break;
     }
     return false;
 }

@@ -16,6 +16,12 @@ bool DesignSurface::execCommand(int commandId, int, const QVariant &, QVariant *
     return false;
 }
 
+bool DesignSurface::setElementText(const Element &, const QString &)
+{
+    setLastError(QStringLiteral("Setting an element's text is not supported"));
+    return false;
+}
+
 bool DesignSurface::displaySwitch(const QString &)
 {
     return false;

@@ -227,6 +227,8 @@ public:
 
     // Editing aids drawn only while editing, never saved: "borders" (tables without a
     // border drawn dashed), "details" (marks for invisible elements) and "snapToGrid".
+    // Sets an element's text exactly, without parsing it as markup.
+    virtual bool setElementText(const Element &element, const QString &text);
     virtual bool displaySwitch(const QString &name);
     virtual bool setDisplaySwitch(const QString &name, bool on);
 

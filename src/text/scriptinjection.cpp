@@ -44,7 +44,7 @@ void ScriptInjection::addJavaScript(const QVariant &functionName)
             if (m_surface.lastCallFailed())
                 return;
             if (!text.contains(name, Qt::CaseSensitive))
-                m_surface.setInnerHTML(block, text + QStringLiteral("\r\n") + script);
+                m_surface.setElementText(block, text + QStringLiteral("\r\n") + script);
         }
         return;
     }
@@ -53,9 +53,9 @@ void ScriptInjection::addJavaScript(const QVariant &functionName)
     if (element.isNull() || m_surface.lastCallFailed())
         return;
     m_surface.setAttribute(element, QStringLiteral("language"), QStringLiteral("JavaScript"));
-    m_surface.setInnerHTML(element, script);
-    // The walk from the selection ends at the HTML element; the lookup stops short of it,
-    // so the root of the body's path stands in when the lookup finds nothing.
+    m_surface.setElementText(element, script);
+    // The walk from the selection ends at the HTML element; with nothing selected there is
+    // no walk, and the body's parent is that element.
     Platform::Element html;
     if (m_selection.findSelectedElementByTag(QStringLiteral("HTML")))
         html = m_references.found;

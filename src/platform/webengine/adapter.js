@@ -476,6 +476,12 @@
             return true;
         },
         outerHTML: h => nodeFor(h).outerHTML,
+        // Text as given, line ends included: markup would be parsed, and the parser turns
+        // CR LF into LF.
+        setText: (h, text) => {
+            nodeFor(h).textContent = text;
+            return true;
+        },
         scrollPosition: () => {
             const el = scrollingElement();
             return el ? [el.scrollLeft, el.scrollTop] : [0, 0];

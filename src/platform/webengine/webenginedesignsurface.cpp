@@ -316,6 +316,11 @@ QString WebEngineDesignSurface::outerHTML(const Element &element)
     return callValue(QStringLiteral("outerHTML"), {element.toVariant()}).toString();
 }
 
+bool WebEngineDesignSurface::setElementText(const Element &element, const QString &text)
+{
+    return callBool(QStringLiteral("setText"), {element.toVariant(), text});
+}
+
 QRectF WebEngineDesignSurface::boundingRect(const Element &element)
 {
     const QVariantList r

@@ -99,6 +99,7 @@ public:
     QHash<int, int> queryStatus(const QList<int> &commandIds) override;
 
     // Display switches of the editing view; what they draw never reaches the markup.
+    bool setElementText(const Element &element, const QString &text) override;
     bool displaySwitch(const QString &name) override { return display(name); }
     bool setDisplaySwitch(const QString &name, bool on) override { return setDisplay(name, on); }
     bool showBorders() { return display(QStringLiteral("borders")); }
