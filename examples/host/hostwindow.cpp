@@ -79,6 +79,11 @@ void HostWindow::createFileMenu()
     action->setShortcut(QKeySequence::SaveAs);
 
     menu->addSeparator();
+    action = menu->addAction(QIcon::fromTheme(QStringLiteral("document-print")), tr("&Print..."),
+        this, [this] { m_editor->PrintHTML(); });
+    action->setShortcut(QKeySequence::Print);
+
+    menu->addSeparator();
     action = menu->addAction(
         QIcon::fromTheme(QStringLiteral("application-exit")), tr("&Quit"), this, &QWidget::close);
     action->setShortcut(QKeySequence::Quit);
