@@ -105,7 +105,7 @@
 
     // Below this many blocks a key press is fast anyway and the page renders exactly as
     // written; above it, skipping far blocks pays.
-    const SKIP_FAR_BLOCKS_FROM = 1000;
+    const SKIP_FAR_BLOCKS_FROM = 500;
     const BLOCK_TAG = /<(?:p|h[1-6]|li|div|tr|table|pre|blockquote|ul|ol|dl|dt|dd)[\s>]/gi;
 
     function countsAsLong(text) {
