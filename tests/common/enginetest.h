@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <memory>
+
 namespace VantryTest {
 
 // The design surface inside an editor, for tests that inspect the live document.
@@ -23,6 +25,20 @@ inline Vantry::Platform::WebEngineDesignSurface *surfaceOf(Vantry::HTMLEditorCom
 inline bool waitUntilReady(Vantry::HTMLEditorComponent &editor, int timeoutMs = 60000)
 {
     return QTest::qWaitFor([&editor] { return editor.isDocumentReady(); }, timeoutMs);
+}
+
+// Creates a shown editor, waits for its first document and hands out its surface; false
+// when either fails.
+inline bool startEditor(std::unique_ptr<Vantry::HTMLEditorComponent> &editor,
+    Vantry::Platform::WebEngineDesignSurface *&surface)
+{
+    editor = std::make_unique<Vantry::HTMLEditorComponent>();
+    editor->resize(800, 600);
+    editor->show();
+    if (!waitUntilReady(*editor))
+        return false;
+    surface = surfaceOf(*editor);
+    return surface != nullptr;
 }
 
 // Runs an adapter operation and returns its value; fails the test on error.

@@ -55,12 +55,7 @@ private:
 
 void tst_TextRanges::initTestCase()
 {
-    m_editor = std::make_unique<HTMLEditorComponent>();
-    m_editor->resize(800, 600);
-    m_editor->show();
-    QVERIFY(VantryTest::waitUntilReady(*m_editor));
-    m_surface = surfaceOf(*m_editor);
-    QVERIFY(m_surface);
+    QVERIFY(VantryTest::startEditor(m_editor, m_surface));
 }
 
 void tst_TextRanges::load(const QString &body)
