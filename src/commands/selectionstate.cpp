@@ -33,29 +33,14 @@ CommandStatusSource &noStatusSource()
 
 StatusSnapshot SurfaceStatusSource::queryStatus(const QList<int> &commandIds)
 {
-    using Platform::DesignSurface;
     StatusSnapshot snapshot;
-    snapshot.states = m_surface.queryStatus(commandIds);
+    QHash<int, QVariant> values;
+    snapshot.states = m_surface.queryStatus(commandIds, &values);
     snapshot.answered = !m_surface.lastCallFailed();
     if (!snapshot.answered)
         return snapshot;
-
-    const auto hasValue = [&snapshot](int commandId) {
-        const int state = snapshot.states.value(commandId, NotSupported);
-        return state == Enabled || state == Latched;
-    };
-    QVariant value;
-    if (commandIds.contains(DesignCommand::GetFontName) && hasValue(DesignCommand::GetFontName)
-        && m_surface.execCommand(
-            DesignCommand::GetFontName, DesignSurface::OptionDontPromptUser, {}, &value)) {
-        snapshot.fontName = value.toString();
-    }
-    value.clear();
-    if (commandIds.contains(DesignCommand::GetFontSize) && hasValue(DesignCommand::GetFontSize)
-        && m_surface.execCommand(
-            DesignCommand::GetFontSize, DesignSurface::OptionDontPromptUser, {}, &value)) {
-        snapshot.fontSize = value.toInt();
-    }
+    snapshot.fontName = values.value(DesignCommand::GetFontName).toString();
+    snapshot.fontSize = values.value(DesignCommand::GetFontSize).toInt();
     return snapshot;
 }
 

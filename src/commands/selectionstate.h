@@ -45,8 +45,7 @@ public:
 // A source that never answers, for an editor whose surface has not been connected yet.
 CommandStatusSource &noStatusSource();
 
-// The design surface's own answers. The font name and size cost a round trip each, and
-// only when the selection has one.
+// The design surface's own answers, the font name and size included, in one round trip.
 class SurfaceStatusSource final : public CommandStatusSource
 {
 public:

@@ -33,7 +33,7 @@ bool DesignSurface::setDisplaySwitch(const QString &name, bool)
     return false;
 }
 
-QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds)
+QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds, QHash<int, QVariant> *)
 {
     QHash<int, int> status;
     for (int id : commandIds)

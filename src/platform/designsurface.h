@@ -221,8 +221,11 @@ public:
     // block-format names). False when the command failed or is unknown.
     virtual bool execCommand(int commandId, int option = OptionDoDefault,
         const QVariant &argument = {}, QVariant *result = nullptr);
-    // The status of every command asked for, in one round trip.
-    virtual QHash<int, int> queryStatus(const QList<int> &commandIds);
+    // The status of every command asked for, in one round trip. With values given, the
+    // value of every reading command among them ("get..." commands: font name, size ...)
+    // whose state is enabled or latched comes back in the same trip.
+    virtual QHash<int, int> queryStatus(
+        const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr);
     int commandStatus(int commandId) { return queryStatus(QList<int>{commandId}).value(commandId); }
 
     // Editing aids drawn only while editing, never saved: "borders" (tables without a

@@ -183,6 +183,26 @@ void tst_CommandSet::statusComesForAllCommandsAtOnce()
     const QHash<int, int> inCell = m_surface->queryStatus(ids);
     QCOMPARE(inCell.value(InsertRow), 3);
     QCOMPARE(inCell.value(DeleteRows), 3);
+
+    // The font values come in the same answer, and only for commands that have one.
+    load(QStringLiteral("<p><font face=\"Courier New\" size=\"5\">mono</font> plain</p>"));
+    caretAt(QStringLiteral("mono"));
+    QHash<int, QVariant> values;
+    const QHash<int, int> withFont
+        = m_surface->queryStatus({Bold, GetFontName, GetFontSize}, &values);
+    QCOMPARE(withFont.value(GetFontName), 3);
+    QCOMPARE(values.value(GetFontName).toString(), QStringLiteral("Courier New"));
+    QCOMPARE(values.value(GetFontSize).toInt(), 5);
+    QVERIFY(!values.contains(Bold));
+
+    values.clear();
+    QVERIFY(m_surface
+                ->call(QStringLiteral("selectBetween"),
+                    {QStringLiteral("mono"), QStringLiteral("plain")})
+                .ok);
+    const QHash<int, int> mixed = m_surface->queryStatus({GetFontName}, &values);
+    QCOMPARE(mixed.value(GetFontName), 11);
+    QVERIFY(values.isEmpty());
 }
 
 void tst_CommandSet::boldTogglesTheSelection()

@@ -21,6 +21,7 @@
 
     const NOT_SUPPORTED = 0, DISABLED = 1, ENABLED = 3, LATCHED = 7, NINCHED = 11;
     V.status = { NOT_SUPPORTED, DISABLED, ENABLED, LATCHED, NINCHED };
+    const OPTION_DONT_PROMPT = 2;
 
     // ---- selection helpers -------------------------------------------------------------
 
@@ -563,21 +564,28 @@
         return value === undefined || value === true ? null : value;
     }
 
-    function commandStatus(ids) {
-        const out = [];
+    // With values, the reading commands that have something to read are read in the same
+    // call: the toolbar refresh then needs one round trip for the states and the font.
+    function commandStatus(ids, withValues) {
+        const states = [];
+        const values = {};
         for (const id of ids) {
             const command = commands.get(id);
             let state = NOT_SUPPORTED;
             if (command) {
                 try {
                     state = command.status ? command.status() : ENABLED;
+                    if (withValues && command.name.startsWith('get')
+                        && (state === ENABLED || state === LATCHED))
+                        values[id] = command.exec(OPTION_DONT_PROMPT);
                 } catch (e) {
                     state = DISABLED;
+                    delete values[id];
                 }
             }
-            out.push(state);
+            states.push(state);
         }
-        return out;
+        return { states: states, values: values };
     }
 
     // Delete on an element selected whole is the control selection's own DOM edit: it is
@@ -649,7 +657,7 @@
     V.inBody = inBody;
 
     V.register('commandExec', (id, option, argument) => commandExec(id, option, argument));
-    V.register('commandStatus', ids => commandStatus(ids || []));
+    V.register('commandStatus', (ids, withValues) => commandStatus(ids || [], !!withValues));
     V.register('commandName', id => (commands.has(id) ? commands.get(id).name : ''));
     // Inspection for tests: a computed style property, and a selection from the start of
     // one text to the end of another.

@@ -669,7 +669,8 @@ bool WebEngineDesignSurface::execCommand(
     return answer.ok;
 }
 
-QHash<int, int> WebEngineDesignSurface::queryStatus(const QList<int> &commandIds)
+QHash<int, int> WebEngineDesignSurface::queryStatus(
+    const QList<int> &commandIds, QHash<int, QVariant> *values)
 {
     QHash<int, int> status;
     QVariantList ids;
@@ -678,12 +679,22 @@ QHash<int, int> WebEngineDesignSurface::queryStatus(const QList<int> &commandIds
         ids.append(id);
         status.insert(id, StatusNotSupported);
     }
-    const QVariantList states
-        = callValue(QStringLiteral("commandStatus"), QVariantList{QVariant(ids)}).toList();
-    if (states.size() != commandIds.size())
+    const QVariantMap answer
+        = callValue(QStringLiteral("commandStatus"), QVariantList{QVariant(ids), values != nullptr})
+              .toMap();
+    const QVariantList states = answer.value(QStringLiteral("states")).toList();
+    if (states.size() != commandIds.size()) {
+        if (!lastCallFailed())
+            setLastError(QStringLiteral("The status answer does not match the question"));
         return status;
+    }
     for (qsizetype i = 0; i < commandIds.size(); ++i)
         status.insert(commandIds.at(i), states.at(i).toInt());
+    if (values) {
+        const QVariantMap read = answer.value(QStringLiteral("values")).toMap();
+        for (auto it = read.cbegin(); it != read.cend(); ++it)
+            values->insert(it.key().toInt(), it.value());
+    }
     return status;
 }
 

@@ -96,7 +96,8 @@ public:
     bool focusDocument() override;
     bool execCommand(int commandId, int option = OptionDoDefault, const QVariant &argument = {},
         QVariant *result = nullptr) override;
-    QHash<int, int> queryStatus(const QList<int> &commandIds) override;
+    QHash<int, int> queryStatus(
+        const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr) override;
 
     // Display switches of the editing view; what they draw never reaches the markup.
     bool setElementText(const Element &element, const QString &text) override;
