@@ -461,7 +461,7 @@ void tst_CommandSet::layering()
 void tst_CommandSet::displaySwitchesLeaveMarkupAlone()
 {
     load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table>"
-                        "<a name=\"here\"></a><p>text</p>"));
+                        "<a name=\"here\"></a><p>text<!-- note --> more<br>next</p>"));
     const QString markup = m_surface->documentHTML();
     const Element cell = m_surface->elementsByTagName(QStringLiteral("td")).first();
     QVERIFY(!m_surface->showBorders());
@@ -480,11 +480,42 @@ void tst_CommandSet::displaySwitchesLeaveMarkupAlone()
         {anchor.toVariant(), QStringLiteral("content"), QStringLiteral("::before")})
                 .toString()
                 .contains(QChar(0x2693)));
+    // Comments and line breaks get marks where they stand: the comment after "text", the
+    // break at the end of the first line, above the second.
+    const auto marks = [this] { return js(QStringLiteral("detailMarks"), {}).toList(); };
+    const QVariantList shown = marks();
+    QCOMPARE(shown.size(), 2);
+    const QVariantMap comment = shown.at(0).toMap();
+    const QVariantMap lineBreak = shown.at(1).toMap();
+    QCOMPARE(comment.value(QStringLiteral("kind")).toString(), QStringLiteral("comment"));
+    QCOMPARE(lineBreak.value(QStringLiteral("kind")).toString(), QStringLiteral("break"));
+    QVERIFY(comment.value(QStringLiteral("x")).toInt() > 0);
+    QVERIFY(
+        lineBreak.value(QStringLiteral("x")).toInt() > comment.value(QStringLiteral("x")).toInt());
+    QCOMPARE(
+        lineBreak.value(QStringLiteral("y")).toInt(), comment.value(QStringLiteral("y")).toInt());
+    QCOMPARE(m_surface->documentHTML(), markup);
+    QCOMPARE(js(QStringLiteral("undoDepth"), {}).toList().value(0).toInt(), 0);
+
+    // Marks follow edits within a frame, and undo.
+    const auto kinds = [&marks] {
+        QStringList out;
+        for (const QVariant &mark : marks())
+            out << mark.toMap().value(QStringLiteral("kind")).toString();
+        return out.join(QLatin1Char(' '));
+    };
+    QVERIFY(m_surface->setInnerHTML(
+        m_surface->elementsByTagName(QStringLiteral("p")).first(), QStringLiteral("a<br>b<br>c")));
+    QTRY_COMPARE(kinds(), QStringLiteral("break break"));
+    QVERIFY(m_surface->execCommand(Undo));
+    QTRY_COMPARE(kinds(), QStringLiteral("comment break"));
     QCOMPARE(m_surface->documentHTML(), markup);
 
     QVERIFY(m_surface->setShowBorders(false));
     QVERIFY(m_surface->setShowDetails(false));
     QVERIFY(m_surface->setSnapToGrid(false));
+    QVERIFY(marks().isEmpty());
+    QVERIFY(!m_surface->documentHTML().contains(QLatin1String("vantry-marks")));
     QCOMPARE(js(QStringLiteral("computedStyle"),
                  {cell.toVariant(), QStringLiteral("outline-style"), QString()})
                  .toString(),

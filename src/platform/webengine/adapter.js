@@ -8,6 +8,8 @@
         return;
 
     const EDITOR_BASE_ATTR = 'data-vantry-editor-base';
+    // Elements the editor adds after the body to draw editing aids; never saved.
+    const EDITOR_LAYER_ATTR = 'data-vantry-editor-layer';
 
     let host = null;              // the C++ notifier, once the channel is up
     const pending = [];           // notifications raised before the channel was up
@@ -84,7 +86,8 @@
                        'outline-offset: -1px; }');
         }
         if (display.details) {
-            // Marks for what a reader never sees: anchors, scripts and line breaks.
+            // Marks for what a reader never sees: anchors and scripts here; comments and
+            // line breaks have no box to style and are marked by marks.js.
             const mark = 'font: 9px sans-serif; color: #555; background: #ffd; ' +
                          'border: 1px solid #bb9; padding: 0 2px; margin: 0 1px; ' +
                          '-webkit-user-modify: read-only; user-select: none;';
@@ -285,6 +288,12 @@
         if (!root)
             return '';
         let html = root.outerHTML;
+        for (const layer of root.querySelectorAll(':scope > [' + EDITOR_LAYER_ATTR + ']')) {
+            const tag = layer.outerHTML;
+            const at = html.lastIndexOf(tag);
+            if (at >= 0)
+                html = html.slice(0, at) + html.slice(at + tag.length);
+        }
         const base = editorBase();
         let front = '';
         if (base) {
@@ -639,6 +648,7 @@
         generation: () => generation,
         scheduleDisplayChanged: () => scheduleDisplayChanged(true),
         display: display,
+        EDITOR_LAYER_ATTR: EDITOR_LAYER_ATTR,
     };
 
     function connect() {
