@@ -5,7 +5,7 @@
 #include "../common/enginetest.h"
 
 #include "control/appdirectory.h"
-#include "platform/scintilla/findreplacedialog.h"
+#include "platform/prompts/findreplacedialog.h"
 #include "platform/scintilla/gotolinedialog.h"
 #include "platform/scintilla/sourceeditor.h"
 #include "platform/scintilla/sourcetext.h"

@@ -1,6 +1,6 @@
 #include "platform/scintilla/sourceeditor.h"
 
-#include "platform/scintilla/findreplacedialog.h"
+#include "platform/prompts/findreplacedialog.h"
 #include "platform/scintilla/gotolinedialog.h"
 #include "platform/scintilla/sourcetext.h"
 
@@ -423,7 +423,7 @@ void SourceEditor::goToLine(int line)
 FindReplaceDialog *SourceEditor::findReplaceDialog()
 {
     if (!m_findDialog)
-        m_findDialog = new FindReplaceDialog(this);
+        m_findDialog = new FindReplaceDialog(*this, this);
     if (m_view->hasSelectedText() && !m_view->selectedText().contains(QLatin1Char('\n')))
         m_findDialog->setFindText(m_view->selectedText());
     return m_findDialog;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/searchtarget.h"
+
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
@@ -21,17 +23,12 @@ class ScintillaView;
 //
 // Lines and columns in this interface are counted from 1, as the position display shows
 // them; a column counts characters.
-class SourceEditor : public QWidget
+class SourceEditor : public QWidget, public SearchTarget
 {
     Q_OBJECT
 
 public:
-    struct SearchOptions
-    {
-        bool matchCase = false;
-        bool wholeWord = false;
-        bool backwards = false;
-    };
+    using SearchOptions = Platform::SearchOptions;
 
     explicit SourceEditor(QWidget *parent = nullptr);
     ~SourceEditor() override;
@@ -80,12 +77,15 @@ public:
     QString whitespaceCaption() const;
 
     // Selects the next occurrence after (or before) the selection, wrapping at the end.
-    bool findNext(const QString &text, const SearchOptions &options);
+    bool findNext(const QString &text, const SearchOptions &options) override;
+    bool canReplace() const override { return true; }
     // Replaces the selection when it is an occurrence of text, then selects the next one.
     // Returns whether there is a next one.
-    bool replaceNext(const QString &text, const QString &replacement, const SearchOptions &options);
+    bool replaceNext(
+        const QString &text, const QString &replacement, const SearchOptions &options) override;
     // Replaces every occurrence as one undo step; returns how many.
-    int replaceAll(const QString &text, const QString &replacement, const SearchOptions &options);
+    int replaceAll(
+        const QString &text, const QString &replacement, const SearchOptions &options) override;
     // Moves the caret to the start of the line, clamped to the text.
     void goToLine(int line);
 

@@ -1,4 +1,4 @@
-#include "platform/scintilla/findreplacedialog.h"
+#include "platform/prompts/findreplacedialog.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -21,9 +21,9 @@ QPushButton *button(const QString &caption, const char *objectName, QWidget *par
 
 } // namespace
 
-FindReplaceDialog::FindReplaceDialog(SourceEditor *editor)
-    : QDialog(editor)
-    , m_editor(editor)
+FindReplaceDialog::FindReplaceDialog(SearchTarget &target, QWidget *parent)
+    : QDialog(parent)
+    , m_target(target)
 {
     setModal(false);
 
@@ -82,12 +82,12 @@ FindReplaceDialog::FindReplaceDialog(SourceEditor *editor)
 
 void FindReplaceDialog::setReplaceMode(bool replace)
 {
-    m_replaceMode = replace;
-    setWindowTitle(replace ? QStringLiteral("Replace") : QStringLiteral("Find"));
+    m_replaceMode = replace && m_target.canReplace();
+    setWindowTitle(m_replaceMode ? QStringLiteral("Replace") : QStringLiteral("Find"));
     for (QWidget *widget :
         {static_cast<QWidget *>(m_replaceLabel), static_cast<QWidget *>(m_replace),
             static_cast<QWidget *>(m_replaceButton), static_cast<QWidget *>(m_replaceAllButton)})
-        widget->setVisible(replace);
+        widget->setVisible(m_replaceMode);
     m_status->clear();
     m_find->setFocus();
     m_find->selectAll();
@@ -108,25 +108,25 @@ void FindReplaceDialog::report(bool found)
     m_status->setText(found ? QString() : QStringLiteral("The text was not found."));
 }
 
-SourceEditor::SearchOptions FindReplaceDialog::options() const
+SearchOptions FindReplaceDialog::options() const
 {
     return {m_matchCase->isChecked(), m_wholeWord->isChecked(), m_searchUp->isChecked()};
 }
 
 void FindReplaceDialog::findNext()
 {
-    report(m_editor->findNext(m_find->text(), options()));
+    report(m_target.findNext(m_find->text(), options()));
 }
 
 void FindReplaceDialog::replace()
 {
-    report(m_editor->replaceNext(m_find->text(), m_replace->text(), options()));
+    report(m_target.replaceNext(m_find->text(), m_replace->text(), options()));
 }
 
 void FindReplaceDialog::replaceAll()
 {
     // Everything is replaced, whichever way the search would go.
-    const int count = m_editor->replaceAll(m_find->text(), m_replace->text(), options());
+    const int count = m_target.replaceAll(m_find->text(), m_replace->text(), options());
     if (count == 0)
         report(false);
     else if (count == 1)

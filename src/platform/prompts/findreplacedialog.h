@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/scintilla/sourceeditor.h"
+#include "platform/searchtarget.h"
 
 #include <QDialog>
 
@@ -11,14 +11,15 @@ class QPushButton;
 
 namespace Vantry::Platform {
 
-// The source editor's modeless find dialog; in replace mode it also offers replacing.
-// Its buttons call the editor's search units and report the outcome in the dialog.
+// A modeless find dialog over one view; in replace mode, for a target that can replace,
+// it also offers replacing. Its buttons call the target and report the outcome here.
 class FindReplaceDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    explicit FindReplaceDialog(SourceEditor *editor);
+    // The target outlives the dialog: it is the parent's, or the parent itself.
+    FindReplaceDialog(SearchTarget &target, QWidget *parent);
 
     void setReplaceMode(bool replace);
     bool isReplaceMode() const { return m_replaceMode; }
@@ -30,10 +31,10 @@ public:
     void replaceAll();
 
 private:
-    SourceEditor::SearchOptions options() const;
+    SearchOptions options() const;
     void report(bool found);
 
-    SourceEditor *m_editor;
+    SearchTarget &m_target;
     bool m_replaceMode = false;
     QLineEdit *m_find = nullptr;
     QLineEdit *m_replace = nullptr;
