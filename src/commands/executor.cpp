@@ -1,5 +1,6 @@
 #include "commands/executor.h"
 
+#include "commands/fontcommand.h"
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
@@ -69,18 +70,6 @@ bool PendingDialogLauncher::elementProperties()
 bool PendingDialogLauncher::spellCheck(const QString &)
 {
     return announce(QStringLiteral("Spell checking"));
-}
-
-bool PendingDialogLauncher::commandDialog(int designCommand)
-{
-    switch (designCommand) {
-    case DesignCommand::Font:
-        return announce(QStringLiteral("The font dialog"));
-    case DesignCommand::FindText:
-        return announce(QStringLiteral("The find dialog"));
-    default:
-        return false;
-    }
 }
 
 Executor::Executor(
@@ -169,7 +158,7 @@ bool Executor::dispatch(int number, const CommandEntry &entry)
         return false;
     case CommandAction::Plain:
         if (entry.option == DesignSurface::OptionPromptUser)
-            return m_dialogs->commandDialog(entry.platformCommand);
+            return promptedCommand(entry.platformCommand);
         return m_surface.execCommand(entry.platformCommand, entry.option);
     case CommandAction::ColorPick:
         return pickColor(entry);
@@ -222,6 +211,23 @@ bool Executor::pickColor(const CommandEntry &entry)
         return false;
     return m_surface.execCommand(
         entry.platformCommand, entry.option, color->name(QColor::HexRgb).toUpper());
+}
+
+// The surface shows no dialogs of its own: ours ask, then the commands run without
+// prompting.
+bool Executor::promptedCommand(int designCommand)
+{
+    switch (designCommand) {
+    case DesignCommand::Font:
+        return chooseFont(m_surface, prompts());
+    case DesignCommand::FindText:
+        // Finding selects and changes nothing.
+        if (m_hooks.showFindDialog)
+            m_hooks.showFindDialog();
+        return false;
+    default:
+        return false;
+    }
 }
 
 bool Executor::toggle(DisplaySwitch which, const QString &buttonKey)

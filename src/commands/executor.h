@@ -49,9 +49,6 @@ public:
     virtual bool cellProperties() = 0;
     virtual bool elementProperties() = 0;
     virtual bool spellCheck(const QString &bodyHtml) = 0;
-    // A command that asks the user first (font, find): the surface shows no dialogs of its
-    // own, so ours asks and then runs the command without prompting.
-    virtual bool commandDialog(int designCommand) = 0;
 };
 
 // Until the dialogs exist the user is told which one the command will open; nothing
@@ -70,7 +67,6 @@ public:
     bool cellProperties() override;
     bool elementProperties() override;
     bool spellCheck(const QString &bodyHtml) override;
-    bool commandDialog(int designCommand) override;
 
 private:
     bool announce(const QString &what);
@@ -108,6 +104,8 @@ public:
         std::function<bool(DisplaySwitch, bool)> setDisplaySwitch;
         // Where a picked image file goes before its path is written; unset keeps the path.
         std::function<QString(const QString &path)> placeImage;
+        // Shows the design view's find dialog.
+        std::function<void()> showFindDialog;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,
@@ -135,6 +133,7 @@ public:
 private:
     bool dispatch(int number, const CommandEntry &entry);
     bool pickColor(const CommandEntry &entry);
+    bool promptedCommand(int designCommand);
     bool toggle(DisplaySwitch which, const QString &buttonKey);
     bool absolutePosition();
     bool hyperlink();

@@ -16,7 +16,9 @@
 #include "control/settings.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
+#include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
+#include "text/designsearch.h"
 #include "text/findreplace.h"
 #include "text/printing.h"
 #include "text/scriptinjection.h"
@@ -64,6 +66,7 @@ public:
         int button, int shift, double x, double y);
     template <typename T> T *companion(QPointer<T> &slot) const;
     void attachStyle(clsStyle *style);
+    void showFindDialog();
 
     HTMLEditorComponent *q;
     Control::Settings settings;
@@ -88,6 +91,8 @@ public:
     std::unique_ptr<Commands::EditorToolbar> toolbarControls;
     bool firstCompletionHandled = false;
     QMetaObject::Connection focusConnection;
+    std::unique_ptr<Text::DesignSearch> designSearch;
+    QPointer<Platform::FindReplaceDialog> findDialog;
 
     mutable QPointer<clsContextMenu> contextMenu;
     mutable QPointer<clsToolbar> toolbar;
@@ -168,6 +173,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         if (QAction *button = toolbarControls->buttons().button(key))
             button->setToolTip(toolTip);
     };
+    designSearch = std::make_unique<Text::DesignSearch>(*surface);
+    executorHooks.showFindDialog = [this] { showFindDialog(); };
     executor = std::make_unique<Commands::Executor>(
         *surface, *selection, references, std::move(executorHooks));
     Commands::ContextMenus::Hooks menuHooks;
@@ -249,6 +256,22 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     });
     focusConnection = QObject::connect(qApp, &QApplication::focusChanged, q,
         [this](QWidget *, QWidget *now) { onFocusChanged(now); });
+}
+
+// The design view's find dialog is modeless and kept once made; it starts from the
+// selected text when there is a short one.
+void HTMLEditorComponent::Private::showFindDialog()
+{
+    if (!findDialog)
+        findDialog = new Platform::FindReplaceDialog(*designSearch, q);
+    const QString selected = surface->rangeText(surface->selectionRange());
+    if (!surface->lastCallFailed() && !selected.isEmpty() && selected.size() < 100
+        && !selected.contains(QLatin1Char('\n')))
+        findDialog->setFindText(selected);
+    findDialog->setReplaceMode(false);
+    findDialog->show();
+    findDialog->raise();
+    findDialog->activateWindow();
 }
 
 HTMLEditorComponent::Private::~Private()

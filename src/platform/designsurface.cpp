@@ -22,6 +22,12 @@ bool DesignSurface::setElementText(const Element &, const QString &)
     return false;
 }
 
+bool DesignSurface::findNext(const QString &, const SearchOptions &)
+{
+    setLastError(QStringLiteral("Finding is not supported"));
+    return false;
+}
+
 bool DesignSurface::displaySwitch(const QString &)
 {
     return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/searchtarget.h"
 #include "platform/textrange.h"
 
 #include <QHash>
@@ -149,6 +150,11 @@ public:
     virtual bool findText(const TextRange &range, const QString &text) = 0;
     // Makes the range the document's selection.
     virtual bool selectRange(const TextRange &range) = 0;
+
+    // The find dialog's search: selects the next hit after the selection (before it when
+    // searching backwards), going round the document once, and scrolls it into view. No
+    // hit leaves the selection as it was.
+    virtual bool findNext(const QString &text, const SearchOptions &options);
 
     // Replacing every hit in the body or the selection, in one step.
     enum class ReplaceScope

@@ -3,6 +3,7 @@
 
 #include "commands/commandtables.h"
 #include "commands/contextmenus.h"
+#include "platform/prompts/fontchoice.h"
 
 #include <VantryHTMLEditor/CompanionObjects.h>
 
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void tableMarkup();
     void imageMarkup_data();
     void imageMarkup();
+    void fontDialogSizesAndColours();
     void contextMenuEntries_data();
     void contextMenuEntries();
     void customItemsFollowTheBuiltInOnes();
@@ -314,6 +316,28 @@ QStringList join(std::initializer_list<QStringList> parts)
 }
 
 } // namespace
+
+void tst_CommandTables::fontDialogSizesAndColours()
+{
+    using namespace Vantry::Platform;
+    // Every HTML size survives the trip through the dialog's point sizes; points in
+    // between go to the nearest size.
+    for (int size = 1; size <= 7; ++size)
+        QCOMPARE(htmlSizeForPointSize(pointSizeForHtmlSize(size)), size);
+    QCOMPARE(pointSizeForHtmlSize(0), 0);
+    QCOMPARE(pointSizeForHtmlSize(8), 0);
+    QCOMPARE(htmlSizeForPointSize(0), 0);
+    QCOMPARE(htmlSizeForPointSize(11), 2);
+    QCOMPARE(htmlSizeForPointSize(72), 7);
+    QCOMPARE(htmlSizeForPointSize(6), 1);
+
+    QCOMPARE(colorFromCss(QStringLiteral("rgb(0, 128, 255)")), QColor(0, 128, 255));
+    QCOMPARE(colorFromCss(QStringLiteral(" rgba(1,2,3,0.5) ")).alpha(), 128);
+    QCOMPARE(colorFromCss(QStringLiteral("#0f0")), QColor(0, 255, 0));
+    QCOMPARE(colorFromCss(QStringLiteral("navy")), QColor(0, 0, 128));
+    QVERIFY(!colorFromCss(QString()).isValid());
+    QVERIFY(!colorFromCss(QStringLiteral("rgb(1, 2)")).isValid());
+}
 
 void tst_CommandTables::contextMenuEntries_data()
 {

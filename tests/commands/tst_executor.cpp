@@ -10,6 +10,7 @@
 #include "commands/contextmenus.h"
 #include "commands/executor.h"
 #include "commands/selectionaccess.h"
+#include "platform/prompts/findreplacedialog.h"
 
 using namespace Vantry;
 using namespace Vantry::Commands;
@@ -73,6 +74,8 @@ private Q_SLOTS:
     void secondTableFormAppendsToTheBody();
     void imageFromArguments();
     void imageWithoutSourceAndCancelledPickerInsertsNothing();
+    void fontDialogShowsAndAppliesTheSelectionsFont();
+    void findDialogOpensOnTheSelectedText();
     void dialogCommandsSayWhatIsComing_data();
     void dialogCommandsSayWhatIsComing();
     void hyperlinkWrapsAndUnwraps();
@@ -536,6 +539,83 @@ void tst_Executor::imageWithoutSourceAndCancelledPickerInsertsNothing()
     QVERIFY(m_editor->isDirty());
 }
 
+void tst_Executor::fontDialogShowsAndAppliesTheSelectionsFont()
+{
+    using Platform::FontChoice;
+    load(QStringLiteral("<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
+                        "</font> plain</p>"));
+    m_surface->useElementFormatting();
+    select(QStringLiteral("styled"));
+
+    // Cancelled: nothing changes.
+    m_prompts->fonts.enqueue(std::nullopt);
+    const QString before = body();
+    m_editor->Font();
+    QCOMPARE(m_prompts->fontsShown.size(), 1);
+    const FontChoice shown = m_prompts->fontsShown.first();
+    QCOMPARE(shown.family, QStringLiteral("Courier New"));
+    QCOMPARE(shown.htmlSize, 5);
+    QCOMPARE(shown.color, QColor(0, 0x80, 0));
+    QVERIFY(shown.bold);
+    QVERIFY(!shown.italic);
+    QCOMPARE(body(), before);
+    QVERIFY(!m_editor->isDirty());
+
+    // Only what the user changed is applied: the face stays, bold goes, italic and
+    // underline come, the size and colour change.
+    FontChoice chosen = shown;
+    chosen.htmlSize = 2;
+    chosen.color = QColor(0xff, 0, 0);
+    chosen.bold = false;
+    chosen.italic = true;
+    chosen.underline = true;
+    m_prompts->fonts.enqueue(chosen);
+    m_editor->Font();
+    QVERIFY(m_editor->isDirty());
+    const QString html = body().toLower();
+    QVERIFY2(!html.contains(QLatin1String("<b>")), qPrintable(html));
+    QVERIFY2(html.contains(QLatin1String("<i>")) && html.contains(QLatin1String("<u>")),
+        qPrintable(html));
+    QVERIFY2(html.contains(QLatin1String("size=\"2\"")), qPrintable(html));
+    QVERIFY2(html.contains(QLatin1String("#ff0000")), qPrintable(html));
+    QVERIFY2(html.contains(QLatin1String("courier new")), qPrintable(html));
+
+    // The dialog reads the result back as the user left it.
+    select(QStringLiteral("styled"));
+    m_prompts->fonts.enqueue(std::nullopt);
+    m_editor->Font();
+    const FontChoice after = m_prompts->fontsShown.last();
+    QCOMPARE(after.family, QStringLiteral("Courier New"));
+    QCOMPARE(after.htmlSize, 2);
+    QCOMPARE(after.color, QColor(0xff, 0, 0));
+    QVERIFY(!after.bold);
+    QVERIFY(after.italic);
+    QVERIFY(after.underline);
+    QVERIFY(m_prompts->unexpected.isEmpty());
+}
+
+void tst_Executor::findDialogOpensOnTheSelectedText()
+{
+    load(QStringLiteral("<p>needle in a haystack, another needle</p>"));
+    select(QStringLiteral("needle"));
+    m_editor->Find();
+    auto *dialog = m_editor->findChild<Platform::FindReplaceDialog *>();
+    QVERIFY(dialog);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!dialog->isReplaceMode());
+    dialog->findNext();
+    QCOMPARE(dialog->statusText(), QString());
+    QCOMPARE(m_surface->rangeText(m_surface->selectionRange()), QStringLiteral("needle"));
+    QCOMPARE(m_surface->bodyInnerText().indexOf(QLatin1String("another")) + 8, [this] {
+        const TextRange range = m_surface->selectionRange();
+        const QString hit = m_surface->rangeText(range);
+        m_surface->moveRangeStart(range, Platform::TextUnit::TextEdit, -1);
+        return m_surface->rangeText(range).size() - hit.size();
+    }());
+    QVERIFY(!m_editor->isDirty());
+    dialog->close();
+}
+
 void tst_Executor::dialogCommandsSayWhatIsComing_data()
 {
     QTest::addColumn<EditorMethod>("method");
@@ -545,8 +625,6 @@ void tst_Executor::dialogCommandsSayWhatIsComing_data()
     QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
     QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
     QTest::newRow("SpellCheck") << &HTMLEditorComponent::SpellCheck;
-    QTest::newRow("Font") << &HTMLEditorComponent::Font;
-    QTest::newRow("Find") << &HTMLEditorComponent::Find;
 }
 
 void tst_Executor::dialogCommandsSayWhatIsComing()

@@ -23,7 +23,8 @@ public:
         OpenFile,
         SaveFile,
         Color,
-        Print
+        Print,
+        Font
     };
 
     struct Shown
@@ -41,6 +42,9 @@ public:
     QQueue<std::optional<QColor>> colors;
     // A print dialog answered with a path prints to that PDF file.
     QQueue<QString> printFiles;
+    // Each font dialog's answer; what it was shown lands in fontsShown.
+    QQueue<std::optional<Vantry::Platform::FontChoice>> fonts;
+    QList<Vantry::Platform::FontChoice> fontsShown;
 
     // The texts of the prompts of one kind, in order.
     QStringList texts(Kind kind) const
@@ -96,6 +100,18 @@ public:
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(printFiles.dequeue());
         return true;
+    }
+
+    std::optional<Vantry::Platform::FontChoice> font(
+        const Vantry::Platform::FontChoice &initial) override
+    {
+        shown.append({Kind::Font, {}, {}});
+        fontsShown.append(initial);
+        if (fonts.isEmpty()) {
+            unexpected.append(QStringLiteral("font"));
+            return std::nullopt;
+        }
+        return fonts.dequeue();
     }
 
 private:

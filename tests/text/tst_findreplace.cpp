@@ -28,6 +28,7 @@ private Q_SLOTS:
     void replaceInSelectionStaysInside();
     void replaceAllInSelection();
     void aLookupEndsTheSearch();
+    void findDialogSearchesWithItsOptions();
 
 private:
     void load(const QString &body);
@@ -250,3 +251,52 @@ void tst_FindReplace::aLookupEndsTheSearch()
 
 QTEST_MAIN(tst_FindReplace)
 #include "tst_findreplace.moc"
+
+void tst_FindReplace::findDialogSearchesWithItsOptions()
+{
+    // The dialog's search goes on from the selection, honours case, whole words and
+    // direction, goes round the end, and leaves the selection alone when nothing is found.
+    load(QStringLiteral("<p>Cat catalogue</p><p>the <b>cat</b> sat</p><p>CAT</p><p>x<br>cat</p>"));
+    const auto hitContext = [this] {
+        const TextRange range = m_surface->selectionRange();
+        return textUpToSelectionEnd().size() - m_surface->rangeText(range).size();
+    };
+    select(QStringLiteral("sat"));
+    const QString all = m_surface->bodyInnerText();
+    const auto startOf
+        = [&all](const QString &needle, int from = 0) { return int(all.indexOf(needle, from)); };
+
+    Platform::SearchOptions options;
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(selectedText(), QStringLiteral("CAT"));
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(hitContext(), all.lastIndexOf(QLatin1String("cat")));
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(hitContext(), startOf(QStringLiteral("Cat")));
+
+    options.matchCase = true;
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(hitContext(), startOf(QStringLiteral("catalogue")));
+
+    options.wholeWord = true;
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(hitContext(), startOf(QStringLiteral("cat sat")));
+    QCOMPARE(selectedText(), QStringLiteral("cat"));
+
+    options.matchCase = false;
+    options.backwards = true;
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(hitContext(), startOf(QStringLiteral("Cat")));
+    // Round the start to the last hit; a line break ends a word as a block does.
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(hitContext(), all.lastIndexOf(QLatin1String("cat")));
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(selectedText(), QStringLiteral("CAT"));
+
+    QVERIFY(!m_surface->findNext(QStringLiteral("dog"), options));
+    QVERIFY(!m_surface->lastCallFailed());
+    QCOMPARE(selectedText(), QStringLiteral("CAT"));
+    options.wholeWord = true;
+    QVERIFY(!m_surface->findNext(QStringLiteral("catal"), options));
+    QCOMPARE(selectedText(), QStringLiteral("CAT"));
+}

@@ -1,5 +1,7 @@
 #include "platform/prompts/userprompts.h"
 
+#include "platform/prompts/fontdialog.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -88,6 +90,14 @@ bool WidgetPrompts::printSetup(QPrinter &printer)
 {
     QPrintDialog dialog(&printer, window());
     return dialog.exec() == QDialog::Accepted;
+}
+
+std::optional<FontChoice> WidgetPrompts::font(const FontChoice &initial)
+{
+    FontDialog dialog(initial, window());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.choice();
 }
 
 } // namespace Vantry::Platform

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/prompts/fontchoice.h"
+
 #include <QColor>
 #include <QPointer>
 #include <QString>
@@ -52,6 +54,8 @@ public:
         = 0;
     // The print dialog, setting up printer; false when the user cancels.
     virtual bool printSetup(QPrinter &printer) = 0;
+    // The font dialog, starting from initial; nothing when the user cancels.
+    virtual std::optional<FontChoice> font(const FontChoice &initial) = 0;
 };
 
 // The prompts of a desktop session: QMessageBox, QFileDialog, QColorDialog and QPrintDialog, modal
@@ -70,6 +74,7 @@ public:
         const QString &title, const QString &filter, const QString &directory) override;
     std::optional<QColor> color(const QColor &initial, const QString &title) override;
     bool printSetup(QPrinter &printer) override;
+    std::optional<FontChoice> font(const FontChoice &initial) override;
 
 private:
     QWidget *window() const;

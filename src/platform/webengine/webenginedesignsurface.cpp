@@ -108,7 +108,7 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
     page->scripts().insert(adapterScript(QStringLiteral("vantry-ranges"),
         resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
-    for (const char *name : {"commands", "tables", "positioning", "marks"}) {
+    for (const char *name : {"commands", "tables", "positioning", "marks", "find"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
@@ -696,6 +696,12 @@ QHash<int, int> WebEngineDesignSurface::queryStatus(
             values->insert(it.key().toInt(), it.value());
     }
     return status;
+}
+
+bool WebEngineDesignSurface::findNext(const QString &text, const SearchOptions &options)
+{
+    return callBool(QStringLiteral("findNext"),
+        {text, options.matchCase, options.wholeWord, options.backwards});
 }
 
 bool WebEngineDesignSurface::display(const QString &name)

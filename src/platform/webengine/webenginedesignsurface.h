@@ -96,6 +96,7 @@ public:
     bool focusDocument() override;
     bool execCommand(int commandId, int option = OptionDoDefault, const QVariant &argument = {},
         QVariant *result = nullptr) override;
+    bool findNext(const QString &text, const SearchOptions &options) override;
     QHash<int, int> queryStatus(
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr) override;
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/prompts/fontchoice.h"
+
+#include <optional>
+
+namespace Vantry::Platform {
+class DesignSurface;
+class UserPrompts;
+} // namespace Vantry::Platform
+
+namespace Vantry::Commands {
+
+// The selection's font as the font dialog shows it, read in one round trip; nothing when
+// the surface cannot say.
+std::optional<Platform::FontChoice> selectionFont(Platform::DesignSurface &surface);
+
+// Runs the formatting commands that turn before into after, and only those; returns
+// whether any of them changed the document.
+bool applyFontChoice(Platform::DesignSurface &surface, const Platform::FontChoice &before,
+    const Platform::FontChoice &after);
+
+// The font dialog's command: shows the selection's font and applies what the user chose.
+bool chooseFont(Platform::DesignSurface &surface, Platform::UserPrompts &prompts);
+
+} // namespace Vantry::Commands
