@@ -174,6 +174,12 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
             button->setToolTip(toolTip);
     };
     designSearch = std::make_unique<Text::DesignSearch>(*surface);
+    // Ctrl+F in the design view; the source editor has its own.
+    auto *findAction = new QAction(QStringLiteral("Find..."), surface->widget());
+    findAction->setShortcut(QKeySequence::Find);
+    findAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    surface->widget()->addAction(findAction);
+    QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
     executorHooks.showFindDialog = [this] { showFindDialog(); };
     executor = std::make_unique<Commands::Executor>(
         *surface, *selection, references, std::move(executorHooks));

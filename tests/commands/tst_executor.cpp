@@ -614,6 +614,17 @@ void tst_Executor::findDialogOpensOnTheSelectedText()
     }());
     QVERIFY(!m_editor->isDirty());
     dialog->close();
+
+    // Ctrl+F in the design view opens the same dialog again.
+    QAction *findKey = nullptr;
+    for (QAction *action : m_surface->widget()->actions()) {
+        if (action->shortcut() == QKeySequence(QKeySequence::Find))
+            findKey = action;
+    }
+    QVERIFY(findKey);
+    findKey->trigger();
+    QVERIFY(dialog->isVisible());
+    dialog->close();
 }
 
 void tst_Executor::dialogCommandsSayWhatIsComing_data()
