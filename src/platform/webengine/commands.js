@@ -126,7 +126,18 @@
     };
 
     // One value for the whole selection, or null when the selected text disagrees.
+    // While a status query runs, each reading is taken once: a reading command's state and
+    // its value come from the same walk over the selection.
+    let readings = null;
     function commonValue(read) {
+        if (!readings)
+            return readCommonValue(read);
+        if (!readings.has(read))
+            readings.set(read, readCommonValue(read));
+        return readings.get(read);
+    }
+
+    function readCommonValue(read) {
         const r = selectionRange();
         if (!r || !inBody(r.startContainer))
             return undefined;
@@ -142,6 +153,10 @@
                 return null;
         }
         return value;
+    }
+
+    function computedColor(el) {
+        return getComputedStyle(el).color;
     }
 
     function firstFamily(el) {
@@ -502,7 +517,7 @@
         return v === undefined ? DISABLED : v === null ? NINCHED : ENABLED;
     });
     defineCommand(5015, 'getForeColor', () => {
-        const v = commonValue(el => getComputedStyle(el).color);
+        const v = commonValue(computedColor);
         return v || '';
     }, needsSelection);
     defineCommand(5010, 'getBackColor', () => document.queryCommandValue('hiliteColor'),
@@ -569,6 +584,16 @@
     function commandStatus(ids, withValues) {
         const states = [];
         const values = {};
+        readings = new Map();
+        try {
+            collectStatus(ids, withValues, states, values);
+        } finally {
+            readings = null;
+        }
+        return { states: states, values: values };
+    }
+
+    function collectStatus(ids, withValues, states, values) {
         for (const id of ids) {
             const command = commands.get(id);
             let state = NOT_SUPPORTED;
@@ -585,7 +610,6 @@
             }
             states.push(state);
         }
-        return { states: states, values: values };
     }
 
     // Delete on an element selected whole is the control selection's own DOM edit: it is
