@@ -18,6 +18,7 @@
 #include "platform/designsurface.h"
 #include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
+#include "platform/scintilla/sourceeditor.h"
 #include "text/designsearch.h"
 #include "text/findreplace.h"
 #include "text/printing.h"
@@ -62,6 +63,7 @@ public:
     void applyEnabled();
     void onDocumentComplete();
     void onFocusChanged(QWidget *now);
+    void onDocumentEdited();
     void raiseMouse(void (HTMLEditorComponent::*signal)(qint16 &, qint16 &, float &, float &),
         int button, int shift, double x, double y);
     template <typename T> T *companion(QPointer<T> &slot) const;
@@ -236,13 +238,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         if (!focus.hasFocus())
             surface->focusDocument();
     });
-    QObject::connect(surface, &DesignSurface::contentChanged, q, [this] {
-        Q_EMIT this->q->HTMLChanged();
-        // Content changes, not key presses (a caret move is no edit), make the document
-        // dirty.
-        if (!settings.isDirty)
-            this->q->setisDirty(true);
-    });
+    // Content changes, not key presses (a caret move is no edit), make the document dirty.
+    QObject::connect(surface, &DesignSurface::contentChanged, q, [this] { onDocumentEdited(); });
+    QObject::connect(
+        sourceView->editor(), &Platform::SourceEditor::edited, q, [this] { onDocumentEdited(); });
     QObject::connect(
         surface, &DesignSurface::mouseDown, q, [this](int b, int s, double x, double y) {
             raiseMouse(&HTMLEditorComponent::MouseDown, b, s, x, y);
@@ -319,6 +318,13 @@ void HTMLEditorComponent::Private::onFocusChanged(QWidget *now)
         Q_EMIT q->EnterFocus();
     else if (!inside && focus.leave())
         Q_EMIT q->ExitFocus();
+}
+
+void HTMLEditorComponent::Private::onDocumentEdited()
+{
+    Q_EMIT q->HTMLChanged();
+    if (!settings.isDirty)
+        q->setisDirty(true);
 }
 
 void HTMLEditorComponent::Private::onDocumentComplete()

@@ -1,8 +1,10 @@
 // The source view on the real engine and the real QScintilla: switching between the views
-// and carrying the document both ways, the position display, the editor's own commands and
-// dialogs, and its files under the application directory.
+// and carrying the document both ways, edits while the source shows, the position
+// display, the editor's own commands and dialogs, tag completion, and its files under the
+// application directory.
 
 #include "../common/enginetest.h"
+#include "../common/recordingprompts.h"
 
 #include "control/appdirectory.h"
 #include "platform/prompts/findreplacedialog.h"
@@ -70,6 +72,10 @@ private Q_SLOTS:
     void styleSheetLinksStandBeforeTheEndOfHead();
     void enabledReachesTheSourceEditor();
 
+    // Edits while the source shows.
+    void sourceEditsAreChangesAndLoadsAreNot_data();
+    void sourceEditsAreChangesAndLoadsAreNot();
+
     // The position display.
     void positionDisplayFollowsTheCaret();
 
@@ -84,6 +90,8 @@ private Q_SLOTS:
     void findDialogSearchesBothWays();
     void replaceAllDoesNotSearchItsOwnReplacements();
     void goToLineDialogMovesTheCaret();
+    void tagListOpensForTagNamesOrWhenAsked_data();
+    void tagListOpensForTagNamesOrWhenAsked();
 
     // Files under the application directory.
     void applicationDirectoryDropsOneSeparatorAndExists_data();
@@ -116,17 +124,24 @@ private:
     bool sourceShows() const;
 
     std::unique_ptr<QWidget> m_window;
+    QLineEdit *m_host = nullptr; // a host widget before the editor in the tab chain
     HTMLEditorComponent *m_editor = nullptr;
+    VantryTest::RecordingPrompts *m_prompts = nullptr; // owned by the editor
 };
 
 void tst_SourceView::initTestCase()
 {
     m_window = std::make_unique<QWidget>();
+    m_host = new QLineEdit(m_window.get());
+    m_host->setGeometry(0, 0, 900, 30);
     m_editor = new HTMLEditorComponent(m_window.get());
-    m_window->resize(900, 600);
-    m_editor->resize(900, 600);
+    m_editor->setGeometry(0, 30, 900, 600);
+    m_window->resize(900, 630);
+    auto prompts = std::make_unique<VantryTest::RecordingPrompts>();
+    m_prompts = prompts.get();
+    m_editor->setUserPrompts(std::move(prompts));
     m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     QVERIFY(VantryTest::waitUntilReady(*m_editor));
 }
 
@@ -140,6 +155,10 @@ void tst_SourceView::init()
 
 void tst_SourceView::cleanup()
 {
+    if (scintilla()->isListActive())
+        scintilla()->cancelList();
+    m_prompts->answers.clear();
+    m_prompts->shown.clear();
     m_editor->ToggleDesignSourceView(QStringLiteral("design"));
     const auto dialogs = editor()->findChildren<QDialog *>();
     for (QDialog *dialog : dialogs)
@@ -296,6 +315,83 @@ void tst_SourceView::enabledReachesTheSourceEditor()
     QVERIFY(!surfaceOf(*m_editor)->isEditable());
     m_editor->setEditorEnabled(true);
     QVERIFY(editor()->isEnabled());
+}
+
+void tst_SourceView::sourceEditsAreChangesAndLoadsAreNot_data()
+{
+    QTest::addColumn<QString>("edit");
+    QTest::newRow("typing") << "typing";
+    QTest::newRow("paste") << "paste";
+    QTest::newRow("undo") << "undo";
+    QTest::newRow("redo") << "redo";
+    QTest::newRow("replace all") << "replace all";
+    QTest::newRow("comment") << "comment";
+}
+
+void tst_SourceView::sourceEditsAreChangesAndLoadsAreNot()
+{
+    QFETCH(QString, edit);
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("page.html"));
+    QVERIFY(writeFile(file, "<html><body><p>from file</p></body></html>"));
+    m_editor->setisDirty(false);
+    QSignalSpy changed(m_editor, &HTMLEditorComponent::HTMLChanged);
+
+    // Text the editor is given is no edit: switching, loading while the source shows, and
+    // opening a file while it shows.
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    m_editor->setSetHtmlSource(QStringLiteral("<p>loaded</p>"));
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    m_editor->FileOpen(file);
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    QVERIFY(editor()->text().contains(QStringLiteral("from file")));
+    QCOMPARE(changed.count(), 0);
+    QVERIFY(!m_editor->isDirty());
+
+    scintilla()->setFocus();
+    if (edit == QLatin1String("undo") || edit == QLatin1String("redo")) {
+        QTest::keyClicks(scintilla(), QStringLiteral("x"));
+        if (edit == QLatin1String("redo"))
+            choose("mnuUndo");
+        m_editor->setisDirty(false);
+        changed.clear();
+    }
+
+    const QString before = editor()->text();
+    if (edit == QLatin1String("typing")) {
+        QTest::keyClicks(scintilla(), QStringLiteral("abc"));
+        QCOMPARE(changed.count(), 3);
+    } else if (edit == QLatin1String("paste")) {
+        editor()->select(1, 1, 1, 4);
+        choose("mnuCopy");
+        editor()->setCaretPosition(1, 1);
+        choose("mnuPaste");
+    } else if (edit == QLatin1String("undo")) {
+        choose("mnuUndo");
+    } else if (edit == QLatin1String("redo")) {
+        choose("mnuRedo");
+    } else if (edit == QLatin1String("replace all")) {
+        choose("mnuReplace");
+        auto *dialog = editor()->findChild<Platform::FindReplaceDialog *>();
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("p"));
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("P"));
+        dialog->findChild<QPushButton *>(QStringLiteral("cmdReplaceAll"))->click();
+        // One step, one change, however many hits.
+        QCOMPARE(changed.count(), 1);
+    } else if (edit == QLatin1String("comment")) {
+        choose("mnuCommentSelection");
+        QCOMPARE(changed.count(), 1);
+    }
+    QVERIFY(editor()->text() != before);
+    QVERIFY(changed.count() >= 1);
+    QVERIFY(m_editor->isDirty());
+
+    // Replacing the document now asks first.
+    m_prompts->answers.enqueue(Platform::UserPrompts::Answer::Cancel);
+    m_editor->FileNew();
+    QCOMPARE(m_prompts->texts(VantryTest::RecordingPrompts::Kind::Question).size(), 1);
+    QVERIFY(!m_editor->DesignViewActive());
+    QVERIFY(m_editor->isDirty());
 }
 
 void tst_SourceView::positionDisplayFollowsTheCaret()
@@ -522,6 +618,36 @@ void tst_SourceView::goToLineDialogMovesTheCaret()
     dialog->setLine(1);
     dialog->reject();
     QCOMPARE(editor()->caretLine(), 3);
+}
+
+void tst_SourceView::tagListOpensForTagNamesOrWhenAsked_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("ask");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("word in text") << "a tab" << false << "a tab\n";
+    QTest::newRow("text after a tag") << "<p>ta" << false << "<p>ta\n";
+    QTest::newRow("attribute name") << "<td wi" << false << "<td wi\n";
+    QTest::newRow("tag name") << "<ta" << false << "<table";
+    QTest::newRow("closing tag name") << "</ta" << false << "</table";
+    QTest::newRow("asked for") << "a ta" << true << "a table";
+    QTest::newRow("asked for, nothing fits") << "zq" << true << "zq\n";
+}
+
+void tst_SourceView::tagListOpensForTagNamesOrWhenAsked()
+{
+    QFETCH(QString, typed);
+    QFETCH(bool, ask);
+    QFETCH(QString, expected);
+    editor()->loadMemberList(QString());
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    editor()->setText(QString());
+    scintilla()->setFocus();
+    QTest::keyClicks(scintilla(), typed);
+    if (ask)
+        QTest::keyClick(scintilla(), Qt::Key_Space, Qt::ControlModifier);
+    QTest::keyClick(scintilla(), Qt::Key_Return);
+    QCOMPARE(editor()->text(), expected);
 }
 
 void tst_SourceView::applicationDirectoryDropsOneSeparatorAndExists_data()

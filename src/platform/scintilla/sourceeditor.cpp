@@ -11,11 +11,14 @@
 #include <QContextMenuEvent>
 #include <QFile>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace Vantry::Platform {
 
@@ -60,6 +63,7 @@ public:
     using QsciScintilla::QsciScintilla;
 
     std::function<void(const QPoint &)> contextMenuRequested;
+    std::function<void()> completionRequested;
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override
@@ -68,6 +72,41 @@ protected:
             contextMenuRequested(event->globalPos());
         event->accept();
     }
+
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() == Qt::Key_Space && event->modifiers() == Qt::ControlModifier
+            && completionRequested) {
+            completionRequested();
+            event->accept();
+            return;
+        }
+        QsciScintilla::keyPressEvent(event);
+    }
+};
+
+// Changes made between construction and destruction make one undo step and count as one
+// edit.
+class SourceEditor::EditStep
+{
+public:
+    explicit EditStep(SourceEditor &editor)
+        : m_editor(editor)
+    {
+        ++m_editor.m_stepDepth;
+        m_editor.m_view->beginUndoAction();
+    }
+    ~EditStep()
+    {
+        m_editor.m_view->endUndoAction();
+        if (--m_editor.m_stepDepth == 0 && std::exchange(m_editor.m_stepChanged, false))
+            Q_EMIT m_editor.edited();
+    }
+    EditStep(const EditStep &) = delete;
+    EditStep &operator=(const EditStep &) = delete;
+
+private:
+    SourceEditor &m_editor;
 };
 
 namespace {
@@ -83,6 +122,7 @@ SourceEditor::SourceEditor(QWidget *parent)
     m_view = new ScintillaView(this);
     m_view->setObjectName(QStringLiteral("HTMLSourceText"));
     m_view->contextMenuRequested = [this](const QPoint &pos) { showContextMenu(pos); };
+    m_view->completionRequested = [this] { showTagList(); };
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
@@ -95,6 +135,9 @@ SourceEditor::SourceEditor(QWidget *parent)
 
     connect(m_view, &QsciScintilla::cursorPositionChanged, this,
         [this](int line, int index) { Q_EMIT caretMoved(line + 1, index + 1); });
+    connect(m_view, &QsciScintillaBase::SCN_MODIFIED, this,
+        [this](int, int modificationType) { textModified(modificationType); });
+    connect(m_view, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::charAdded);
 
     createContextMenu();
     configure();
@@ -132,7 +175,8 @@ void SourceEditor::configure()
     m_view->setWhitespaceVisibility(QsciScintilla::WsInvisible);
 
     m_view->setAutoCompletionSource(QsciScintilla::AcsAPIs);
-    m_view->setAutoCompletionThreshold(1);
+    // No list after every word's first letter: charAdded() opens it for tag names only.
+    m_view->setAutoCompletionThreshold(0);
     m_view->setAutoCompletionCaseSensitivity(false);
     m_view->setAutoCompletionReplaceWord(true);
 }
@@ -191,11 +235,50 @@ QString SourceEditor::text() const
 
 void SourceEditor::setText(const QString &text)
 {
+    const QScopedValueRollback settingText(m_settingText, true);
     m_view->setText(text);
     m_view->SendScintilla(QsciScintillaBase::SCI_EMPTYUNDOBUFFER);
     m_view->setCursorPosition(0, 0);
     // Setting the same position again reports nothing; the display must still follow.
     Q_EMIT caretMoved(1, 1);
+}
+
+void SourceEditor::textModified(int modificationType)
+{
+    if (!(modificationType
+            & (QsciScintillaBase::SC_MOD_INSERTTEXT | QsciScintillaBase::SC_MOD_DELETETEXT))
+        || m_settingText)
+        return;
+    // An undo or redo replays its step change by change; it counts once, at the last.
+    if ((modificationType
+            & (QsciScintillaBase::SC_PERFORMED_UNDO | QsciScintillaBase::SC_PERFORMED_REDO))
+        && !(modificationType & QsciScintillaBase::SC_LASTSTEPINUNDOREDO))
+        return;
+    if (m_stepDepth > 0)
+        m_stepChanged = true;
+    else
+        Q_EMIT edited();
+}
+
+void SourceEditor::charAdded()
+{
+    if (m_view->isListActive())
+        return;
+    const long caret = m_view->SendScintilla(QsciScintillaBase::SCI_GETCURRENTPOS);
+    const long lineStart = m_view->SendScintilla(QsciScintillaBase::SCI_POSITIONFROMLINE,
+        m_view->SendScintilla(QsciScintillaBase::SCI_LINEFROMPOSITION, caret));
+    const long wordStart
+        = m_view->SendScintilla(QsciScintillaBase::SCI_WORDSTARTPOSITION, caret, true);
+    // The word and what stands in front of it ("</" at most) decide; the rest of the line
+    // does not matter.
+    const int from = static_cast<int>(std::max(lineStart, wordStart - 2));
+    if (SourceText::typesTagName(m_view->text(from, static_cast<int>(caret))))
+        showTagList();
+}
+
+void SourceEditor::showTagList()
+{
+    m_view->autoCompleteFromAPIs();
 }
 
 bool SourceEditor::hasSelectedText() const
@@ -270,16 +353,17 @@ void SourceEditor::transformSelectedLines(QString (*transform)(const QString &))
         lineTo = lineFrom;
     }
 
-    m_view->beginUndoAction();
-    for (int line = lineFrom; line <= lineTo; ++line) {
-        const QString before = lineWithoutEol(line);
-        const QString after = transform(before);
-        if (after == before)
-            continue;
-        m_view->setSelection(line, 0, line, static_cast<int>(before.size()));
-        m_view->replaceSelectedText(after);
+    {
+        const EditStep step(*this);
+        for (int line = lineFrom; line <= lineTo; ++line) {
+            const QString before = lineWithoutEol(line);
+            const QString after = transform(before);
+            if (after == before)
+                continue;
+            m_view->setSelection(line, 0, line, static_cast<int>(before.size()));
+            m_view->replaceSelectedText(after);
+        }
     }
-    m_view->endUndoAction();
     m_view->setSelection(lineFrom, 0, lineTo, static_cast<int>(lineWithoutEol(lineTo).size()));
 }
 
@@ -320,11 +404,13 @@ void SourceEditor::redo()
 
 void SourceEditor::makeUpperCase()
 {
+    const EditStep step(*this);
     m_view->SendScintilla(QsciScintillaBase::SCI_UPPERCASE);
 }
 
 void SourceEditor::makeLowerCase()
 {
+    const EditStep step(*this);
     m_view->SendScintilla(QsciScintillaBase::SCI_LOWERCASE);
 }
 
@@ -384,7 +470,10 @@ bool SourceEditor::replaceNext(
         int lineTo = 0;
         int indexTo = 0;
         m_view->getSelection(&lineFrom, &indexFrom, &lineTo, &indexTo);
-        m_view->replaceSelectedText(replacement);
+        {
+            const EditStep step(*this);
+            m_view->replaceSelectedText(replacement);
+        }
         // A backward search goes on from in front of what was just put in.
         if (options.backwards)
             m_view->setCursorPosition(lineFrom, indexFrom);
@@ -398,7 +487,7 @@ int SourceEditor::replaceAll(
     if (text.isEmpty())
         return 0;
     int count = 0;
-    m_view->beginUndoAction();
+    const EditStep step(*this);
     // Each search goes on after the previous replacement, so a replacement holding the
     // text is not searched again.
     bool found = m_view->findFirst(
@@ -408,7 +497,6 @@ int SourceEditor::replaceAll(
         ++count;
         found = m_view->findNext();
     }
-    m_view->endUndoAction();
     return count;
 }
 

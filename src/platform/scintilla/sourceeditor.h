@@ -21,6 +21,9 @@ class ScintillaView;
 // member list "HTML Tags", a context menu of editing commands and find, replace and
 // go-to-line dialogs.
 //
+// The tag list opens by itself only while a tag name is typed (after "<" or "</"), and on
+// Ctrl+Space anywhere; elsewhere Enter always starts a new line.
+//
 // Lines and columns in this interface are counted from 1, as the position display shows
 // them; a column counts characters.
 class SourceEditor : public QWidget, public SearchTarget
@@ -49,6 +52,7 @@ public:
 
     QString text() const;
     // Replaces the whole text with a fresh undo history and puts the caret at the start.
+    // This is no edit: edited() is not emitted.
     void setText(const QString &text);
     bool hasSelectedText() const;
     QString selectedText() const;
@@ -88,6 +92,8 @@ public:
         const QString &text, const QString &replacement, const SearchOptions &options) override;
     // Moves the caret to the start of the line, clamped to the text.
     void goToLine(int line);
+    // Opens the tag list for the word at the caret; nothing opens when no tag fits.
+    void showTagList();
 
     // The dialogs are modeless and stay with the editor once created.
     FindReplaceDialog *showFindDialog();
@@ -101,8 +107,15 @@ public:
 Q_SIGNALS:
     void caretMoved(int line, int column);
     void memberListPrepared();
+    // The text was changed by an edit (typing, clipboard, undo and redo, a command, a
+    // replacement); a command or an undo step counts once however much it changes.
+    void edited();
 
 private:
+    class EditStep;
+
+    void textModified(int modificationType);
+    void charAdded();
     void createContextMenu();
     QAction *addMenuAction(
         const char *objectName, const QString &caption, void (SourceEditor::*command)());
@@ -119,6 +132,9 @@ private:
     QAction *m_whitespaceAction = nullptr;
     QPointer<FindReplaceDialog> m_findDialog;
     QPointer<GoToLineDialog> m_goToDialog;
+    bool m_settingText = false;
+    int m_stepDepth = 0;
+    bool m_stepChanged = false;
 };
 
 } // namespace Vantry::Platform

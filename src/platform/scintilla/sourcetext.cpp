@@ -111,6 +111,19 @@ QList<StyleColour> parseLanguageFile(const QString &content)
     return styles;
 }
 
+bool typesTagName(const QString &textBeforeCaret)
+{
+    qsizetype start = textBeforeCaret.size();
+    while (start > 0 && textBeforeCaret.at(start - 1).isLetterOrNumber())
+        --start;
+    if (start == textBeforeCaret.size() || !textBeforeCaret.at(start).isLetter())
+        return false;
+    QStringView before = QStringView(textBeforeCaret).left(start);
+    if (before.endsWith(QLatin1Char('/')))
+        before.chop(1);
+    return before.endsWith(QLatin1Char('<'));
+}
+
 QString positionText(int line, int column)
 {
     return QStringLiteral("Ln ") + QString::number(line) + QStringLiteral(", Col ")

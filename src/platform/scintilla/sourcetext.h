@@ -33,6 +33,10 @@ struct StyleColour
 // Lines that do not follow the format, or carry an unreadable colour, are skipped.
 QList<StyleColour> parseLanguageFile(const QString &content);
 
+// Whether the text in front of the caret ends in a tag name being typed: "<" or "</"
+// followed by a letter and then letters or digits.
+bool typesTagName(const QString &textBeforeCaret);
+
 // The caret position as the position display shows it, both counted from 1.
 QString positionText(int line, int column);
 
