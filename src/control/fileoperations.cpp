@@ -110,6 +110,12 @@ void FileOperations::settle() const
         m_hooks.settle();
 }
 
+void FileOperations::focusDocument() const
+{
+    if (m_hooks.focusDocument)
+        m_hooks.focusDocument();
+}
+
 void FileOperations::refreshSelectionState() const
 {
     if (m_hooks.refreshSelectionState)
@@ -129,7 +135,7 @@ bool FileOperations::mayReplaceDocument()
     else if (answer == UserPrompts::Answer::Yes)
         // A save that did not happen (cancelled, failed) must not let the changes go.
         proceed = saveToCurrentOrAsk();
-    m_surface.focusDocument();
+    focusDocument();
     return proceed;
 }
 
@@ -139,7 +145,7 @@ void FileOperations::fileNew()
     if (!m_settings.Enabled || !mayReplaceDocument())
         return;
     newDocument();
-    m_surface.focusDocument();
+    focusDocument();
 }
 
 void FileOperations::fileOpen(const QString &filePath)
@@ -172,7 +178,7 @@ void FileOperations::fileOpen(const QString &filePath)
     setDirty(false);
 
     settle();
-    m_surface.focusDocument();
+    focusDocument();
     settle();
     refreshSelectionState();
 

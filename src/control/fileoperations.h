@@ -41,6 +41,8 @@ public:
         std::function<void()> refreshSelectionState;
         // Lets pending user-interface events run once.
         std::function<void()> settle;
+        // Gives the focus to the view that shows the document.
+        std::function<void()> focusDocument;
     };
 
     FileOperations(Settings &settings, ContentExchange &exchange, Platform::DesignSurface &surface,
@@ -76,6 +78,7 @@ private:
     void setDirty(bool dirty) const;
     void settle() const;
     void refreshSelectionState() const;
+    void focusDocument() const;
 
     Settings &m_settings;
     ContentExchange &m_exchange;

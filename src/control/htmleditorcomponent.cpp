@@ -141,6 +141,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     viewHooks.setEnabledFlag = [this](bool enabled) { exchange->setEnabled(enabled); };
     viewHooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
     viewHooks.refreshToolbarStates = [this] { toolbarControls->refresh(); };
+    viewHooks.setFocusTarget = [q](QWidget *target) { q->setFocusProxy(target); };
     sourceView = std::make_unique<Control::SourceView>(
         settings, *surface, editPanel, tabs, std::move(viewHooks));
     sourceView->setUp(settings.ApplicationDirectoryPath);
@@ -201,6 +202,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     fileHooks.setDirty = [q](bool dirty) { q->setisDirty(dirty); };
     fileHooks.refreshSelectionState = [this] { toolbarControls->refresh(); };
     fileHooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
+    fileHooks.focusDocument = [this] { sourceView->focusDocument(); };
     files = std::make_unique<Control::FileOperations>(
         settings, *exchange, *surface, std::move(fileHooks));
 

@@ -5,7 +5,6 @@
 #include "platform/designsurface.h"
 #include "platform/scintilla/sourceeditor.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -100,7 +99,8 @@ bool SourceView::showDesign()
         m_hooks.setEnabledFlag(editable);
     m_current = View::Design;
     m_position->hide();
-    moveFocus(m_editor, m_surface.widget());
+    m_surface.widget()->setEnabled(true);
+    handOver(m_editor, m_surface.widget());
     m_editor->hide();
     return true;
 }
@@ -124,20 +124,35 @@ bool SourceView::showSource()
     m_position->show();
     m_position->raise();
     updatePositionDisplay();
-    moveFocus(m_surface.widget(), m_editor);
+    handOver(m_surface.widget(), m_editor);
+    // Covered is not enough: a focus proxy, the tab chain or a prompt handing the focus back
+    // would let keys edit the page unseen, and the next switch would throw that away.
+    m_surface.widget()->setEnabled(false);
     if (m_hooks.setEnabledFlag)
         m_hooks.setEnabledFlag(false);
     m_current = View::Source;
     return true;
 }
 
-// The focus follows the switch only when it was in the view going away: a host that
-// switches views does not lose the focus to the editor.
-void SourceView::moveFocus(QWidget *from, QWidget *to)
+// The control's focus goes to the view that shows from now on. The focus itself follows
+// the switch only when it was in the view going away: a host that switches views does not
+// lose the focus to the editor. The window's focus counts even while the window is
+// inactive, so that the focus comes back to the right view.
+void SourceView::handOver(QWidget *from, QWidget *to)
 {
-    const QWidget *focused = QApplication::focusWidget();
+    if (m_hooks.setFocusTarget)
+        m_hooks.setFocusTarget(to);
+    const QWidget *focused = from->window()->focusWidget();
     if (focused && (focused == from || from->isAncestorOf(focused) || focused == m_tabs))
         to->setFocus();
+}
+
+void SourceView::focusDocument()
+{
+    if (m_current == View::Source)
+        m_editor->setFocus(Qt::OtherFocusReason);
+    else
+        m_surface.focusDocument();
 }
 
 void SourceView::syncTabs()

@@ -24,7 +24,8 @@ namespace Vantry::Control {
 // The two views of the document: the design surface and the source editor, chosen with
 // the tab strip (tab 0 design, tab 1 source) or by the host. Switching carries the text
 // over: the body, or the whole document with ReturnFullDocument. While the source shows,
-// the document lives in the editor only and the visual editing commands are off.
+// the document lives in the editor only, the visual editing commands are off, and the
+// design surface, covered but not hidden, takes neither focus nor input.
 class SourceView : public QObject
 {
     Q_OBJECT
@@ -46,6 +47,8 @@ public:
         std::function<QString()> styleSheetLinks;
         // Brings the toolbar's button states up to date before the design view hides.
         std::function<void()> refreshToolbarStates;
+        // Makes the widget showing the document the one the control's focus goes to.
+        std::function<void(QWidget *)> setFocusTarget;
     };
 
     // The source editor is created on editingPanel beside the surface's widget, the
@@ -69,6 +72,9 @@ public:
     bool switchTo(View view);
     // Makes the design view current so that the document can be read from the surface.
     void switchBackToDesign();
+    // Gives the focus to the view that shows: the design surface's document or the source
+    // editor.
+    void focusDocument();
 
     View currentView() const { return m_current; }
     bool isDesignViewActive() const { return m_current == View::Design; }
@@ -82,7 +88,7 @@ public:
 private:
     bool showDesign();
     bool showSource();
-    void moveFocus(QWidget *from, QWidget *to);
+    void handOver(QWidget *from, QWidget *to);
     void syncTabs();
 
     const Settings &m_settings;

@@ -1,5 +1,5 @@
 // The source view on the real engine and the real QScintilla: switching between the views
-// and carrying the document both ways, edits while the source shows, the position
+// and carrying the document both ways, edits and focus while the source shows, the position
 // display, the editor's own commands and dialogs, tag completion, and its files under the
 // application directory.
 
@@ -72,9 +72,11 @@ private Q_SLOTS:
     void styleSheetLinksStandBeforeTheEndOfHead();
     void enabledReachesTheSourceEditor();
 
-    // Edits while the source shows.
+    // Edits and focus while the source shows.
     void sourceEditsAreChangesAndLoadsAreNot_data();
     void sourceEditsAreChangesAndLoadsAreNot();
+    void focusAndKeysGoToTheSourceNotTheHiddenPage_data();
+    void focusAndKeysGoToTheSourceNotTheHiddenPage();
 
     // The position display.
     void positionDisplayFollowsTheCaret();
@@ -122,6 +124,8 @@ private:
     }
     void readApplicationDirectory(const QString &path);
     bool sourceShows() const;
+    bool focusInSurface() const;
+    bool focusInSource() const;
 
     std::unique_ptr<QWidget> m_window;
     QLineEdit *m_host = nullptr; // a host widget before the editor in the tab chain
@@ -180,6 +184,19 @@ bool tst_SourceView::sourceShows() const
     const QWidget *top = panel->childAt(panel->rect().center());
     return editor()->isVisible() && editor()->geometry() == panel->rect()
         && (top == editor() || editor()->isAncestorOf(top));
+}
+
+bool tst_SourceView::focusInSurface() const
+{
+    const QWidget *focused = QApplication::focusWidget();
+    const QWidget *view = surfaceOf(*m_editor)->widget();
+    return focused && (focused == view || view->isAncestorOf(focused));
+}
+
+bool tst_SourceView::focusInSource() const
+{
+    const QWidget *focused = QApplication::focusWidget();
+    return focused && (focused == editor() || editor()->isAncestorOf(focused));
 }
 
 void tst_SourceView::toggleNamesTheViewInAnyCase_data()
@@ -392,6 +409,61 @@ void tst_SourceView::sourceEditsAreChangesAndLoadsAreNot()
     QCOMPARE(m_prompts->texts(VantryTest::RecordingPrompts::Kind::Question).size(), 1);
     QVERIFY(!m_editor->DesignViewActive());
     QVERIFY(m_editor->isDirty());
+}
+
+void tst_SourceView::focusAndKeysGoToTheSourceNotTheHiddenPage_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("host sets the focus") << "setFocus";
+    QTest::newRow("tab from the host") << "tab";
+    QTest::newRow("cancelled save prompt") << "prompt";
+    QTest::newRow("click on the surface") << "click";
+}
+
+void tst_SourceView::focusAndKeysGoToTheSourceNotTheHiddenPage()
+{
+    QFETCH(QString, path);
+    // Dialogs of earlier cases may have taken the activation.
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_host->setFocus();
+    QTRY_VERIFY(m_host->hasFocus());
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    // A host that switches views keeps its focus.
+    QVERIFY(m_host->hasFocus());
+    const QWidget *page = surfaceOf(*m_editor)->widget();
+
+    if (path == QLatin1String("setFocus")) {
+        m_editor->setFocus();
+    } else if (path == QLatin1String("tab")) {
+        for (int step = 0; step < 40 && !focusInSource(); ++step) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QVERIFY2(!focusInSurface(), qPrintable(QString::number(step)));
+        }
+    } else if (path == QLatin1String("prompt")) {
+        m_editor->setisDirty(true);
+        m_prompts->answers.enqueue(Platform::UserPrompts::Answer::Cancel);
+        m_editor->FileNew();
+        QCOMPARE(m_prompts->shown.size(), 1);
+    } else if (path == QLatin1String("click")) {
+        const QPoint centre = page->mapTo(m_window.get(), page->rect().center());
+        QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, {}, centre);
+    }
+    QTRY_VERIFY(focusInSource());
+    QVERIFY(!focusInSurface());
+
+    // What the user types lands in the source and survives the switch back.
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("typed"));
+    QVERIFY2(editor()->text().contains(QStringLiteral("typed")), qPrintable(editor()->text()));
+    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+    const QString body = surfaceOf(*m_editor)->bodyInnerHTML();
+    QVERIFY2(body.contains(QStringLiteral("typed")), qPrintable(body));
+
+    // Back in design, the page takes the focus again.
+    QVERIFY(focusInSurface());
+    m_host->setFocus();
+    m_editor->setFocus();
+    QTRY_VERIFY(focusInSurface());
 }
 
 void tst_SourceView::positionDisplayFollowsTheCaret()
