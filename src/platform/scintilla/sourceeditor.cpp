@@ -100,7 +100,7 @@ public:
     {
         m_editor.m_view->endUndoAction();
         if (--m_editor.m_stepDepth == 0 && std::exchange(m_editor.m_stepChanged, false))
-            Q_EMIT m_editor.edited();
+            m_editor.reportEdit();
     }
     EditStep(const EditStep &) = delete;
     EditStep &operator=(const EditStep &) = delete;
@@ -257,7 +257,14 @@ void SourceEditor::textModified(int modificationType)
     if (m_stepDepth > 0)
         m_stepChanged = true;
     else
-        Q_EMIT edited();
+        reportEdit();
+}
+
+// Reported once the change is complete: a receiver may read the text or switch views,
+// which must not happen inside Scintilla's change notification.
+void SourceEditor::reportEdit()
+{
+    QMetaObject::invokeMethod(this, &SourceEditor::edited, Qt::QueuedConnection);
 }
 
 void SourceEditor::charAdded()

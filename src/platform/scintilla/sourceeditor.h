@@ -109,12 +109,14 @@ Q_SIGNALS:
     void memberListPrepared();
     // The text was changed by an edit (typing, clipboard, undo and redo, a command, a
     // replacement); a command or an undo step counts once however much it changes.
+    // Emitted from the event loop once the change is complete.
     void edited();
 
 private:
     class EditStep;
 
     void textModified(int modificationType);
+    void reportEdit();
     void charAdded();
     void createContextMenu();
     QAction *addMenuAction(
