@@ -26,9 +26,8 @@ void ContentExchange::load(const QString &text)
     html = wrapInDefaultFont(
         html, m_settings.DefaultFontName, m_settings.DefaultFontColor, m_settings.DefaultFontSize);
     html = insertBase(html, m_settings.BaseURL);
+    // The assignment itself was announced; a replayed one was announced when it was made.
     m_settings.SetHtmlSource = html;
-    if (m_hooks.announce)
-        m_hooks.announce(QStringLiteral("SetHtmlSource"));
 
     // The source view clears the enabled flag while it shows; switching back restores it,
     // so a load into a source view still reaches the surface.

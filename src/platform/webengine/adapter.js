@@ -621,6 +621,18 @@
                 frameRendered: ticket => rendered >= ticket,
             };
         })(),
+        // The surface's settings made before the adapter was up, in one call.
+        configure: settings => {
+            if ('editable' in settings)
+                ops.setEditable(settings.editable);
+            if ('scrollBarsVisible' in settings)
+                ops.setScrollBarsVisible(settings.scrollBarsVisible);
+            if ('baseUrl' in settings)
+                ops.setBaseUrl(settings.baseUrl);
+            for (const [name, on] of Object.entries(settings.display || {}))
+                ops.setDisplay(name, on);
+            return true;
+        },
         setDisplay: (name, on) => {
             if (!(name in display))
                 throw new Error('Unknown display switch ' + name);

@@ -4,6 +4,7 @@
 #include "platform/webengine/scriptbridge.h"
 
 #include <QVariantList>
+#include <QVariantMap>
 
 class QWebChannel;
 class QWebEngineView;
@@ -131,6 +132,7 @@ private:
     int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);
     bool display(const QString &name);
     bool setDisplay(const QString &name, bool on);
+    bool keepUntilReady(const QString &name, const QVariant &value);
 
     QWebEngineView *m_view = nullptr;
     QWebChannel *m_channel = nullptr;
@@ -139,6 +141,8 @@ private:
     bool m_ready = false;
     int m_callDepth = 0;
     QList<std::pair<QString, QVariantList>> m_deferred;
+    // Settings of the surface made before the adapter was up; it gets them when it is.
+    QVariantMap m_earlySettings;
 };
 
 // Receives the adapter's notifications through the web channel.
