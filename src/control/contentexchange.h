@@ -49,6 +49,8 @@ public:
     QString getPlainText();
 
 private:
+    bool loadWithBase(const QString &html);
+
     Settings &m_settings;
     Platform::DesignSurface &m_surface;
     Hooks m_hooks;

@@ -199,6 +199,8 @@ public:
     // The URL relative addresses resolve against while editing; never part of what is
     // read back as the body, and only in front of the HTML start tag in the document.
     virtual bool setBaseUrl(const QString &url) = 0;
+    // The address last given to setBaseUrl.
+    virtual QString baseUrl() const = 0;
     virtual bool refresh() = 0;
     // Makes the engine's formatting commands write elements rather than style attributes.
     virtual bool useElementFormatting() = 0;

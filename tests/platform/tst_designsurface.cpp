@@ -295,12 +295,20 @@ void tst_DesignSurface::textBeforeTheRootStaysInFront()
 
 void tst_DesignSurface::documentsOwnBaseEndsWithIt()
 {
+    // Settings reset without side effects leave BaseURL empty: the old address is no
+    // longer the editor's.
+    m_editor->setBaseURL(QStringLiteral("file:///old/"));
+    m_editor->InitProperties();
+    m_editor->setReturnFullDocument(true);
+    load(QStringLiteral("<html><head><title>T</title></head><body><p>x</p></body></html>"));
+    QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("file:///old/")),
+        qPrintable(m_editor->GetHtmlSource()));
+
     // A page saved with the editor's BASE in front of its root, opened while BaseURL is
     // empty: the address is the page's own, and the next page must not inherit it.
     QTemporaryDir dir;
     QVERIFY(!pngIn(dir).isEmpty());
     const QString own = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
-    m_editor->setReturnFullDocument(true);
     load(QStringLiteral("<BASE HREF=\"") + own
         + QStringLiteral("\"><HTML><head><title>A</title></head>"
                          "<body><p><img src=\"pic.png\"></p></body></HTML>"));

@@ -443,6 +443,7 @@ bool WebEngineDesignSurface::setScrollBarsVisible(bool visible)
 
 bool WebEngineDesignSurface::setBaseUrl(const QString &url)
 {
+    m_baseUrl = url;
     if (!m_ready)
         return keepUntilReady(QStringLiteral("baseUrl"), url);
     return callBool(QStringLiteral("setBaseUrl"), {url});

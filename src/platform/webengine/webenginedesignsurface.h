@@ -92,6 +92,7 @@ public:
     bool isEditable() override;
     bool setScrollBarsVisible(bool visible) override;
     bool setBaseUrl(const QString &url) override;
+    QString baseUrl() const override { return m_baseUrl; }
     bool refresh() override;
     bool useElementFormatting() override;
     bool focusDocument() override;
@@ -143,6 +144,7 @@ private:
     QList<std::pair<QString, QVariantList>> m_deferred;
     // Settings of the surface made before the adapter was up; it gets them when it is.
     QVariantMap m_earlySettings;
+    QString m_baseUrl;
 };
 
 // Receives the adapter's notifications through the web channel.
