@@ -26,16 +26,15 @@ void ContentExchange::load(const QString &text)
     html = wrapInDefaultFont(
         html, m_settings.DefaultFontName, m_settings.DefaultFontColor, m_settings.DefaultFontSize);
     html = insertBase(html, m_settings.BaseURL);
+    // The assignment itself was announced; a replayed one was announced when it was made.
     m_settings.SetHtmlSource = html;
-    if (m_hooks.announce)
-        m_hooks.announce(QStringLiteral("SetHtmlSource"));
 
     // The source view clears the enabled flag while it shows; switching back restores it,
     // so a load into a source view still reaches the surface.
     if (m_hooks.ensureDesignView)
         m_hooks.ensureDesignView();
     if (m_enabled)
-        m_surface.setDocumentHTML(html);
+        loadWithBase(html);
 }
 
 bool ContentExchange::loadIntoSurface(const QString &html)
@@ -44,7 +43,16 @@ bool ContentExchange::loadIntoSurface(const QString &html)
         return false;
     if (m_hooks.ensureDesignView)
         m_hooks.ensureDesignView();
-    return m_enabled && m_surface.setDocumentHTML(html);
+    return m_enabled && loadWithBase(html);
+}
+
+bool ContentExchange::loadWithBase(const QString &html)
+{
+    // The surface tells the editor's BASE from a document's own by its address, which must
+    // be BaseURL even when that was read from a bag or reset without side effects.
+    if (m_surface.baseUrl() != m_settings.BaseURL)
+        m_surface.setBaseUrl(m_settings.BaseURL);
+    return m_surface.setDocumentHTML(html);
 }
 
 QString ContentExchange::fetchDocumentHTML(bool *ok)

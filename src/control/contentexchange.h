@@ -19,8 +19,6 @@ class ContentExchange
 public:
     struct Hooks
     {
-        // Announces an assigned property to the container.
-        std::function<void(const QString &name)> announce;
         // Makes the design view current, carrying source-view text into the surface.
         std::function<void()> ensureDesignView;
         // The LINK markup of the document's style sheets.
@@ -37,7 +35,7 @@ public:
     bool isEnabled() const { return m_enabled; }
     void setEnabled(bool enabled) { m_enabled = enabled; }
 
-    // Assigning SetHtmlSource. Held and marked pending while the surface is not ready.
+    // Loads a SetHtmlSource text. Held and marked pending while the surface is not ready.
     void load(const QString &text);
     // Puts a whole document, as it is, into the surface (the design view shown first);
     // false when the surface is not ready, the editor is disabled or the load failed.
@@ -51,6 +49,8 @@ public:
     QString getPlainText();
 
 private:
+    bool loadWithBase(const QString &html);
+
     Settings &m_settings;
     Platform::DesignSurface &m_surface;
     Hooks m_hooks;

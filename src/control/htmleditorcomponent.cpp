@@ -130,7 +130,6 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     surface->widget()->setObjectName(QStringLiteral("DHTMLEdit1"));
 
     ContentExchange::Hooks hooks;
-    hooks.announce = [q](const QString &name) { Q_EMIT q->PropertyChanged(name); };
     hooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
     hooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
     hooks.ensureDesignView = [this] { sourceView->switchBackToDesign(); };
@@ -341,15 +340,18 @@ void HTMLEditorComponent::Private::onDocumentComplete()
             if (!settings.BaseURL.isEmpty())
                 surface->setBaseUrl(settings.BaseURL);
             layout();
-            // Replays what the host assigned before the surface was ready.
-            if (exchange->isLoadPending() && !settings.SetHtmlSource.isEmpty())
-                q->setSetHtmlSource(settings.SetHtmlSource);
-            if (!settings.DefaultFontColor.isEmpty())
-                q->setDefaultFontColor(settings.DefaultFontColor);
-            if (!settings.DefaultFontName.isEmpty())
-                q->setDefaultFontName(settings.DefaultFontName);
-            if (!settings.DefaultFontSize.isEmpty())
-                q->setDefaultFontSize(settings.DefaultFontSize);
+            // Replays a load the host asked for before the surface was ready; the host
+            // heard of that assignment when it made it.
+            if (exchange->isLoadPending()) {
+                if (!settings.SetHtmlSource.isEmpty())
+                    exchange->load(settings.SetHtmlSource);
+                if (!settings.DefaultFontColor.isEmpty())
+                    q->setDefaultFontColor(settings.DefaultFontColor);
+                if (!settings.DefaultFontName.isEmpty())
+                    q->setDefaultFontName(settings.DefaultFontName);
+                if (!settings.DefaultFontSize.isEmpty())
+                    q->setDefaultFontSize(settings.DefaultFontSize);
+            }
         }
     }
     Q_EMIT q->DocumentLoaded();

@@ -49,9 +49,11 @@ public:
     bool lastCallFailed() const { return !m_lastError.isEmpty(); }
     QString lastError() const { return m_lastError; }
 
-    // The whole document as HTML. Text handed in is parsed the way a browser parses it;
-    // a text that wraps a whole document in other markup keeps the document's head in
-    // the head and puts the wrapper around the body content.
+    // The whole document as HTML. Text handed in is parsed the way a browser parses it,
+    // all of it before the call returns, whatever it links to. Only the editor's own
+    // wrapper gets other treatment: the default-font division around a whole document goes
+    // around its body content, and a BASE with the address of setBaseUrl in front of
+    // "<HTML>" is the editor's; a document's own BASE stays with that document.
     virtual bool setDocumentHTML(const QString &html) = 0;
     virtual QString documentHTML() = 0;
     virtual QString bodyInnerHTML() = 0;
@@ -199,6 +201,8 @@ public:
     // The URL relative addresses resolve against while editing; never part of what is
     // read back as the body, and only in front of the HTML start tag in the document.
     virtual bool setBaseUrl(const QString &url) = 0;
+    // The address last given to setBaseUrl.
+    virtual QString baseUrl() const = 0;
     virtual bool refresh() = 0;
     // Makes the engine's formatting commands write elements rather than style attributes.
     virtual bool useElementFormatting() = 0;

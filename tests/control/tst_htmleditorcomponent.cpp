@@ -8,6 +8,7 @@
 #include <QTabBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWebEnginePage>
 
 using namespace Vantry;
 using VantryTest::adapterValue;
@@ -29,7 +30,9 @@ private Q_SLOTS:
     void init();
 
     // Before the surface is ready.
+    void earlyLoadIsReplayedWhenReady_data();
     void earlyLoadIsReplayedWhenReady();
+    void earlySurfaceSettingsApplyWhenReady();
 
     // Properties.
     void propertiesByNameAnnounceTheirNames_data();
@@ -92,17 +95,68 @@ QWidget *tst_HTMLEditorComponent::input() const
     return view->focusProxy() ? view->focusProxy() : view;
 }
 
+void tst_HTMLEditorComponent::earlyLoadIsReplayedWhenReady_data()
+{
+    QTest::addColumn<bool>("early");
+    QTest::newRow("early load") << true;
+    QTest::newRow("nothing assigned") << false;
+}
+
 void tst_HTMLEditorComponent::earlyLoadIsReplayedWhenReady()
 {
+    QFETCH(bool, early);
+
     HTMLEditorComponent editor;
+    QSignalSpy changed(&editor, &HTMLEditorComponent::PropertyChanged);
     QCOMPARE(editor.GetHtmlSource(), QString());
-    editor.setSetHtmlSource(QStringLiteral("<p>early</p>"));
-    // Held as assigned until the surface can take it.
-    QCOMPARE(editor.SetHtmlSource(), QStringLiteral("<p>early</p>"));
+    if (early) {
+        editor.setSetHtmlSource(QStringLiteral("<p>early</p>"));
+        // Held as assigned until the surface can take it.
+        QCOMPARE(editor.SetHtmlSource(), QStringLiteral("<p>early</p>"));
+    }
     QSignalSpy loaded(&editor, &HTMLEditorComponent::DocumentLoaded);
     QVERIFY(VantryTest::waitUntilReady(editor));
     QVERIFY(!loaded.isEmpty());
-    QCOMPARE(editor.GetHtmlSource(), fontDivision + QStringLiteral("<p>early</p></div>"));
+    QCOMPARE(editor.GetHtmlSource(),
+        early ? fontDivision + QStringLiteral("<p>early</p></div>") : QString());
+
+    // One assignment is announced once; the font settings only come along with a replay.
+    QStringList announced;
+    for (const QVariantList &args : changed)
+        announced.append(args.first().toString());
+    const QStringList expected = early
+        ? QStringList{QStringLiteral("SetHtmlSource"), QStringLiteral("DefaultFontColor"),
+            QStringLiteral("DefaultFontName"), QStringLiteral("DefaultFontSize")}
+        : QStringList();
+    QCOMPARE(announced, expected);
+}
+
+void tst_HTMLEditorComponent::earlySurfaceSettingsApplyWhenReady()
+{
+    HTMLEditorComponent editor;
+    editor.setEditorEnabled(false);
+    editor.setScrollBars(false);
+    editor.setBaseURL(QStringLiteral("file:///early/"));
+    editor.Border();
+    editor.Details();
+    editor.SnapToGrid();
+    QVERIFY(VantryTest::waitUntilReady(editor));
+
+    auto *surface = surfaceOf(editor);
+    QVERIFY(!surface->isEditable());
+    for (const char *name : {"borders", "details", "snapToGrid"})
+        QVERIFY2(surface->displaySwitch(QLatin1String(name)), name);
+    QCOMPARE(adapterValue(editor, QStringLiteral("editorBaseUrl")).toString(),
+        QStringLiteral("file:///early/"));
+    QVariant overflow;
+    surface->page()->runJavaScript(
+        QStringLiteral("getComputedStyle(document.documentElement).overflowY"),
+        Platform::WebEngineDesignSurface::adapterWorld(),
+        [&overflow](const QVariant &value) { overflow = value; });
+    QTRY_COMPARE(overflow.toString(), QStringLiteral("hidden"));
+
+    editor.setEditorEnabled(true);
+    QVERIFY(surface->isEditable());
 }
 
 void tst_HTMLEditorComponent::propertiesByNameAnnounceTheirNames_data()

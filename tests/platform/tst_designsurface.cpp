@@ -1,11 +1,13 @@
 // The design surface's contracts on the real engine: documents are inert, the editor's
 // BASE tag resolves relative images but never leaks into what is handed out, whole
-// documents keep their head, and big documents load whole.
+// documents keep their head and what stands in front of their root, a load is complete
+// when it is reported whatever the network does, and big documents load whole.
 
 #include "../common/enginetest.h"
 
 #include <QImage>
 #include <QRegularExpression>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QWebEnginePage>
@@ -30,14 +32,35 @@ private Q_SLOTS:
     void baseUrlResolvesImagesButNeverLeaks();
     void fullDocumentKeepsHeadAndBody();
     void wrappedWholeDocumentKeepsWrapperInBody();
+    void textBeforeTheRootStaysInFront_data();
+    void textBeforeTheRootStaysInFront();
+    void documentsOwnBaseEndsWithIt();
+    void loadIsCompleteWhileASheetHangs_data();
+    void loadIsCompleteWhileASheetHangs();
     void twentyMegabyteDocumentRoundTrips();
     void staleElementHandleFailsCleanly();
 
 private:
     void load(const QString &html);
+    QString imageUrl();
 
     std::unique_ptr<HTMLEditorComponent> m_editor;
 };
+
+namespace {
+
+const QString fontDivision
+    = QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
+
+QString pngIn(const QTemporaryDir &dir)
+{
+    QImage image(12, 8, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const QString path = dir.filePath(QStringLiteral("pic.png"));
+    return image.save(path) ? path : QString();
+}
+
+} // namespace
 
 void tst_DesignSurface::initTestCase()
 {
@@ -148,10 +171,7 @@ void tst_DesignSurface::baseUrlResolvesImagesButNeverLeaks()
     QFETCH(bool, wholeDocumentText);
 
     QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    QImage image(12, 8, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QVERIFY(image.save(dir.filePath(QStringLiteral("pic.png"))));
+    QVERIFY(!pngIn(dir).isEmpty());
 
     const QString base = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
     m_editor->setBaseURL(base);
@@ -227,6 +247,136 @@ void tst_DesignSurface::wrappedWholeDocumentKeepsWrapperInBody()
                  "<body><div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\"><p>body</p>"
                  "</div></body>")),
         qPrintable(html));
+}
+
+QString tst_DesignSurface::imageUrl()
+{
+    const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
+    return images.size() == 1 ? images.first().toMap().value(QStringLiteral("url")).toString()
+                              : QString();
+}
+
+void tst_DesignSurface::textBeforeTheRootStaysInFront_data()
+{
+    QTest::addColumn<QString>("front");
+    QTest::addColumn<QString>("root");
+    QTest::addColumn<QString>("readBack");
+    QTest::newRow("xml declaration") << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+                                     << "<html>"
+                                     << "<?xml version=\"1.0\" encoding=\"utf-8\"?><html>";
+    QTest::newRow("comment") << "<!-- saved by hand -->"
+                             << "<html lang=\"en\">"
+                             << "<!-- saved by hand --><html lang=\"en\">";
+    QTest::newRow("conditional comments")
+        << "<!DOCTYPE html>\n<!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->\n"
+           "<!--[if gt IE 8]><!--> "
+        << "<html class=\"no-js\"> <!--<![endif]-->"
+        << "<!DOCTYPE html><!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->"
+           "<!--[if gt IE 8]><!--><html class=\"no-js\"><!--<![endif]--><head>";
+}
+
+void tst_DesignSurface::textBeforeTheRootStaysInFront()
+{
+    QFETCH(QString, front);
+    QFETCH(QString, root);
+    QFETCH(QString, readBack);
+
+    load(front + root
+        + QStringLiteral("<head><title>T</title></head><body><p>body text</p>"
+                         "</body></html>"));
+    QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>body text</p></div>"));
+    m_editor->setReturnFullDocument(true);
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY2(html.startsWith(readBack), qPrintable(html));
+    QVERIFY2(html.contains(QStringLiteral("<title>T</title></HEAD><body>") + fontDivision
+                 + QStringLiteral("<p>body text</p></div></body></html>")),
+        qPrintable(html));
+}
+
+void tst_DesignSurface::documentsOwnBaseEndsWithIt()
+{
+    // Settings reset without side effects leave BaseURL empty: the old address is no
+    // longer the editor's.
+    m_editor->setBaseURL(QStringLiteral("file:///old/"));
+    m_editor->InitProperties();
+    m_editor->setReturnFullDocument(true);
+    load(QStringLiteral("<html><head><title>T</title></head><body><p>x</p></body></html>"));
+    QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("file:///old/")),
+        qPrintable(m_editor->GetHtmlSource()));
+
+    // A page saved with the editor's BASE in front of its root, opened while BaseURL is
+    // empty: the address is the page's own, and the next page must not inherit it.
+    QTemporaryDir dir;
+    QVERIFY(!pngIn(dir).isEmpty());
+    const QString own = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
+    load(QStringLiteral("<BASE HREF=\"") + own
+        + QStringLiteral("\"><HTML><head><title>A</title></head>"
+                         "<body><p><img src=\"pic.png\"></p></body></HTML>"));
+    QCOMPARE(imageUrl(), own + QStringLiteral("pic.png"));
+
+    load(QStringLiteral("<html><head><title>B</title></head>"
+                        "<body><p><img src=\"pic.png\"></p></body></html>"));
+    QVERIFY2(!imageUrl().startsWith(own), qPrintable(imageUrl()));
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
+    QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
+}
+
+void tst_DesignSurface::loadIsCompleteWhileASheetHangs_data()
+{
+    QTest::addColumn<bool>("fullDocument");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    const QString link = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">");
+    const QString body = QStringLiteral("<p>after the link</p>");
+    // Read back without the link: the exchange moves style-sheet links to the head.
+    QTest::newRow("fragment") << false << link + body
+                              << QString(fontDivision + body + QStringLiteral("</div>"));
+    QTest::newRow("document, link in head")
+        << true
+        << QString(QStringLiteral("<html><head>") + link + QStringLiteral("</head><body>") + body
+               + QStringLiteral("</body></html>"))
+        << QString(
+               QStringLiteral("<body>") + fontDivision + body + QStringLiteral("</div></body>"));
+    QTest::newRow("document, link in body")
+        << true
+        << QString(QStringLiteral("<html><head></head><body>") + link + body
+               + QStringLiteral("</body></html>"))
+        << QString(fontDivision + body + QStringLiteral("</div></body>"));
+}
+
+void tst_DesignSurface::loadIsCompleteWhileASheetHangs()
+{
+    QFETCH(bool, fullDocument);
+    QFETCH(QString, text);
+    QFETCH(QString, expected);
+
+    // Accepts the request for the sheet and never answers it.
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    int requests = 0;
+    connect(&server, &QTcpServer::newConnection, this, [&] {
+        while (server.hasPendingConnections()) {
+            server.nextPendingConnection();
+            ++requests;
+        }
+    });
+    const QString sheet = QStringLiteral("http://127.0.0.1:%1/slow.css").arg(server.serverPort());
+    text = text.arg(sheet);
+
+    m_editor->setReturnFullDocument(fullDocument);
+    QString html, plain;
+    const auto connection
+        = connect(m_editor.get(), &HTMLEditorComponent::DocumentLoaded, this, [&] {
+              html = m_editor->GetHtmlSource();
+              plain = m_editor->GetPlainText();
+          });
+    load(text);
+    disconnect(connection);
+    QVERIFY2(html.contains(expected), qPrintable(html));
+    QVERIFY2(plain.contains(QStringLiteral("after the link")), qPrintable(plain));
+    // The sheet was asked for: the load went past it without waiting.
+    QTRY_VERIFY(requests > 0);
 }
 
 void tst_DesignSurface::twentyMegabyteDocumentRoundTrips()

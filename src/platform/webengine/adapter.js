@@ -138,24 +138,25 @@
 
     // ---- editor BASE element ----------------------------------------------------------
 
-    function editorBase() {
-        return document.head ? document.head.querySelector('base[' + EDITOR_BASE_ATTR + ']')
-                             : null;
+    function editorBase(doc) {
+        const head = (doc || document).head;
+        return head ? head.querySelector('base[' + EDITOR_BASE_ATTR + ']') : null;
     }
 
-    function applyBase() {
-        let base = editorBase();
+    function applyBase(doc) {
+        doc = doc || document;
+        let base = editorBase(doc);
         if (!baseUrl) {
             if (base)
                 base.remove();
             return;
         }
-        if (!document.head)
+        if (!doc.head)
             return;
         if (!base) {
-            base = document.createElement('base');
+            base = doc.createElement('base');
             base.setAttribute(EDITOR_BASE_ATTR, '');
-            document.head.insertBefore(base, document.head.firstChild);
+            doc.head.insertBefore(base, doc.head.firstChild);
         }
         if (base.getAttribute('href') !== baseUrl)
             base.setAttribute('href', baseUrl);
@@ -163,86 +164,88 @@
 
     // ---- loading ----------------------------------------------------------------------
 
-    const HTML_START = /<html(?=[\s>\/])/i;
-    const HTML_END = /<\/html\s*>/ig;
-    const BASE_TAG = /<base\b[^>]*>/ig;
-    const DOCTYPE = /<!doctype\b[^>]*>/ig;
-    const HREF = /\bhref\s*=\s*("([^"]*)"|'([^']*)'|([^\s>]+))/i;
+    // The default-font division the editor puts around every text it loads.
+    const EDITOR_WRAPPER = /^<div style="FONT-FAMILY:[^"<>]*;COLOR:[^"<>]*;FONT-SIZE:[^"<>]*">/;
+    const EDITOR_WRAPPER_END = '</div>';
+    // What may stand in front of a document's root: space, comments (conditional ones
+    // included), the doctype, processing instructions such as an XML declaration, BASE.
+    const PROLOGUE_ITEM = /\s+|<!--(?:-?>|[\s\S]*?-->)|<!(?!--)[^>]*>|<\?[^>]*>|<base\b[^>]*>/iy;
+    const DOCUMENT_START = /<(?:html|head|body)(?=[\s>\/])/iy;
 
-    // Splits a text handed over as a whole document but wrapped in markup (the
-    // default-font division in front of "<HTML>", its end tag after "</HTML>") into the
-    // document itself and the wrapper, which goes around the body content instead.
-    function splitWrapped(text) {
-        const start = HTML_START.exec(text);
-        if (!start)
+    // The division's start tag when the editor wrapped a whole document in it, else null.
+    // A wrapped fragment is parsed as it stands, division and all.
+    function wrappedDocumentStart(text) {
+        const wrapper = EDITOR_WRAPPER.exec(text);
+        if (!wrapper || !text.endsWith(EDITOR_WRAPPER_END))
             return null;
-        let end = -1, endLength = 0, m;
-        HTML_END.lastIndex = start.index;
-        while ((m = HTML_END.exec(text)) !== null) {
-            end = m.index;
-            endLength = m[0].length;
+        let at = wrapper[0].length;
+        let doctype = false;
+        let item;
+        PROLOGUE_ITEM.lastIndex = at;
+        while ((item = PROLOGUE_ITEM.exec(text)) !== null) {
+            doctype = doctype || /^<!doctype/i.test(item[0]);
+            at = PROLOGUE_ITEM.lastIndex;
         }
-        let prefix = text.slice(0, start.index);
-        const documentText = end >= 0 ? text.slice(start.index, end + endLength)
-                                      : text.slice(start.index);
-        const suffix = end >= 0 ? text.slice(end + endLength) : '';
-        let base = null;
-        prefix = prefix.replace(BASE_TAG, tag => {
-            const href = HREF.exec(tag);
-            if (href && base === null)
-                base = href[2] !== undefined ? href[2] : (href[3] !== undefined ? href[3] : href[4]);
-            return '';
-        });
-        let doctype = '';
-        prefix = prefix.replace(DOCTYPE, tag => { doctype = doctype || tag; return ''; });
-        return { prefix: prefix, documentText: documentText, suffix: suffix, base: base,
-                 doctype: doctype };
+        DOCUMENT_START.lastIndex = at;
+        return doctype || DOCUMENT_START.test(text) ? wrapper[0] : null;
     }
 
-    function wrapBody(prefix, suffix) {
-        if (!prefix.trim() && !suffix.trim())
-            return;
-        const body = document.body;
+    function escapeRegExp(text) {
+        return text.replace(/[.*+?^${}()|[\]\\]/g, '\\$&');
+    }
+
+    // The BASE tag the editor puts in front of "<HTML>" for its own address goes: the
+    // address is applied as the editor's. Any other BASE belongs to its document.
+    function withoutEditorBase(text) {
+        if (!baseUrl)
+            return text;
+        const tag = new RegExp('<base href="' + escapeRegExp(baseUrl) + '">(<html>)', 'gi');
+        return text.replace(tag, '$1');
+    }
+
+    // Moves the body's content into the editor's division.
+    function wrapBody(doc, startTag) {
+        const body = doc.body;
         if (!body)
             return;
-        const marker = 'vantry-body-marker-' + Date.now();
-        const template = document.createElement('template');
-        template.innerHTML = prefix + '<!--' + marker + '-->' + suffix;
-        const walker = document.createTreeWalker(template.content, NodeFilter.SHOW_COMMENT);
-        let markerNode = null;
-        while (walker.nextNode()) {
-            if (walker.currentNode.data === marker) {
-                markerNode = walker.currentNode;
-                break;
-            }
-        }
-        if (!markerNode)
-            return;
-        const content = document.createDocumentFragment();
+        const template = doc.createElement('template');
+        template.innerHTML = startTag + EDITOR_WRAPPER_END;
+        const wrapper = template.content.firstChild;
         while (body.firstChild)
-            content.appendChild(body.firstChild);
-        markerNode.parentNode.replaceChild(content, markerNode);
-        body.appendChild(template.content);
+            wrapper.appendChild(body.firstChild);
+        body.appendChild(wrapper);
     }
 
-    function writeDocument(text) {
+    // Makes a parsed document the page's document. The page's own parser would stop at a
+    // style sheet in the body until the sheet arrives, so a document written into it is
+    // not whole when the write returns; parsed apart, it is, whatever the network does.
+    function install(parsed) {
+        // Written rather than adopted, so that the doctype sets the page's rendering mode.
         document.open();
-        document.write(text);
+        document.write(parsed.doctype ? doctypeText(parsed.doctype) : '');
         document.close();
+        for (const node of Array.from(document.childNodes)) {
+            if (node.nodeType !== Node.DOCUMENT_TYPE_NODE)
+                document.removeChild(node);
+        }
+        for (const node of Array.from(parsed.childNodes)) {
+            if (node.nodeType !== Node.DOCUMENT_TYPE_NODE)
+                document.appendChild(document.adoptNode(node));
+        }
     }
 
     function load(text) {
         skipFarBlocks = countsAsLong(text);
         applyEditorSheet();
-        const parts = splitWrapped(text);
-        if (parts) {
-            if (parts.base !== null)
-                baseUrl = parts.base;
-            writeDocument(parts.doctype + parts.documentText);
-            wrapBody(parts.prefix, parts.suffix);
-        } else {
-            writeDocument(text);
-        }
+        const wrapper = wrappedDocumentStart(text);
+        if (wrapper !== null)
+            text = text.slice(wrapper.length, text.length - EDITOR_WRAPPER_END.length);
+        const parsed = new DOMParser().parseFromString(withoutEditorBase(text), 'text/html');
+        if (wrapper !== null)
+            wrapBody(parsed, wrapper);
+        // Before the content reaches the page, so that nothing loads from the wrong place.
+        applyBase(parsed);
+        install(parsed);
         afterLoad();
         return true;
     }
@@ -269,8 +272,7 @@
 
     // ---- reading back -----------------------------------------------------------------
 
-    function doctypeText() {
-        const dt = document.doctype;
+    function doctypeText(dt) {
         if (!dt)
             return '';
         let text = '<!DOCTYPE ' + dt.name;
@@ -307,7 +309,21 @@
             if (root.attributes.length === 0)
                 front = '<BASE HREF="' + base.getAttribute('href').replace(/"/g, '&quot;') + '">';
         }
-        return doctypeText() + front + html;
+        let out = '';
+        for (const node of document.childNodes) {
+            if (node === root)
+                out += front + html;
+            else if (node.nodeType === Node.DOCUMENT_TYPE_NODE)
+                out += doctypeText(node);
+            else if (node.nodeType === Node.COMMENT_NODE)
+                out += commentText(node.data);
+        }
+        return out;
+    }
+
+    // The parser keeps an XML declaration as a comment; it goes back out as it came in.
+    function commentText(data) {
+        return /^\?[^>]*\?$/.test(data) ? '<' + data + '>' : '<!--' + data + '-->';
     }
 
     // ---- events -----------------------------------------------------------------------
@@ -605,6 +621,18 @@
                 frameRendered: ticket => rendered >= ticket,
             };
         })(),
+        // The surface's settings made before the adapter was up, in one call.
+        configure: settings => {
+            if ('editable' in settings)
+                ops.setEditable(settings.editable);
+            if ('scrollBarsVisible' in settings)
+                ops.setScrollBarsVisible(settings.scrollBarsVisible);
+            if ('baseUrl' in settings)
+                ops.setBaseUrl(settings.baseUrl);
+            for (const [name, on] of Object.entries(settings.display || {}))
+                ops.setDisplay(name, on);
+            return true;
+        },
         setDisplay: (name, on) => {
             if (!(name in display))
                 throw new Error('Unknown display switch ' + name);

@@ -14,6 +14,7 @@
 #include <QWebEngineView>
 
 #include <tuple>
+#include <utility>
 
 namespace Vantry::Platform {
 
@@ -165,6 +166,8 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
     if (kind == QLatin1String("adapterReady")) {
         // The blank document is loaded and the adapter is listening: the surface is ready.
         m_ready = true;
+        if (!m_earlySettings.isEmpty())
+            call(QStringLiteral("configure"), {std::exchange(m_earlySettings, {})});
         Q_EMIT documentComplete();
     } else if (kind == QLatin1String("displayChanged")) {
         Q_EMIT displayChanged();
@@ -190,6 +193,12 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
 ScriptBridge::Result WebEngineDesignSurface::call(
     const QString &operation, const QVariantList &arguments, std::chrono::milliseconds timeout)
 {
+    // Nothing in the page could answer yet.
+    if (!m_ready) {
+        const QString error = QStringLiteral("The editing surface is not ready yet");
+        setLastError(error);
+        return {false, {}, error};
+    }
     ++m_callDepth;
     ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout);
     --m_callDepth;
@@ -404,23 +413,39 @@ bool WebEngineDesignSurface::printToPdf(const QString &path)
     return ok;
 }
 
+bool WebEngineDesignSurface::keepUntilReady(const QString &name, const QVariant &value)
+{
+    m_earlySettings.insert(name, value);
+    setLastError(QString());
+    return true;
+}
+
 bool WebEngineDesignSurface::setEditable(bool editable)
 {
+    if (!m_ready)
+        return keepUntilReady(QStringLiteral("editable"), editable);
     return callBool(QStringLiteral("setEditable"), {editable});
 }
 
 bool WebEngineDesignSurface::isEditable()
 {
+    if (!m_ready)
+        return m_earlySettings.value(QStringLiteral("editable"), true).toBool();
     return callBool(QStringLiteral("isEditable"));
 }
 
 bool WebEngineDesignSurface::setScrollBarsVisible(bool visible)
 {
+    if (!m_ready)
+        return keepUntilReady(QStringLiteral("scrollBarsVisible"), visible);
     return callBool(QStringLiteral("setScrollBarsVisible"), {visible});
 }
 
 bool WebEngineDesignSurface::setBaseUrl(const QString &url)
 {
+    m_baseUrl = url;
+    if (!m_ready)
+        return keepUntilReady(QStringLiteral("baseUrl"), url);
     return callBool(QStringLiteral("setBaseUrl"), {url});
 }
 
@@ -704,13 +729,34 @@ bool WebEngineDesignSurface::findNext(const QString &text, const SearchOptions &
         {text, options.matchCase, options.wholeWord, options.backwards});
 }
 
+namespace {
+
+bool isDisplaySwitch(const QString &name)
+{
+    return name == QLatin1String("borders") || name == QLatin1String("details")
+        || name == QLatin1String("snapToGrid");
+}
+
+} // namespace
+
 bool WebEngineDesignSurface::display(const QString &name)
 {
+    if (!m_ready)
+        return m_earlySettings.value(QStringLiteral("display")).toMap().value(name).toBool();
     return callBool(QStringLiteral("display"), {name});
 }
 
 bool WebEngineDesignSurface::setDisplay(const QString &name, bool on)
 {
+    if (!m_ready) {
+        if (!isDisplaySwitch(name)) {
+            setLastError(QStringLiteral("Unknown display switch ") + name);
+            return false;
+        }
+        QVariantMap switches = m_earlySettings.value(QStringLiteral("display")).toMap();
+        switches.insert(name, on);
+        return keepUntilReady(QStringLiteral("display"), switches);
+    }
     return callBool(QStringLiteral("setDisplay"), {name, on});
 }
 

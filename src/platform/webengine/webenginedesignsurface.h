@@ -4,6 +4,7 @@
 #include "platform/webengine/scriptbridge.h"
 
 #include <QVariantList>
+#include <QVariantMap>
 
 class QWebChannel;
 class QWebEngineView;
@@ -91,6 +92,7 @@ public:
     bool isEditable() override;
     bool setScrollBarsVisible(bool visible) override;
     bool setBaseUrl(const QString &url) override;
+    QString baseUrl() const override { return m_baseUrl; }
     bool refresh() override;
     bool useElementFormatting() override;
     bool focusDocument() override;
@@ -131,6 +133,7 @@ private:
     int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);
     bool display(const QString &name);
     bool setDisplay(const QString &name, bool on);
+    bool keepUntilReady(const QString &name, const QVariant &value);
 
     QWebEngineView *m_view = nullptr;
     QWebChannel *m_channel = nullptr;
@@ -139,6 +142,9 @@ private:
     bool m_ready = false;
     int m_callDepth = 0;
     QList<std::pair<QString, QVariantList>> m_deferred;
+    // Settings of the surface made before the adapter was up; it gets them when it is.
+    QVariantMap m_earlySettings;
+    QString m_baseUrl;
 };
 
 // Receives the adapter's notifications through the web channel.
