@@ -284,49 +284,62 @@ void tst_Executor::guardedDeletions_data()
 {
     QTest::addColumn<EditorMethod>("method");
     QTest::addColumn<QString>("table");
+    // The selection runs from a1 to this text; empty for a caret-sized selection of a1.
+    QTest::addColumn<QString>("to");
     QTest::addColumn<QString>("message");
-    QTest::addColumn<int>("platformCommand");
-    // False where the guard lets the command through and the surface decides.
-    QTest::addColumn<bool>("changes");
 
+    const QString row = QStringLiteral("Unable to remove the last table row.");
+    const QString column = QStringLiteral("Unable to remove the last table column.");
+    const QString cell = QStringLiteral("Unable to remove the last table cell.");
     const QString oneRow = QStringLiteral("<table><tr><td>a1</td><td>b1</td></tr></table>");
-    const QString oneCell = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
-                                           "</table>");
+    const QString oneColumn = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
+                                             "</table>");
     const QString single = QStringLiteral("<table><tr><td>a1</td></tr></table>");
     const QString nested = QStringLiteral(
         "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
         "</table></td></tr></table>");
-    QTest::newRow("last row") << &HTMLEditorComponent::DeleteRow << oneRow
-                              << QStringLiteral("Unable to remove the last table row.")
-                              << DesignCommand::DeleteRows << true;
-    QTest::newRow("last column") << &HTMLEditorComponent::DeleteColumn << single
-                                 << QStringLiteral("Unable to remove the last table column.")
-                                 << DesignCommand::DeleteCols << true;
-    QTest::newRow("last cell") << &HTMLEditorComponent::DeleteCell << single
-                               << QStringLiteral("Unable to remove the last table cell.")
-                               << DesignCommand::DeleteCells << true;
-    QTest::newRow("second row") << &HTMLEditorComponent::DeleteRow << oneCell << QString()
-                                << DesignCommand::DeleteRows << true;
-    QTest::newRow("second column") << &HTMLEditorComponent::DeleteColumn << oneRow << QString()
-                                   << DesignCommand::DeleteCols << true;
-    // One column of two rows still has two cells: the column guard counts cells.
-    QTest::newRow("column guard counts cells") << &HTMLEditorComponent::DeleteColumn << oneCell
-                                               << QString() << DesignCommand::DeleteCols << false;
-    QTest::newRow("inner table decides") << &HTMLEditorComponent::DeleteRow << nested << QString()
-                                         << DesignCommand::DeleteRows << true;
+    QTest::newRow("last row") << &HTMLEditorComponent::DeleteRow << oneRow << QString() << row;
+    QTest::newRow("last column") << &HTMLEditorComponent::DeleteColumn << single << QString()
+                                 << column;
+    QTest::newRow("last cell") << &HTMLEditorComponent::DeleteCell << single << QString() << cell;
+    QTest::newRow("second row") << &HTMLEditorComponent::DeleteRow << oneColumn << QString()
+                                << QString();
+    QTest::newRow("second column")
+        << &HTMLEditorComponent::DeleteColumn << oneRow << QString() << QString();
+    QTest::newRow("one column of two cells")
+        << &HTMLEditorComponent::DeleteColumn << oneColumn << QString() << column;
+    QTest::newRow("every row selected")
+        << &HTMLEditorComponent::DeleteRow << oneColumn << QStringLiteral("a2") << row;
+    QTest::newRow("every cell selected")
+        << &HTMLEditorComponent::DeleteCell << oneRow << QStringLiteral("b1") << cell;
+    QTest::newRow("a row spanning the table")
+        << &HTMLEditorComponent::DeleteRow
+        << QStringLiteral("<table><tr><td rowspan=\"2\">a1</td><td>b1</td></tr>"
+                          "<tr><td>b2</td></tr></table>")
+        << QString() << row;
+    QTest::newRow("row markup in a comment is no row")
+        << &HTMLEditorComponent::DeleteRow
+        << QStringLiteral("<table><tr><td>a1<!-- <tr><td>x</td></tr> --></td></tr></table>")
+        << QString() << row;
+    QTest::newRow("inner table decides")
+        << &HTMLEditorComponent::DeleteRow << nested << QString() << QString();
     QTest::newRow("no table") << &HTMLEditorComponent::DeleteRow << QStringLiteral("<p>a1</p>")
-                              << QString() << DesignCommand::DeleteRows << true;
+                              << QString() << QString();
 }
 
 void tst_Executor::guardedDeletions()
 {
     QFETCH(EditorMethod, method);
     QFETCH(QString, table);
+    QFETCH(QString, to);
     QFETCH(QString, message);
-    QFETCH(int, platformCommand);
-    QFETCH(bool, changes);
     load(table);
-    select(QStringLiteral("a1"));
+    if (to.isEmpty())
+        select(QStringLiteral("a1"));
+    else
+        QVERIFY(VantryTest::adapterValue(
+            *m_editor, QStringLiteral("selectBetween"), {QStringLiteral("a1"), to})
+                    .toBool());
     const QString before = body();
 
     (m_editor.get()->*method)();
@@ -338,17 +351,9 @@ void tst_Executor::guardedDeletions()
         return;
     }
     QVERIFY(m_prompts->shown.isEmpty());
-    if (!table.contains(QLatin1String("<table"))) {
-        QCOMPARE(body(), before);
-        QVERIFY(!m_editor->isDirty());
-        return;
-    }
-    if (!changes)
-        return;
-    if (!supported(platformCommand))
-        QSKIP("The surface does not support this table command yet");
-    QVERIFY(m_editor->isDirty());
-    QVERIFY(body() != before);
+    const bool changes = table.contains(QLatin1String("<table"));
+    QCOMPARE(m_editor->isDirty(), changes);
+    QCOMPARE(body() != before, changes);
 }
 
 void tst_Executor::displayTogglesReturnAfterTwoClicks_data()
@@ -450,6 +455,7 @@ void tst_Executor::tableFromArguments_data()
     QTest::addColumn<QString>("rows");
     QTest::addColumn<QString>("columns");
     QTest::addColumn<QString>("width");
+    // Zero rows: the table is refused.
     QTest::addColumn<int>("expectedRows");
     QTest::addColumn<int>("expectedCells");
     QTest::newRow("defaults") << QString() << QString() << QString() << 1 << 3;
@@ -457,6 +463,20 @@ void tst_Executor::tableFromArguments_data()
         << QStringLiteral("x") << QStringLiteral("2") << QString() << 1 << 2;
     QTest::newRow("two by two, width")
         << QStringLiteral("2") << QStringLiteral("2") << QStringLiteral("300") << 2 << 4;
+    QTest::newRow("most rows") << QStringLiteral("1000") << QStringLiteral("1") << QString() << 1000
+                               << 1000;
+    QTest::newRow("most columns") << QStringLiteral("1") << QStringLiteral("100") << QString() << 1
+                                  << 100;
+    QTest::newRow("too many rows")
+        << QStringLiteral("1001") << QStringLiteral("1") << QString() << 0 << 0;
+    QTest::newRow("too many columns")
+        << QStringLiteral("1") << QStringLiteral("101") << QString() << 0 << 0;
+    QTest::newRow("no rows") << QStringLiteral("0") << QString() << QString() << 0 << 0;
+    QTest::newRow("negative columns")
+        << QStringLiteral("2") << QStringLiteral("-3") << QString() << 0 << 0;
+    QTest::newRow("infinite rows") << QStringLiteral("inf") << QString() << QString() << 0 << 0;
+    QTest::newRow("beyond int") << QStringLiteral("1e300") << QStringLiteral("1e300") << QString()
+                                << 0 << 0;
 }
 
 void tst_Executor::tableFromArguments()
@@ -474,14 +494,23 @@ void tst_Executor::tableFromArguments()
         spacing, padding, borderColor, style);
 
     const QList<Element> tables = m_surface->elementsByTagName(QStringLiteral("TABLE"));
+    if (expectedRows == 0) {
+        QVERIFY(tables.isEmpty());
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
+            QStringList{QStringLiteral("A table needs 1 to 1000 rows and 1 to 100 columns.")});
+        QVERIFY(body().contains(QLatin1String("here")));
+        QVERIFY(!m_editor->isDirty());
+        return;
+    }
     QCOMPARE(tables.size(), 1);
-    const QString markup = m_surface->outerHTML(tables.first());
-    const TableParts parts = countTableParts(markup);
+    const Platform::TableParts parts = m_surface->tableParts(tables.first());
     QCOMPARE(parts.rows, expectedRows);
     QCOMPARE(parts.cells, expectedCells);
+    const QString markup = m_surface->outerHTML(tables.first());
     QCOMPARE(markup.contains(QLatin1String("width=")), !width.isEmpty());
     QVERIFY(!markup.contains(QLatin1String("=\"\"")));
     QVERIFY(!body().contains(QLatin1String("here")));
+    QVERIFY(m_prompts->shown.isEmpty());
     QVERIFY(m_editor->isDirty());
 }
 

@@ -65,6 +65,8 @@ private Q_SLOTS:
     void blockFormats();
     void tableCommands_data();
     void tableCommands();
+    void mergeKeepsContentWithoutText_data();
+    void mergeKeepsContentWithoutText();
     void lastRowColumnAndCellStay_data();
     void lastRowColumnAndCellStay();
     void absoluteKeepsThePlaceOnScreen();
@@ -350,6 +352,34 @@ void tst_CommandSet::tableCommands()
         const bool present = text.contains(word);
         QVERIFY2(present != gone.contains(word), qPrintable(word + QLatin1String(": ") + text));
     }
+}
+
+void tst_CommandSet::mergeKeepsContentWithoutText_data()
+{
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("text box") << "<input type=\"text\">" << true;
+    QTest::newRow("empty anchor") << "<a name=\"here\"></a>" << true;
+    QTest::newRow("embed") << "<embed src=\"clip.swf\">" << true;
+    QTest::newRow("rule") << "<hr>" << true;
+    QTest::newRow("drop-down") << "<select><option></option></select>" << true;
+    QTest::newRow("classed span") << "<span class=\"mark\"></span>" << true;
+    QTest::newRow("comment") << "<!-- keep -->" << true;
+    QTest::newRow("empty division") << "<div></div>" << false;
+    QTest::newRow("line break") << " <br> " << false;
+}
+
+void tst_CommandSet::mergeKeepsContentWithoutText()
+{
+    QFETCH(QString, content);
+    QFETCH(bool, kept);
+    load(QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr></tbody></table>")
+             .arg(content));
+    caretAt(QStringLiteral("a"));
+    QVERIFY2(m_surface->execCommand(MergeCells), qPrintable(m_surface->lastError()));
+    QCOMPARE(m_surface->bodyInnerHTML(),
+        QStringLiteral("<table><tbody><tr><td colspan=\"2\">a%1</td></tr></tbody></table>")
+            .arg(kept ? QStringLiteral("<br>") + content : QString()));
 }
 
 void tst_CommandSet::lastRowColumnAndCellStay_data()
