@@ -66,6 +66,7 @@ private Q_SLOTS:
     void displayTogglesReturnAfterTwoClicks_data();
     void displayTogglesReturnAfterTwoClicks();
     void componentTogglesReachTheSurfaceButNotTheMarkup();
+    void absolutePositionNamesTheNextAction_data();
     void absolutePositionNamesTheNextAction();
     void cancelledColourChangesNothing();
     void chosenColourColoursTheSelection();
@@ -401,27 +402,61 @@ void tst_Executor::componentTogglesReachTheSurfaceButNotTheMarkup()
     QCOMPARE(m_surface->displaySwitch(QStringLiteral("borders")), borders);
 }
 
+void tst_Executor::absolutePositionNamesTheNextAction_data()
+{
+    QTest::addColumn<QString>("document");
+    // Empty: a caret in the first text, nothing selected whole.
+    QTest::addColumn<QString>("selected");
+
+    QTest::newRow("plain block") << QStringLiteral("<p>before</p><div>box</div>")
+                                 << QStringLiteral("DIV");
+    QTest::newRow("relative, offsets and layer") << QStringLiteral(
+        "<p>before</p><div style=\"position: relative; left: 4px; top: 2px; "
+        "z-index: 5; color: red\">box</div>") << QStringLiteral("DIV");
+    QTest::newRow("width and important layer") << QStringLiteral(
+        "<p>before</p><div style=\"width: 50%; z-index: 2 !important;\">box</div>")
+                                               << QStringLiteral("DIV");
+    QTest::newRow("image") << QStringLiteral(
+        "<p>before <img src=\"x.png\" style=\"left: 3px\"></p>")
+                           << QStringLiteral("IMG");
+    QTest::newRow("caret in a cell")
+        << QStringLiteral("<table><tr><td>cell</td></tr></table>") << QString();
+    QTest::newRow("caret in a paragraph") << QStringLiteral("<p>before</p>") << QString();
+}
+
 void tst_Executor::absolutePositionNamesTheNextAction()
 {
-    if (!supported(DesignCommand::MakeAbsolute))
-        QSKIP("The surface does not support absolute positioning yet");
-    load(QStringLiteral("<p>before</p><div id=\"box\">box</div>"));
-    selectElement(QStringLiteral("DIV"));
+    QFETCH(QString, document);
+    QFETCH(QString, selected);
+    load(document);
+    const QString before = body();
     Executor &executor = localExecutor();
-    if (m_surface->commandStatus(DesignCommand::MakeAbsolute) < 3)
-        QSKIP("The surface cannot position the selected element");
+    if (selected.isEmpty()) {
+        const TextRange range = m_surface->bodyRange();
+        QVERIFY(m_surface->collapseRange(range, true));
+        QVERIFY(m_surface->moveRange(range, Platform::TextUnit::Character, 2));
+        QVERIFY(m_surface->selectRange(range));
+        executor.executeCommand(23);
+        QCOMPARE(m_dirtyMarks, 0);
+        QVERIFY(m_toolTips.isEmpty());
+        QCOMPARE(body(), before);
+        return;
+    }
+    selectElement(selected);
+    const Element element = m_surface->elementsByTagName(selected).value(0);
 
     executor.executeCommand(23);
     QCOMPARE(m_dirtyMarks, 1);
     QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
         QStringLiteral("Set Position Attribute To Relitive"));
-    const Element box = m_surface->elementsByTagName(QStringLiteral("DIV")).value(0);
-    QCOMPARE(m_surface->styleProperty(box, QStringLiteral("position")), QStringLiteral("absolute"));
+    QCOMPARE(
+        m_surface->styleProperty(element, QStringLiteral("position")), QStringLiteral("absolute"));
 
     executor.executeCommand(23);
     QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
         QStringLiteral("Set Position Attribute To Absolute"));
     QCOMPARE(m_dirtyMarks, 2);
+    QCOMPARE(body(), before);
 }
 
 void tst_Executor::cancelledColourChangesNothing()
@@ -730,18 +765,20 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection_data()
     const QString table = QStringLiteral("Table Properties");
     const QString image = QStringLiteral("Image Properties");
     const QString link = QStringLiteral("Link Properties");
+    const QString make2D = QStringLiteral("Make 2D");
     QTest::newRow("text") << QStringLiteral("<p>plain</p>") << QStringLiteral("plain")
                           << QStringList{cut, page, element}
-                          << QStringList{row, table, image, link};
+                          << QStringList{row, table, image, link, make2D};
     QTest::newRow("table cell") << QStringLiteral("<table><tr><td>cell</td></tr></table>")
                                 << QStringLiteral("cell")
                                 << QStringList{cut, row, QStringLiteral("Delete Column"),
                                        QStringLiteral("Table Cell Properties"), table, page,
                                        element}
-                                << QStringList{image, link};
+                                << QStringList{image, link, make2D};
     QTest::newRow("image in a cell")
         << QStringLiteral("<table><tr><td><img src=\"a.gif\"></td></tr></table>")
-        << QStringLiteral("IMG") << QStringList{cut, image, element} << QStringList{row, table};
+        << QStringLiteral("IMG") << QStringList{cut, image, make2D, element}
+        << QStringList{row, table};
     QTest::newRow("link") << QStringLiteral("<p><a href=\"x.htm\">linked</a></p>")
                           << QStringLiteral("linked") << QStringList{link, page}
                           << QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")};
