@@ -89,7 +89,6 @@ private:
     void load(const QString &body);
     void select(const QString &needle);
     void selectElement(const QString &tagName);
-    bool supported(int platformCommand);
     QString body();
     Executor &localExecutor();
 
@@ -171,11 +170,6 @@ void tst_Executor::selectElement(const QString &tagName)
     QVERIFY(m_surface->selectElement(elements.first()));
 }
 
-bool tst_Executor::supported(int platformCommand)
-{
-    return m_surface->commandStatus(platformCommand) != Platform::DesignSurface::StatusNotSupported;
-}
-
 QString tst_Executor::body()
 {
     return m_surface->bodyInnerHTML();
@@ -236,8 +230,6 @@ void tst_Executor::inertCommandsLeaveTheDocumentClean()
 
 void tst_Executor::plainCommandMarksTheDocumentDirty()
 {
-    if (!supported(DesignCommand::Bold))
-        QSKIP("The surface does not support the bold command yet");
     load(QStringLiteral("<p>make this bold</p>"));
     select(QStringLiteral("this"));
     m_editor->Bold();
@@ -247,8 +239,6 @@ void tst_Executor::plainCommandMarksTheDocumentDirty()
 
 void tst_Executor::toolbarKeysRunTheirCommands()
 {
-    if (!supported(DesignCommand::Italic))
-        QSKIP("The surface does not support the italic command yet");
     load(QStringLiteral("<p>lean here</p>"));
     select(QStringLiteral("lean"));
     Executor &executor = localExecutor();
@@ -263,8 +253,6 @@ void tst_Executor::toolbarKeysRunTheirCommands()
 
 void tst_Executor::designCommandsRunUnderTheSameRules()
 {
-    if (!supported(DesignCommand::Underline))
-        QSKIP("The surface does not support the underline command yet");
     load(QStringLiteral("<p>line under</p>"));
     select(QStringLiteral("under"));
     CommandSink &sink = localExecutor();
@@ -473,8 +461,6 @@ void tst_Executor::cancelledColourChangesNothing()
 
 void tst_Executor::chosenColourColoursTheSelection()
 {
-    if (!supported(DesignCommand::SetForeColor))
-        QSKIP("The surface does not support the text colour command yet");
     load(QStringLiteral("<p>paint me</p>"));
     select(QStringLiteral("paint"));
     m_prompts->colors.enqueue(QColor(0xff, 0x00, 0x80));
@@ -719,8 +705,6 @@ void tst_Executor::dialogCommandsSayWhatIsComing()
 
 void tst_Executor::hyperlinkWrapsAndUnwraps()
 {
-    if (!supported(DesignCommand::Hyperlink))
-        QSKIP("The surface does not support the hyperlink command yet");
     load(QStringLiteral("<p>go there now</p>"));
     select(QStringLiteral("there"));
     Executor &executor = localExecutor();
