@@ -346,7 +346,8 @@ public:
         QString &psIMAGE_border, QString &psIMAGE_alt, QString &psIMAGE_src,
         QString &psIMAGE_Style);
     // A table from the arguments: pasted at the selection, or with a class appended to the
-    // end of the body. Empty rows and columns give one row of three cells.
+    // end of the body. Empty rows and columns give one row of three cells; a table has 1 to
+    // 1000 rows and 1 to 100 columns, other sizes are refused with a message.
     Q_INVOKABLE void InsertTABLENoPrompt(QString &psTABLE_Width, QString &psTABLE_Height,
         QString &psTABLE_Rows, QString &psTABLE_Columns, QString &psTABLE_Align,
         QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,

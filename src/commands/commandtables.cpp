@@ -1,8 +1,8 @@
 #include "commands/commandtables.h"
 
-#include <QRegularExpression>
-
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace Vantry::Commands {
 
@@ -128,16 +128,22 @@ QString quoted(QLatin1String name, const QString &value)
     return name + QLatin1String("=\"") + value + QLatin1String("\" ");
 }
 
-// Whole and fractional numbers count, as the host's scripts pass them.
-int partCount(const QString &value, int whenEmpty)
+// Whole and fractional numbers count, as the host's scripts pass them; NaN, when it comes,
+// is no count at all.
+double partCount(const QString &value, int whenEmpty)
 {
     if (value.isEmpty())
         return whenEmpty;
     bool ok = false;
     const double number = value.trimmed().toDouble(&ok);
-    if (!ok)
+    if (!ok || std::isnan(number))
         return 1;
-    return static_cast<int>(number);
+    return number;
+}
+
+int boundedCount(double count, int maximum)
+{
+    return static_cast<int>(std::clamp(count, 0.0, double(maximum)));
 }
 
 } // namespace
@@ -188,35 +194,21 @@ QString lastTablePartMessage(int number)
     }
 }
 
-TableParts countTableParts(const QString &tableMarkup)
+QString tableArgumentsProblem(const TableArguments &table)
 {
-    static const QRegularExpression tag(
-        QStringLiteral("<(/?)(table|tr|td|th)\\b"), QRegularExpression::CaseInsensitiveOption);
-    TableParts parts;
-    int depth = 0;
-    auto it = tag.globalMatch(tableMarkup);
-    while (it.hasNext()) {
-        const QRegularExpressionMatch match = it.next();
-        const bool closing = !match.capturedView(1).isEmpty();
-        const QString name = match.captured(2).toLower();
-        if (name == QLatin1String("table")) {
-            depth += closing ? -1 : 1;
-            if (depth <= 0)
-                break;
-        } else if (!closing && depth == 1) {
-            if (name == QLatin1String("tr"))
-                ++parts.rows;
-            else
-                ++parts.cells;
-        }
-    }
-    return parts;
+    const double rows = partCount(table.rows, 1);
+    const double columns = partCount(table.columns, 3);
+    if (rows >= 1 && rows < maxTableRows + 1 && columns >= 1 && columns < maxTableColumns + 1)
+        return {};
+    return QStringLiteral("A table needs 1 to %1 rows and 1 to %2 columns.")
+        .arg(maxTableRows)
+        .arg(maxTableColumns);
 }
 
 QString tableMarkup(const TableArguments &table)
 {
-    int rows = partCount(table.rows, 1);
-    int columns = partCount(table.columns, 3);
+    int rows = boundedCount(partCount(table.rows, 1), maxTableRows);
+    const int columns = boundedCount(partCount(table.columns, 3), maxTableColumns);
 
     QString markup = QStringLiteral("<TABLE ");
     const auto add = [&markup](QLatin1String name, const QString &value, bool leadingBlank) {

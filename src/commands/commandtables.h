@@ -57,15 +57,6 @@ QString absolutePositionToolTip(int makeAbsoluteStatus);
 // The refusal of a guarded deletion (29, 31, 33); empty for other numbers.
 QString lastTablePartMessage(int number);
 
-struct TableParts
-{
-    int rows = 0;
-    int cells = 0;
-};
-
-// Rows and cells of the outermost table in the markup, not counting those of nested tables.
-TableParts countTableParts(const QString &tableMarkup);
-
 // The arguments of the table-from-arguments commands, as passed by the host.
 struct TableArguments
 {
@@ -85,6 +76,16 @@ struct TableArguments
     QString className;
 };
 
+// The largest table hosts may build from arguments: already far more than a page shows,
+// and its markup stays at a few megabytes.
+inline constexpr int maxTableRows = 1000;
+inline constexpr int maxTableColumns = 100;
+
+// Why no table can be built from these arguments (rows or columns out of 1 to the maximum);
+// empty when one can.
+QString tableArgumentsProblem(const TableArguments &table);
+
+// The table's markup; rows and columns out of range are brought into it.
 QString tableMarkup(const TableArguments &table);
 
 // The arguments of the image-from-arguments command.

@@ -191,9 +191,8 @@ bool Executor::dispatch(int number, const CommandEntry &entry)
     case CommandAction::ImageFromArguments:
         return imageFromArguments();
     case CommandAction::TableFromArguments:
-        return insertTableAtSelection(m_surface, m_table);
     case CommandAction::TableFromArgumentsToBody:
-        return appendTableToBody(m_surface, m_table);
+        return tableFromArguments(entry.action == CommandAction::TableFromArgumentsToBody);
     case CommandAction::PageProperties:
         return m_dialogs->pageProperties();
     case CommandAction::TableProperties:
@@ -319,6 +318,18 @@ bool Executor::hyperlink()
             return false;
     }
     return !m_surface.lastCallFailed();
+}
+
+// The host's methods return nothing, so an impossible size is refused in words.
+bool Executor::tableFromArguments(bool appendToBody)
+{
+    const QString problem = tableArgumentsProblem(m_table);
+    if (!problem.isEmpty()) {
+        prompts().information(problem);
+        return false;
+    }
+    return appendToBody ? appendTableToBody(m_surface, m_table)
+                        : insertTableAtSelection(m_surface, m_table);
 }
 
 bool Executor::imageFromArguments()

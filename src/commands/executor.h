@@ -138,6 +138,7 @@ private:
     bool absolutePosition();
     bool hyperlink();
     bool imageFromArguments();
+    bool tableFromArguments(bool appendToBody);
     Platform::UserPrompts &prompts() const { return m_hooks.prompts(); }
 
     Platform::DesignSurface &m_surface;

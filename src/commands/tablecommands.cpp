@@ -6,6 +6,20 @@
 
 namespace Vantry::Commands {
 
+bool deletionKeepsTablePart(int number, const Platform::TableParts &parts)
+{
+    switch (number) {
+    case 29:
+        return parts.rows > 1 && parts.selectedRows < parts.rows;
+    case 31:
+        return parts.cells > 1 && parts.selectedColumns < parts.columns;
+    case 33:
+        return parts.cells > 1 && parts.selectedCells < parts.cells;
+    default:
+        return false;
+    }
+}
+
 TableEdit deleteTablePart(Platform::DesignSurface &surface, SelectionAccess &selection,
     const DocumentReferences &references, Platform::UserPrompts &prompts, int number)
 {
@@ -14,12 +28,10 @@ TableEdit deleteTablePart(Platform::DesignSurface &surface, SelectionAccess &sel
         return TableEdit::Failed;
     if (!selection.findSelectedTable())
         return TableEdit::NoTable;
-    const QString markup = surface.outerHTML(references.found);
+    const Platform::TableParts parts = surface.tableParts(references.found);
     if (surface.lastCallFailed())
         return TableEdit::Failed;
-    const TableParts parts = countTableParts(markup);
-    const int count = number == 29 ? parts.rows : parts.cells;
-    if (count <= 1) {
+    if (!deletionKeepsTablePart(number, parts)) {
         prompts.information(lastTablePartMessage(number));
         return TableEdit::Refused;
     }

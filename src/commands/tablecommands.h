@@ -5,6 +5,7 @@
 namespace Vantry::Platform {
 class DesignSurface;
 class UserPrompts;
+struct TableParts;
 } // namespace Vantry::Platform
 
 namespace Vantry::Commands {
@@ -21,8 +22,13 @@ enum class TableEdit
     Failed
 };
 
-// Deletes a row (29), column (31) or cell (33) around the selection, refusing to take the
-// last one. Columns and cells are both counted over the whole table's cells.
+// Whether deleting rows (29), columns (31) or cells (33) at the selection leaves the table
+// at least one of them. A one-cell table keeps its last column and cell as the command
+// numbers have always counted them, over the whole table's cells.
+bool deletionKeepsTablePart(int number, const Platform::TableParts &parts);
+
+// Deletes a row (29), column (31) or cell (33) around the selection, refusing with the
+// matching message to take the last one.
 TableEdit deleteTablePart(Platform::DesignSurface &surface, SelectionAccess &selection,
     const DocumentReferences &references, Platform::UserPrompts &prompts, int number);
 

@@ -29,6 +29,19 @@ struct Element
     static Element fromVariant(const QVariant &value);
 };
 
+// A table's rows and cells, not counting those of nested tables, its width in grid columns,
+// and how many of each a row, column or cell deletion at the selection would take (none
+// when the selection is in no cell of the table). Spans count as the cells they are.
+struct TableParts
+{
+    int rows = 0;
+    int columns = 0;
+    int cells = 0;
+    int selectedRows = 0;
+    int selectedColumns = 0;
+    int selectedCells = 0;
+};
+
 // The editing surface of the design view: an HTML document in editing mode with a
 // document object model, and notifications of what the user does in it.
 //
@@ -98,6 +111,7 @@ public:
     // An empty value removes the property.
     virtual bool setStyleProperty(const Element &element, const QString &name, const QString &value)
         = 0;
+    virtual TableParts tableParts(const Element &table) = 0;
     virtual QList<Element> images() = 0;
     virtual QList<Element> scripts() = 0;
 

@@ -3,6 +3,8 @@
 
 #include "commands/commandtables.h"
 #include "commands/contextmenus.h"
+#include "commands/tablecommands.h"
+#include "platform/designsurface.h"
 #include "platform/prompts/fontchoice.h"
 
 #include <VantryHTMLEditor/CompanionObjects.h>
@@ -17,6 +19,7 @@ Q_DECLARE_METATYPE(Vantry::Commands::CommandAction)
 Q_DECLARE_METATYPE(Vantry::Commands::MenuContext)
 Q_DECLARE_METATYPE(Vantry::Commands::TableArguments)
 Q_DECLARE_METATYPE(Vantry::Commands::ImageArguments)
+Q_DECLARE_METATYPE(Vantry::Platform::TableParts)
 
 class tst_CommandTables : public QObject
 {
@@ -31,8 +34,8 @@ private Q_SLOTS:
     void absolutePositionToolTip_data();
     void absolutePositionToolTip();
     void lastTablePartMessages();
-    void countTableParts_data();
-    void countTableParts();
+    void deletionKeepsTablePart_data();
+    void deletionKeepsTablePart();
     void tableMarkup_data();
     void tableMarkup();
     void imageMarkup_data();
@@ -169,37 +172,30 @@ void tst_CommandTables::lastTablePartMessages()
     QVERIFY(lastTablePartMessage(28).isEmpty());
 }
 
-void tst_CommandTables::countTableParts_data()
+void tst_CommandTables::deletionKeepsTablePart_data()
 {
-    QTest::addColumn<QString>("markup");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<int>("cells");
-    QTest::newRow("one cell") << QStringLiteral("<table><tbody><tr><td>a</td></tr></tbody></table>")
-                              << 1 << 1;
-    QTest::newRow("two by three, upper case")
-        << QStringLiteral("<TABLE><TR><TH>a</TH><TD>b</TD><TD>c</TD></TR>"
-                          "<TR><TD>d</TD><TD>e</TD><TD>f</TD></TR></TABLE>")
-        << 2 << 6;
-    QTest::newRow("nested table not counted")
-        << QStringLiteral("<table><tr><td><table><tr><td>x</td><td>y</td></tr><tr><td>z</td>"
-                          "</tr></table></td></tr></table>")
-        << 1 << 1;
-    QTest::newRow("tbody and thead are no rows")
-        << QStringLiteral("<table><thead><tr><td>h</td></tr></thead><tbody></tbody></table>") << 1
-        << 1;
-    QTest::newRow("attributes") << QStringLiteral("<table border=\"1\"><tr class=\"r\"><td "
-                                                  "colspan=\"2\">a</td></tr></table>")
-                                << 1 << 1;
+    QTest::addColumn<int>("number");
+    QTest::addColumn<Platform::TableParts>("parts");
+    QTest::addColumn<bool>("keeps");
+    // rows, columns, cells, then what the selection covers of each
+    const Platform::TableParts twoByTwo{2, 2, 4, 1, 1, 1};
+    QTest::newRow("row of two") << 29 << twoByTwo << true;
+    QTest::newRow("both rows") << 29 << Platform::TableParts{2, 2, 4, 2, 1, 2} << false;
+    QTest::newRow("column of two") << 31 << twoByTwo << true;
+    QTest::newRow("the only column of two rows")
+        << 31 << Platform::TableParts{2, 1, 2, 1, 1, 1} << false;
+    QTest::newRow("cell of four") << 33 << twoByTwo << true;
+    QTest::newRow("every cell") << 33 << Platform::TableParts{2, 2, 4, 2, 2, 4} << false;
+    QTest::newRow("only cell") << 33 << Platform::TableParts{1, 1, 1, 1, 1, 1} << false;
+    QTest::newRow("not a deletion") << 28 << twoByTwo << false;
 }
 
-void tst_CommandTables::countTableParts()
+void tst_CommandTables::deletionKeepsTablePart()
 {
-    QFETCH(QString, markup);
-    QFETCH(int, rows);
-    QFETCH(int, cells);
-    const TableParts parts = Commands::countTableParts(markup);
-    QCOMPARE(parts.rows, rows);
-    QCOMPARE(parts.cells, cells);
+    QFETCH(int, number);
+    QFETCH(Platform::TableParts, parts);
+    QFETCH(bool, keeps);
+    QCOMPARE(Commands::deletionKeepsTablePart(number, parts), keeps);
 }
 
 namespace {

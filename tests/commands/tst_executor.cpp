@@ -66,6 +66,7 @@ private Q_SLOTS:
     void displayTogglesReturnAfterTwoClicks_data();
     void displayTogglesReturnAfterTwoClicks();
     void componentTogglesReachTheSurfaceButNotTheMarkup();
+    void absolutePositionNamesTheNextAction_data();
     void absolutePositionNamesTheNextAction();
     void cancelledColourChangesNothing();
     void chosenColourColoursTheSelection();
@@ -88,7 +89,6 @@ private:
     void load(const QString &body);
     void select(const QString &needle);
     void selectElement(const QString &tagName);
-    bool supported(int platformCommand);
     QString body();
     Executor &localExecutor();
 
@@ -170,11 +170,6 @@ void tst_Executor::selectElement(const QString &tagName)
     QVERIFY(m_surface->selectElement(elements.first()));
 }
 
-bool tst_Executor::supported(int platformCommand)
-{
-    return m_surface->commandStatus(platformCommand) != Platform::DesignSurface::StatusNotSupported;
-}
-
 QString tst_Executor::body()
 {
     return m_surface->bodyInnerHTML();
@@ -235,8 +230,6 @@ void tst_Executor::inertCommandsLeaveTheDocumentClean()
 
 void tst_Executor::plainCommandMarksTheDocumentDirty()
 {
-    if (!supported(DesignCommand::Bold))
-        QSKIP("The surface does not support the bold command yet");
     load(QStringLiteral("<p>make this bold</p>"));
     select(QStringLiteral("this"));
     m_editor->Bold();
@@ -246,8 +239,6 @@ void tst_Executor::plainCommandMarksTheDocumentDirty()
 
 void tst_Executor::toolbarKeysRunTheirCommands()
 {
-    if (!supported(DesignCommand::Italic))
-        QSKIP("The surface does not support the italic command yet");
     load(QStringLiteral("<p>lean here</p>"));
     select(QStringLiteral("lean"));
     Executor &executor = localExecutor();
@@ -262,8 +253,6 @@ void tst_Executor::toolbarKeysRunTheirCommands()
 
 void tst_Executor::designCommandsRunUnderTheSameRules()
 {
-    if (!supported(DesignCommand::Underline))
-        QSKIP("The surface does not support the underline command yet");
     load(QStringLiteral("<p>line under</p>"));
     select(QStringLiteral("under"));
     CommandSink &sink = localExecutor();
@@ -284,49 +273,62 @@ void tst_Executor::guardedDeletions_data()
 {
     QTest::addColumn<EditorMethod>("method");
     QTest::addColumn<QString>("table");
+    // The selection runs from a1 to this text; empty for a caret-sized selection of a1.
+    QTest::addColumn<QString>("to");
     QTest::addColumn<QString>("message");
-    QTest::addColumn<int>("platformCommand");
-    // False where the guard lets the command through and the surface decides.
-    QTest::addColumn<bool>("changes");
 
+    const QString row = QStringLiteral("Unable to remove the last table row.");
+    const QString column = QStringLiteral("Unable to remove the last table column.");
+    const QString cell = QStringLiteral("Unable to remove the last table cell.");
     const QString oneRow = QStringLiteral("<table><tr><td>a1</td><td>b1</td></tr></table>");
-    const QString oneCell = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
-                                           "</table>");
+    const QString oneColumn = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
+                                             "</table>");
     const QString single = QStringLiteral("<table><tr><td>a1</td></tr></table>");
     const QString nested = QStringLiteral(
         "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
         "</table></td></tr></table>");
-    QTest::newRow("last row") << &HTMLEditorComponent::DeleteRow << oneRow
-                              << QStringLiteral("Unable to remove the last table row.")
-                              << DesignCommand::DeleteRows << true;
-    QTest::newRow("last column") << &HTMLEditorComponent::DeleteColumn << single
-                                 << QStringLiteral("Unable to remove the last table column.")
-                                 << DesignCommand::DeleteCols << true;
-    QTest::newRow("last cell") << &HTMLEditorComponent::DeleteCell << single
-                               << QStringLiteral("Unable to remove the last table cell.")
-                               << DesignCommand::DeleteCells << true;
-    QTest::newRow("second row") << &HTMLEditorComponent::DeleteRow << oneCell << QString()
-                                << DesignCommand::DeleteRows << true;
-    QTest::newRow("second column") << &HTMLEditorComponent::DeleteColumn << oneRow << QString()
-                                   << DesignCommand::DeleteCols << true;
-    // One column of two rows still has two cells: the column guard counts cells.
-    QTest::newRow("column guard counts cells") << &HTMLEditorComponent::DeleteColumn << oneCell
-                                               << QString() << DesignCommand::DeleteCols << false;
-    QTest::newRow("inner table decides") << &HTMLEditorComponent::DeleteRow << nested << QString()
-                                         << DesignCommand::DeleteRows << true;
+    QTest::newRow("last row") << &HTMLEditorComponent::DeleteRow << oneRow << QString() << row;
+    QTest::newRow("last column") << &HTMLEditorComponent::DeleteColumn << single << QString()
+                                 << column;
+    QTest::newRow("last cell") << &HTMLEditorComponent::DeleteCell << single << QString() << cell;
+    QTest::newRow("second row") << &HTMLEditorComponent::DeleteRow << oneColumn << QString()
+                                << QString();
+    QTest::newRow("second column")
+        << &HTMLEditorComponent::DeleteColumn << oneRow << QString() << QString();
+    QTest::newRow("one column of two cells")
+        << &HTMLEditorComponent::DeleteColumn << oneColumn << QString() << column;
+    QTest::newRow("every row selected")
+        << &HTMLEditorComponent::DeleteRow << oneColumn << QStringLiteral("a2") << row;
+    QTest::newRow("every cell selected")
+        << &HTMLEditorComponent::DeleteCell << oneRow << QStringLiteral("b1") << cell;
+    QTest::newRow("a row spanning the table")
+        << &HTMLEditorComponent::DeleteRow
+        << QStringLiteral("<table><tr><td rowspan=\"2\">a1</td><td>b1</td></tr>"
+                          "<tr><td>b2</td></tr></table>")
+        << QString() << row;
+    QTest::newRow("row markup in a comment is no row")
+        << &HTMLEditorComponent::DeleteRow
+        << QStringLiteral("<table><tr><td>a1<!-- <tr><td>x</td></tr> --></td></tr></table>")
+        << QString() << row;
+    QTest::newRow("inner table decides")
+        << &HTMLEditorComponent::DeleteRow << nested << QString() << QString();
     QTest::newRow("no table") << &HTMLEditorComponent::DeleteRow << QStringLiteral("<p>a1</p>")
-                              << QString() << DesignCommand::DeleteRows << true;
+                              << QString() << QString();
 }
 
 void tst_Executor::guardedDeletions()
 {
     QFETCH(EditorMethod, method);
     QFETCH(QString, table);
+    QFETCH(QString, to);
     QFETCH(QString, message);
-    QFETCH(int, platformCommand);
-    QFETCH(bool, changes);
     load(table);
-    select(QStringLiteral("a1"));
+    if (to.isEmpty())
+        select(QStringLiteral("a1"));
+    else
+        QVERIFY(VantryTest::adapterValue(
+            *m_editor, QStringLiteral("selectBetween"), {QStringLiteral("a1"), to})
+                    .toBool());
     const QString before = body();
 
     (m_editor.get()->*method)();
@@ -338,17 +340,9 @@ void tst_Executor::guardedDeletions()
         return;
     }
     QVERIFY(m_prompts->shown.isEmpty());
-    if (!table.contains(QLatin1String("<table"))) {
-        QCOMPARE(body(), before);
-        QVERIFY(!m_editor->isDirty());
-        return;
-    }
-    if (!changes)
-        return;
-    if (!supported(platformCommand))
-        QSKIP("The surface does not support this table command yet");
-    QVERIFY(m_editor->isDirty());
-    QVERIFY(body() != before);
+    const bool changes = table.contains(QLatin1String("<table"));
+    QCOMPARE(m_editor->isDirty(), changes);
+    QCOMPARE(body() != before, changes);
 }
 
 void tst_Executor::displayTogglesReturnAfterTwoClicks_data()
@@ -396,27 +390,61 @@ void tst_Executor::componentTogglesReachTheSurfaceButNotTheMarkup()
     QCOMPARE(m_surface->displaySwitch(QStringLiteral("borders")), borders);
 }
 
+void tst_Executor::absolutePositionNamesTheNextAction_data()
+{
+    QTest::addColumn<QString>("document");
+    // Empty: a caret in the first text, nothing selected whole.
+    QTest::addColumn<QString>("selected");
+
+    QTest::newRow("plain block") << QStringLiteral("<p>before</p><div>box</div>")
+                                 << QStringLiteral("DIV");
+    QTest::newRow("relative, offsets and layer") << QStringLiteral(
+        "<p>before</p><div style=\"position: relative; left: 4px; top: 2px; "
+        "z-index: 5; color: red\">box</div>") << QStringLiteral("DIV");
+    QTest::newRow("width and important layer") << QStringLiteral(
+        "<p>before</p><div style=\"width: 50%; z-index: 2 !important;\">box</div>")
+                                               << QStringLiteral("DIV");
+    QTest::newRow("image") << QStringLiteral(
+        "<p>before <img src=\"x.png\" style=\"left: 3px\"></p>")
+                           << QStringLiteral("IMG");
+    QTest::newRow("caret in a cell")
+        << QStringLiteral("<table><tr><td>cell</td></tr></table>") << QString();
+    QTest::newRow("caret in a paragraph") << QStringLiteral("<p>before</p>") << QString();
+}
+
 void tst_Executor::absolutePositionNamesTheNextAction()
 {
-    if (!supported(DesignCommand::MakeAbsolute))
-        QSKIP("The surface does not support absolute positioning yet");
-    load(QStringLiteral("<p>before</p><div id=\"box\">box</div>"));
-    selectElement(QStringLiteral("DIV"));
+    QFETCH(QString, document);
+    QFETCH(QString, selected);
+    load(document);
+    const QString before = body();
     Executor &executor = localExecutor();
-    if (m_surface->commandStatus(DesignCommand::MakeAbsolute) < 3)
-        QSKIP("The surface cannot position the selected element");
+    if (selected.isEmpty()) {
+        const TextRange range = m_surface->bodyRange();
+        QVERIFY(m_surface->collapseRange(range, true));
+        QVERIFY(m_surface->moveRange(range, Platform::TextUnit::Character, 2));
+        QVERIFY(m_surface->selectRange(range));
+        executor.executeCommand(23);
+        QCOMPARE(m_dirtyMarks, 0);
+        QVERIFY(m_toolTips.isEmpty());
+        QCOMPARE(body(), before);
+        return;
+    }
+    selectElement(selected);
+    const Element element = m_surface->elementsByTagName(selected).value(0);
 
     executor.executeCommand(23);
     QCOMPARE(m_dirtyMarks, 1);
     QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
         QStringLiteral("Set Position Attribute To Relitive"));
-    const Element box = m_surface->elementsByTagName(QStringLiteral("DIV")).value(0);
-    QCOMPARE(m_surface->styleProperty(box, QStringLiteral("position")), QStringLiteral("absolute"));
+    QCOMPARE(
+        m_surface->styleProperty(element, QStringLiteral("position")), QStringLiteral("absolute"));
 
     executor.executeCommand(23);
     QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
         QStringLiteral("Set Position Attribute To Absolute"));
     QCOMPARE(m_dirtyMarks, 2);
+    QCOMPARE(body(), before);
 }
 
 void tst_Executor::cancelledColourChangesNothing()
@@ -433,8 +461,6 @@ void tst_Executor::cancelledColourChangesNothing()
 
 void tst_Executor::chosenColourColoursTheSelection()
 {
-    if (!supported(DesignCommand::SetForeColor))
-        QSKIP("The surface does not support the text colour command yet");
     load(QStringLiteral("<p>paint me</p>"));
     select(QStringLiteral("paint"));
     m_prompts->colors.enqueue(QColor(0xff, 0x00, 0x80));
@@ -450,6 +476,7 @@ void tst_Executor::tableFromArguments_data()
     QTest::addColumn<QString>("rows");
     QTest::addColumn<QString>("columns");
     QTest::addColumn<QString>("width");
+    // Zero rows: the table is refused.
     QTest::addColumn<int>("expectedRows");
     QTest::addColumn<int>("expectedCells");
     QTest::newRow("defaults") << QString() << QString() << QString() << 1 << 3;
@@ -457,6 +484,20 @@ void tst_Executor::tableFromArguments_data()
         << QStringLiteral("x") << QStringLiteral("2") << QString() << 1 << 2;
     QTest::newRow("two by two, width")
         << QStringLiteral("2") << QStringLiteral("2") << QStringLiteral("300") << 2 << 4;
+    QTest::newRow("most rows") << QStringLiteral("1000") << QStringLiteral("1") << QString() << 1000
+                               << 1000;
+    QTest::newRow("most columns") << QStringLiteral("1") << QStringLiteral("100") << QString() << 1
+                                  << 100;
+    QTest::newRow("too many rows")
+        << QStringLiteral("1001") << QStringLiteral("1") << QString() << 0 << 0;
+    QTest::newRow("too many columns")
+        << QStringLiteral("1") << QStringLiteral("101") << QString() << 0 << 0;
+    QTest::newRow("no rows") << QStringLiteral("0") << QString() << QString() << 0 << 0;
+    QTest::newRow("negative columns")
+        << QStringLiteral("2") << QStringLiteral("-3") << QString() << 0 << 0;
+    QTest::newRow("infinite rows") << QStringLiteral("inf") << QString() << QString() << 0 << 0;
+    QTest::newRow("beyond int") << QStringLiteral("1e300") << QStringLiteral("1e300") << QString()
+                                << 0 << 0;
 }
 
 void tst_Executor::tableFromArguments()
@@ -474,14 +515,23 @@ void tst_Executor::tableFromArguments()
         spacing, padding, borderColor, style);
 
     const QList<Element> tables = m_surface->elementsByTagName(QStringLiteral("TABLE"));
+    if (expectedRows == 0) {
+        QVERIFY(tables.isEmpty());
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
+            QStringList{QStringLiteral("A table needs 1 to 1000 rows and 1 to 100 columns.")});
+        QVERIFY(body().contains(QLatin1String("here")));
+        QVERIFY(!m_editor->isDirty());
+        return;
+    }
     QCOMPARE(tables.size(), 1);
-    const QString markup = m_surface->outerHTML(tables.first());
-    const TableParts parts = countTableParts(markup);
+    const Platform::TableParts parts = m_surface->tableParts(tables.first());
     QCOMPARE(parts.rows, expectedRows);
     QCOMPARE(parts.cells, expectedCells);
+    const QString markup = m_surface->outerHTML(tables.first());
     QCOMPARE(markup.contains(QLatin1String("width=")), !width.isEmpty());
     QVERIFY(!markup.contains(QLatin1String("=\"\"")));
     QVERIFY(!body().contains(QLatin1String("here")));
+    QVERIFY(m_prompts->shown.isEmpty());
     QVERIFY(m_editor->isDirty());
 }
 
@@ -655,8 +705,6 @@ void tst_Executor::dialogCommandsSayWhatIsComing()
 
 void tst_Executor::hyperlinkWrapsAndUnwraps()
 {
-    if (!supported(DesignCommand::Hyperlink))
-        QSKIP("The surface does not support the hyperlink command yet");
     load(QStringLiteral("<p>go there now</p>"));
     select(QStringLiteral("there"));
     Executor &executor = localExecutor();
@@ -701,18 +749,20 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection_data()
     const QString table = QStringLiteral("Table Properties");
     const QString image = QStringLiteral("Image Properties");
     const QString link = QStringLiteral("Link Properties");
+    const QString make2D = QStringLiteral("Make 2D");
     QTest::newRow("text") << QStringLiteral("<p>plain</p>") << QStringLiteral("plain")
                           << QStringList{cut, page, element}
-                          << QStringList{row, table, image, link};
+                          << QStringList{row, table, image, link, make2D};
     QTest::newRow("table cell") << QStringLiteral("<table><tr><td>cell</td></tr></table>")
                                 << QStringLiteral("cell")
                                 << QStringList{cut, row, QStringLiteral("Delete Column"),
                                        QStringLiteral("Table Cell Properties"), table, page,
                                        element}
-                                << QStringList{image, link};
+                                << QStringList{image, link, make2D};
     QTest::newRow("image in a cell")
         << QStringLiteral("<table><tr><td><img src=\"a.gif\"></td></tr></table>")
-        << QStringLiteral("IMG") << QStringList{cut, image, element} << QStringList{row, table};
+        << QStringLiteral("IMG") << QStringList{cut, image, make2D, element}
+        << QStringList{row, table};
     QTest::newRow("link") << QStringLiteral("<p><a href=\"x.htm\">linked</a></p>")
                           << QStringLiteral("linked") << QStringList{link, page}
                           << QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")};

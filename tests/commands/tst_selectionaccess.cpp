@@ -32,6 +32,8 @@ private Q_SLOTS:
     void selectedHTML();
     void replaceSelectedHTML_data();
     void replaceSelectedHTML();
+    void replacingAcrossCellsKeepsTheTable_data();
+    void replacingAcrossCellsKeepsTheTable();
     void insertMethodsPasteTheirMarkup_data();
     void insertMethodsPasteTheirMarkup();
     void insertingOnASelectedControlIsRefused();
@@ -280,6 +282,68 @@ void tst_SelectionAccess::replaceSelectedHTML()
     else
         select(needle, QByteArray(QTest::currentDataTag()) == "caret");
     m_editor->ReplaceSelectedHTML(replacement);
+    QCOMPARE(m_surface->bodyInnerHTML(), body);
+}
+
+void tst_SelectionAccess::replacingAcrossCellsKeepsTheTable_data()
+{
+    QTest::addColumn<QByteArray>("method");
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<QString>("body");
+
+    // a1 b1 c1
+    // a2 b2 c2
+    const auto table = [](const char *row1, const char *row2) -> QString {
+        return QStringLiteral("<table><tbody><tr>%1</tr><tr>%2</tr></tbody></table>")
+            .arg(QLatin1String(row1), QLatin1String(row2));
+    };
+    const auto page = [&table](const char *row1, const char *row2) -> QString {
+        return QStringLiteral("<p>before</p>") + table(row1, row2) + QStringLiteral("<p>after</p>");
+    };
+    const char *row2 = "<td>a2</td><td>b2</td><td>c2</td>";
+    QTest::newRow("replace across a row")
+        << QByteArray("ReplaceSelectedHTML") << "a1"
+        << "c1" << page("<td><i>x</i></td><td></td><td></td>", row2);
+    QTest::newRow("replace across rows")
+        << QByteArray("ReplaceSelectedHTML") << "b1"
+        << "b2" << page("<td>a1</td><td><i>x</i></td><td></td>", "<td></td><td></td><td>c2</td>");
+    QTest::newRow("insert across a row")
+        << QByteArray("InsertHTML") << "a1"
+        << "c1" << page("<td><i>x</i></td><td></td><td></td>", row2);
+    QTest::newRow("text box across rows")
+        << QByteArray("InsertTextBox") << "c1"
+        << "a2"
+        << page("<td>a1</td><td>b1</td><td><input type=\"text\" size=\"24\" value=\"\"></td>",
+               "<td></td><td>b2</td><td>c2</td>");
+    QTest::newRow("from the text before into the table")
+        << QByteArray("ReplaceSelectedHTML") << "ore"
+        << "b2"
+        << QStringLiteral("<p>bef<i>x</i></p>")
+            + table("<td></td><td></td><td></td>", "<td></td><td></td><td>c2</td>")
+            + QStringLiteral("<p>after</p>");
+}
+
+// Pasting over a selection that runs through cells clears what they hold and keeps every
+// cell, as the engine's own Cut does.
+void tst_SelectionAccess::replacingAcrossCellsKeepsTheTable()
+{
+    QFETCH(QByteArray, method);
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QString, body);
+    load(QStringLiteral("<p>before</p><table><tbody><tr><td>a1</td><td>b1</td><td>c1</td></tr>"
+                        "<tr><td>a2</td><td>b2</td><td>c2</td></tr></tbody></table>"
+                        "<p>after</p>"));
+    QVERIFY(
+        VantryTest::adapterValue(*m_editor, QStringLiteral("selectBetween"), {from, to}).toBool());
+    const QString x = QStringLiteral("<i>x</i>");
+    if (method == "ReplaceSelectedHTML")
+        m_editor->ReplaceSelectedHTML(x);
+    else if (method == "InsertHTML")
+        m_editor->InsertHTML(x);
+    else
+        QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));
     QCOMPARE(m_surface->bodyInnerHTML(), body);
 }
 

@@ -65,6 +65,8 @@ private Q_SLOTS:
     void blockFormats();
     void tableCommands_data();
     void tableCommands();
+    void mergeKeepsContentWithoutText_data();
+    void mergeKeepsContentWithoutText();
     void lastRowColumnAndCellStay_data();
     void lastRowColumnAndCellStay();
     void absoluteKeepsThePlaceOnScreen();
@@ -85,7 +87,7 @@ private:
     void select(const QString &needle);
     void caretAt(const QString &needle);
     QVariant js(const QString &operation, const QVariantList &args = {});
-    QStringList zIndexes();
+    QString paintingOrder();
 
     std::unique_ptr<HTMLEditorComponent> m_editor;
     Platform::WebEngineDesignSurface *m_surface = nullptr;
@@ -352,6 +354,33 @@ void tst_CommandSet::tableCommands()
     }
 }
 
+void tst_CommandSet::mergeKeepsContentWithoutText_data()
+{
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("empty anchor") << "<a name=\"here\"></a>" << true;
+    QTest::newRow("embed") << "<embed src=\"clip.swf\">" << true;
+    QTest::newRow("rule") << "<hr>" << true;
+    QTest::newRow("drop-down") << "<select><option></option></select>" << true;
+    QTest::newRow("classed span") << "<span class=\"mark\"></span>" << true;
+    QTest::newRow("comment") << "<!-- keep -->" << true;
+    QTest::newRow("empty division") << "<div></div>" << false;
+    QTest::newRow("line break") << " <br> " << false;
+}
+
+void tst_CommandSet::mergeKeepsContentWithoutText()
+{
+    QFETCH(QString, content);
+    QFETCH(bool, kept);
+    load(QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr></tbody></table>")
+             .arg(content));
+    caretAt(QStringLiteral("a"));
+    QVERIFY2(m_surface->execCommand(MergeCells), qPrintable(m_surface->lastError()));
+    QCOMPARE(m_surface->bodyInnerHTML(),
+        QStringLiteral("<table><tbody><tr><td colspan=\"2\">a%1</td></tr></tbody></table>")
+            .arg(kept ? QStringLiteral("<br>") + content : QString()));
+}
+
 void tst_CommandSet::lastRowColumnAndCellStay_data()
 {
     QTest::addColumn<int>("command");
@@ -420,42 +449,74 @@ void tst_CommandSet::lockIsNotSaved()
     QCOMPARE(m_surface->commandStatus(LockElement), 3);
 }
 
-QStringList tst_CommandSet::zIndexes()
+// The divs named by their text, bottom to top as they are painted, with "text" where the
+// page's text lies between the layers below it and those above it.
+QString tst_CommandSet::paintingOrder()
 {
-    QStringList out;
-    for (const Element &div : m_surface->elementsByTagName(QStringLiteral("div")))
-        out.append(m_surface->styleProperty(div, QStringLiteral("z-index")));
-    return out;
+    struct Layer
+    {
+        int z;
+        int index;
+        QString name;
+    };
+    QList<Layer> layers;
+    const QList<Element> divs = m_surface->elementsByTagName(QStringLiteral("div"));
+    for (const Element &div : divs) {
+        layers.append({m_surface->styleProperty(div, QStringLiteral("z-index")).toInt(),
+            int(layers.size()), m_surface->innerHTML(div)});
+    }
+    std::sort(layers.begin(), layers.end(), [](const Layer &a, const Layer &b) {
+        return std::tie(a.z, a.index) < std::tie(b.z, b.index);
+    });
+    QStringList names;
+    bool text = false;
+    for (const Layer &layer : std::as_const(layers)) {
+        if (!text && layer.z >= 0) {
+            names.append(QStringLiteral("text"));
+            text = true;
+        }
+        names.append(layer.name);
+    }
+    if (!text)
+        names.append(QStringLiteral("text"));
+    return names.join(QLatin1Char(' '));
 }
 
 void tst_CommandSet::layering_data()
 {
-    QTest::addColumn<int>("which");
+    QTest::addColumn<QString>("selected");
     QTest::addColumn<int>("command");
-    QTest::addColumn<QStringList>("zIndexes");
+    QTest::addColumn<QString>("order");
 
-    QTest::newRow("bring to front") << 0 << int(BringToFront) << words("3 1 2");
-    QTest::newRow("send to back") << 2 << int(SendToBack) << words("2 3 1");
-    QTest::newRow("bring forward") << 0 << int(BringForward) << words("2 1 3");
-    QTest::newRow("send backward") << 1 << int(SendBackward) << words("2 1 3");
-    QTest::newRow("send below text") << 1 << int(SendBelowText) << words("1 -1 2");
-    QTest::newRow("bring above text") << 1 << 5039 << words("1 3 2");
+    // Painted as: text a b r c. r is positioned in the flow, not lifted, and layered all
+    // the same.
+    QTest::newRow("bring to front") << "a" << int(BringToFront) << "text b r c a";
+    QTest::newRow("send to back") << "c" << int(SendToBack) << "text c a b r";
+    QTest::newRow("bring forward") << "a" << int(BringForward) << "text b a r c";
+    QTest::newRow("bring forward past a tie") << "b" << int(BringForward) << "text a r b c";
+    QTest::newRow("send backward") << "c" << int(SendBackward) << "text a b c r";
+    QTest::newRow("send below text") << "b" << int(SendBelowText) << "b text a r c";
+    QTest::newRow("bring above text") << "b" << 5039 << "text a r c b";
+    QTest::newRow("front already") << "c" << int(BringToFront) << "text a b r c";
 }
 
 void tst_CommandSet::layering()
 {
-    QFETCH(int, which);
+    QFETCH(QString, selected);
     QFETCH(int, command);
-    QFETCH(QStringList, zIndexes);
-    load(QStringLiteral(
-        "<div style=\"position: absolute; left: 0px; top: 0px; z-index: 1\">one</div>"
-        "<div style=\"position: absolute; left: 20px; top: 0px; z-index: 2\">two</div>"
-        "<div style=\"position: absolute; left: 40px; top: 0px; z-index: 3\">three</div>"));
-    QVERIFY(
-        m_surface->selectElement(m_surface->elementsByTagName(QStringLiteral("div")).at(which)));
+    QFETCH(QString, order);
+    load(
+        QStringLiteral("<div style=\"position: absolute; left: 0px; top: 0px; z-index: 1\">a</div>"
+                       "<div style=\"position: absolute; left: 20px; top: 0px; z-index: 2\">b</div>"
+                       "<div style=\"position: absolute; left: 40px; top: 0px; z-index: 3\">c</div>"
+                       "<div style=\"position: relative; z-index: 2\">r</div>"));
+    QCOMPARE(paintingOrder(), QStringLiteral("text a b r c"));
+    const QList<Element> divs = m_surface->elementsByTagName(QStringLiteral("div"));
+    const Element element = divs.at(QStringLiteral("abcr").indexOf(selected));
+    QVERIFY(m_surface->selectElement(element));
     QCOMPARE(m_surface->commandStatus(command), 3);
     QVERIFY(m_surface->execCommand(command));
-    QCOMPARE(this->zIndexes(), zIndexes);
+    QCOMPARE(paintingOrder(), order);
 }
 
 void tst_CommandSet::displaySwitchesLeaveMarkupAlone()

@@ -14,13 +14,15 @@
     const EDGE = 5;
 
     let locked = new WeakSet();
-    // Lifted elements: the style attribute they had, and the width they were given.
+    // Lifted elements: what their style held before, so that putting them back restores it.
     const lifted = new WeakMap();
+    // The properties lifting writes.
+    const LIFT = ['position', 'left', 'top', 'z-index', 'width'];
 
     const isAbsolute = el => !!(el && el.style && el.style.position === 'absolute');
 
-    // The element a positioning command applies to: the element selected whole, else the
-    // positioned element around the caret.
+    // The element positioning applies to: the element selected whole, else a positioned
+    // element around the caret. A caret alone never lifts the block it stands in.
     function positioned() {
         const el = V.selectedElement();
         if (el)
@@ -33,58 +35,6 @@
         return null;
     }
 
-    // For making absolute, also the block the caret stands in.
-    function liftable() {
-        const el = positioned();
-        if (el)
-            return el;
-        const at = V.caretElement();
-        const block = at && at.closest('div, p, table, h1, h2, h3, h4, h5, h6, blockquote, ' +
-                                        'ul, ol, form, address, pre');
-        return block && V.inBody(block) ? block : null;
-    }
-
-    // Lifts the element out of the flow where it stands on screen, or puts it back.
-    function toggleAbsolute() {
-        const el = liftable();
-        if (!el)
-            return false;
-        if (isAbsolute(el)) {
-            for (const name of ['position', 'left', 'top', 'z-index'])
-                el.style.removeProperty(name);
-            const was = lifted.get(el);
-            if (was && was.width && el.style.width === was.width)
-                el.style.removeProperty('width');
-            // Untouched since it was lifted: the markup goes back exactly as it was.
-            if (was && was.cssText === el.style.cssText)
-                setStyleAttribute(el, was.attribute);
-            else if (!el.getAttribute('style'))
-                el.removeAttribute('style');
-            lifted.delete(el);
-            locked.delete(el);
-            return true;
-        }
-        const before = el.getBoundingClientRect();
-        const style = getComputedStyle(el);
-        const was = { attribute: el.getAttribute('style'), cssText: el.style.cssText,
-                      width: null };
-        lifted.set(el, was);
-        if (style.display !== 'inline' && !el.style.width) {
-            // A lifted block would shrink to its content; it keeps its width instead.
-            el.style.width = style.width;
-            was.width = el.style.width;
-        }
-        el.style.position = 'absolute';
-        el.style.left = '0px';
-        el.style.top = '0px';
-        const origin = el.getBoundingClientRect();
-        el.style.left = Math.round(before.left - origin.left) + 'px';
-        el.style.top = Math.round(before.top - origin.top) + 'px';
-        const above = layers(el).filter(x => zOf(x) >= 0 && x !== el);
-        el.style.zIndex = String(above.reduce((z, x) => Math.max(z, zOf(x)), 0) + 1);
-        return true;
-    }
-
     function setStyleAttribute(el, text) {
         if (text === null)
             el.removeAttribute('style');
@@ -92,52 +42,150 @@
             el.setAttribute('style', text);
     }
 
+    // Puts a lifted element back: the properties lifting wrote get the values they had, the
+    // rest of the style (a colour set meanwhile) stays; untouched, the attribute is restored
+    // exactly as it was written.
+    function restore(el, was) {
+        for (const name of LIFT) {
+            const old = was.properties[name];
+            if (old.value)
+                el.style.setProperty(name, old.value, old.priority);
+            else
+                el.style.removeProperty(name);
+        }
+        if (was.cssText === el.style.cssText)
+            setStyleAttribute(el, was.attribute);
+        else if (!el.getAttribute('style'))
+            el.removeAttribute('style');
+    }
+
+    // Lifts the element out of the flow where it stands on screen, or puts it back.
+    function toggleAbsolute() {
+        const el = positioned();
+        if (!el)
+            return false;
+        if (isAbsolute(el)) {
+            const was = lifted.get(el);
+            if (was) {
+                restore(el, was);
+            } else {
+                for (const name of ['position', 'left', 'top', 'z-index'])
+                    el.style.removeProperty(name);
+                if (!el.getAttribute('style'))
+                    el.removeAttribute('style');
+            }
+            lifted.delete(el);
+            locked.delete(el);
+            return true;
+        }
+        const before = el.getBoundingClientRect();
+        const style = getComputedStyle(el);
+        const properties = {};
+        for (const name of LIFT) {
+            properties[name] = { value: el.style.getPropertyValue(name),
+                                 priority: el.style.getPropertyPriority(name) };
+        }
+        lifted.set(el, { attribute: el.getAttribute('style'), cssText: el.style.cssText,
+                         properties: properties });
+        // A lifted block would shrink to its content; it keeps its width instead.
+        if (style.display !== 'inline' && !el.style.width)
+            el.style.width = style.width;
+        el.style.setProperty('position', 'absolute');
+        el.style.setProperty('left', '0px');
+        el.style.setProperty('top', '0px');
+        const origin = el.getBoundingClientRect();
+        el.style.left = Math.round(before.left - origin.left) + 'px';
+        el.style.top = Math.round(before.top - origin.top) + 'px';
+        const others = layers(el).filter(x => x !== el && zOf(x) >= 0);
+        el.style.zIndex = String(others.reduce((z, x) => Math.max(z, zOf(x)), 0) + 1);
+        return true;
+    }
+
     function zOf(el) {
-        const z = parseInt(el.style.zIndex, 10);
+        const z = parseInt(getComputedStyle(el).zIndex, 10);
         return Number.isNaN(z) ? 0 : z;
     }
 
-    // The positioned elements stacked together with el (same containing block), in
-    // stacking order.
-    function layers(el) {
-        const parent = el.offsetParent;
-        const all = Array.from(document.body.querySelectorAll('[style]'))
-                        .filter(x => isAbsolute(x) && x.offsetParent === parent);
-        if (!all.includes(el))
-            all.push(el);
-        return all.map((x, i) => [x, i])
-                  .sort((a, b) => zOf(a[0]) - zOf(b[0]) || a[1] - b[1])
-                  .map(pair => pair[0]);
+    // The element whose stacking context el is painted in.
+    function contextOf(el) {
+        for (let n = el.parentElement; n && n !== document.documentElement; n = n.parentElement) {
+            const style = getComputedStyle(n);
+            if ((style.position !== 'static' && style.zIndex !== 'auto')
+                || Number(style.opacity) < 1 || style.transform !== 'none')
+                return n;
+        }
+        return document.documentElement;
     }
 
-    // Reorders el among the layers: above the text the layers take 1, 2, ..., below it
-    // -n, ..., -1, so the order holds whatever the numbers were before.
-    function restack(el, place) {
-        const all = layers(el);
-        let below = all.filter(x => zOf(x) < 0);
-        let above = all.filter(x => zOf(x) >= 0);
-        const group = below.includes(el) ? below : above;
-        const i = group.indexOf(el);
-        group.splice(i, 1);
-        switch (place) {
-        case 'front': group.push(el); break;
-        case 'back': group.unshift(el); break;
-        case 'forward': group.splice(Math.min(i + 1, group.length), 0, el); break;
-        case 'backward': group.splice(Math.max(i - 1, 0), 0, el); break;
-        case 'aboveText':
-            below = below.filter(x => x !== el);
-            above = above.filter(x => x !== el);
-            above.push(el);
-            break;
-        case 'belowText':
-            below = below.filter(x => x !== el);
-            above = above.filter(x => x !== el);
-            below.push(el);
-            break;
+    // The positioned elements painted in the same stacking context as el, bottom to top:
+    // by z-index, then in document order.
+    function layers(el) {
+        const context = contextOf(el);
+        const all = Array.from(document.body.querySelectorAll('*')).filter(
+            x => x === el || (getComputedStyle(x).position !== 'static' && contextOf(x) === context));
+        return all.map((x, i) => [x, zOf(x), i])
+                  .sort((a, b) => a[1] - b[1] || a[2] - b[2])
+                  .map(entry => entry[0]);
+    }
+
+    // Gives el a z-index that paints it right above `under` and right below `over` (either
+    // may be missing), above the text (0 or more) or below it (negative). Only el changes
+    // when the numbers leave room; else the others on the far side from the text all move by
+    // the least that makes room, so the order of everything the user did not touch stays.
+    function placeBetween(el, order, under, over, belowText) {
+        const shift = (from, to, by) => {
+            for (const x of order.slice(from, to)) {
+                if (x !== el)
+                    x.style.zIndex = String(zOf(x) + by);
+            }
+        };
+        let z;
+        if (belowText) {
+            z = over ? zOf(over) - 1 : under ? Math.min(zOf(under) + 1, -1) : -1;
+            if (under && z <= zOf(under))
+                shift(0, order.indexOf(under) + 1, z - zOf(under) - 1);
+        } else {
+            z = under ? zOf(under) + 1 : over ? Math.max(zOf(over) - 1, 0) : 1;
+            if (over && z >= zOf(over))
+                shift(order.indexOf(over), order.length, z - zOf(over) + 1);
         }
-        below.forEach((x, k) => { x.style.zIndex = String(k - below.length); });
-        above.forEach((x, k) => { x.style.zIndex = String(k + 1); });
+        el.style.zIndex = String(z);
         return true;
+    }
+
+    // Moves el in the painting order: within the layers above the text or within those
+    // below it, or from one to the other.
+    function restack(el, place) {
+        const order = layers(el);
+        const below = order.filter(x => x !== el && zOf(x) < 0);
+        const above = order.filter(x => x !== el && zOf(x) >= 0);
+        const wasBelow = zOf(el) < 0;
+        const group = wasBelow ? below : above;
+        // Where el stood among the others of its group.
+        const i = order.filter(x => (x === el || group.includes(x))).indexOf(el);
+        switch (place) {
+        case 'front':
+            if (i === group.length)
+                return true;
+            return placeBetween(el, order, group[group.length - 1], null, wasBelow);
+        case 'back':
+            if (i === 0)
+                return true;
+            return placeBetween(el, order, null, group[0], wasBelow);
+        case 'forward':
+            if (i === group.length)
+                return true;
+            return placeBetween(el, order, group[i], group[i + 1] || null, wasBelow);
+        case 'backward':
+            if (i === 0)
+                return true;
+            return placeBetween(el, order, group[i - 2] || null, group[i - 1], wasBelow);
+        case 'aboveText':
+            return placeBetween(el, order, above[above.length - 1] || null, null, false);
+        case 'belowText':
+            return placeBetween(el, order, below[below.length - 1] || null, null, true);
+        }
+        return false;
     }
 
     const whenPositioned = () => (V.editing() && isAbsolute(positioned()) ? ENABLED : DISABLED);
@@ -145,7 +193,7 @@
     V.defineCommand(5028, 'makeAbsolute', () => V.recorded(toggleAbsolute), () => {
         if (!V.editing())
             return DISABLED;
-        const el = liftable();
+        const el = positioned();
         return !el ? DISABLED : isAbsolute(el) ? LATCHED : ENABLED;
     });
     V.defineCommand(5027, 'lockElement', () => {

@@ -788,7 +788,7 @@
         }
         const r = scratchDomRange();
         setBounds(r, s, e);
-        r.deleteContents();
+        deleteContents(r);
         const root = body();
         if (!text) {
             const p = startPos(root, r);
@@ -798,6 +798,105 @@
         const first = fragment.firstChild, last = fragment.lastChild;
         r.insertNode(fragment);
         return { s: pos(2, first), e: afterNode(last) };
+    }
+
+    // ---- deleting across table cells ------------------------------------------------------
+
+    const TABLE_PARTS = new Set(['TABLE', 'CAPTION', 'COLGROUP', 'COL', 'THEAD', 'TBODY', 'TFOOT',
+                                 'TR', 'TD', 'TH']);
+    const isTablePart = n => n.nodeType === 1 && TABLE_PARTS.has(n.tagName);
+    // Content may stand in these; in the other parts it would end up directly in a row.
+    const holdsContent = n => n.tagName === 'TD' || n.tagName === 'TH' || n.tagName === 'CAPTION';
+
+    // Whether a plain DOM deletion of the range would take cells, rows or sections out of a
+    // table that itself stays.
+    function crossesTableParts(r) {
+        const common = r.commonAncestorContainer;
+        if (isTablePart(common) && !holdsContent(common))
+            return true;
+        for (const end of [r.startContainer, r.endContainer]) {
+            for (let n = end; n && n !== common; n = n.parentNode) {
+                if (isTablePart(n))
+                    return true;
+            }
+        }
+        return false;
+    }
+
+    // Empties the cells of a table part that lies wholly in a deleted range.
+    function emptyCells(part) {
+        if (holdsContent(part)) {
+            part.replaceChildren();
+            return;
+        }
+        const rows = part.tagName === 'TR' ? [part] : Array.from(part.rows || []);
+        for (const tr of rows) {
+            for (const cell of tr.cells)
+                cell.replaceChildren();
+        }
+    }
+
+    // The child of parent that holds node, or null.
+    function childHolding(parent, node) {
+        for (let n = node; n && n.parentNode; n = n.parentNode) {
+            if (n.parentNode === parent)
+                return n;
+        }
+        return null;
+    }
+
+    function clearRange(r) {
+        if (!crossesTableParts(r)) {
+            r.deleteContents();
+            return;
+        }
+        const common = r.commonAncestorContainer;
+        const startChild = r.startContainer === common ? null : childHolding(common, r.startContainer);
+        const endChild = r.endContainer === common ? null : childHolding(common, r.endContainer);
+        const from = startChild || common.childNodes[r.startOffset];
+        const stop = endChild ? endChild.nextSibling : common.childNodes[r.endOffset];
+        const children = [];
+        for (let n = from; n && n !== stop; n = n.nextSibling)
+            children.push(n);
+        for (const child of children) {
+            if (child === startChild || child === endChild) {
+                const part = document.createRange();
+                part.selectNodeContents(child);
+                if (child === startChild)
+                    part.setStart(r.startContainer, r.startOffset);
+                else
+                    part.setEnd(r.endContainer, r.endOffset);
+                clearRange(part);
+            } else if (isTablePart(child) && child.tagName !== 'TABLE') {
+                emptyCells(child);
+            } else {
+                child.remove();
+            }
+        }
+    }
+
+    // Moves a point that stands between table parts into the nearest cell.
+    function settleInCell(r) {
+        const at = r.startContainer;
+        if (at.nodeType !== 1 || !isTablePart(at) || holdsContent(at))
+            return;
+        const cells = Array.from(at.querySelectorAll('td, th'));
+        const next = cells.find(cell => r.comparePoint(cell, 0) >= 0);
+        const cell = next || cells[cells.length - 1];
+        if (!cell)
+            return;
+        r.setStart(cell, next ? 0 : cell.childNodes.length);
+        r.collapse(true);
+    }
+
+    // Deletes the range's content the way the engine's Cut does: cells and rows the range
+    // runs through stay and only lose their content, so a table is never left ragged, and
+    // what goes in afterwards lands in a cell, never directly in a row. A table lying wholly
+    // in the range goes with it. The range ends collapsed where it started.
+    function deleteContents(r) {
+        clearRange(r);
+        r.collapse(true);
+        settleInCell(r);
     }
 
     // ---- finding --------------------------------------------------------------------------
@@ -1452,7 +1551,7 @@
             if (selection && selection.rangeCount > 0) {
                 const r = selection.getRangeAt(0);
                 if (!r.collapsed)
-                    r.deleteContents();
+                    deleteContents(r);
             }
             return true;
         },
@@ -1530,7 +1629,7 @@
             template.innerHTML = String(html);
             const content = template.content;
             const last = content.lastChild;
-            r.deleteContents();
+            deleteContents(r);
             if (last) {
                 r.insertNode(content);
                 r.setStartAfter(last);

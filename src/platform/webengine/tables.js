@@ -16,6 +16,9 @@
     const LAST_ROW = 'The last row of a table cannot be deleted';
     const LAST_COLUMN = 'The last column of a table cannot be deleted';
     const LAST_CELL = 'The last cell of a table cannot be deleted';
+    // The same bounds as the tables hosts insert from arguments.
+    const MAX_ROWS = 1000, MAX_COLUMNS = 100;
+    const TOO_BIG = 'A new table can have at most 1000 rows and 100 columns';
 
     function gridOf(table) {
         const rows = Array.from(table.rows);
@@ -247,21 +250,26 @@
         return true;
     }
 
+    // The cells the block covers.
+    function cellsIn(g, b) {
+        const cells = new Set();
+        for (let y = b.top; y <= b.bottom; ++y) {
+            for (let x = b.left; x <= b.right; ++x) {
+                if (g.grid[y][x])
+                    cells.add(g.grid[y][x]);
+            }
+        }
+        return cells;
+    }
+
     // Deletes the selected cells; later cells of the row move left and the row gets empty
     // cells at its end, so that it stays as wide as the others.
     function deleteCells() {
         const cell = currentCell();
-        const table = cell.closest('table');
-        const g = gridOf(table);
+        const g = gridOf(cell.closest('table'));
         const b = selectedBlock(g);
-        const doomed = new Set();
-        for (let y = b.top; y <= b.bottom; ++y) {
-            for (let x = b.left; x <= b.right; ++x) {
-                if (g.grid[y][x])
-                    doomed.add(g.grid[y][x]);
-            }
-        }
-        if (doomed.size >= table.querySelectorAll('td, th').length)
+        const doomed = cellsIn(g, b);
+        if (doomed.size >= g.where.size)
             throw new Error(LAST_CELL);
         for (const c of doomed)
             c.remove();
@@ -275,9 +283,23 @@
         return true;
     }
 
-    function hasContent(cell) {
-        return cell.textContent.trim() !== '' || !!cell.querySelector('img, input, table, object');
+    // Wrappers that may go when they hold nothing and carry no attribute. Any other element
+    // is content even without text: a form control, an anchor, an embed, a rule.
+    const WRAPPERS = new Set(['DIV', 'P', 'SPAN', 'FONT', 'B', 'I', 'U', 'S', 'STRIKE', 'STRONG',
+                              'EM', 'SMALL', 'BIG', 'SUB', 'SUP', 'CENTER']);
+
+    function isBlank(node) {
+        if (node.nodeType === Node.TEXT_NODE)
+            return node.data.trim() === '';
+        if (node.nodeType !== Node.ELEMENT_NODE)
+            return false;
+        if (node.tagName === 'BR')
+            return true;
+        return WRAPPERS.has(node.tagName) && !node.attributes.length
+               && Array.from(node.childNodes).every(isBlank);
     }
+
+    const hasContent = cell => !Array.from(cell.childNodes).every(isBlank);
 
     // Merges the selected cells into the top left one, contents in reading order. With a
     // caret in one cell, that cell merges with its right neighbour of the same height.
@@ -355,6 +377,8 @@
         const a = argument || {};
         const rows = Math.max(1, parseInt(a.NumRows, 10) || 1);
         const cols = Math.max(1, parseInt(a.NumCols, 10) || 1);
+        if (rows > MAX_ROWS || cols > MAX_COLUMNS)
+            throw new Error(TOO_BIG);
         const cellAttrs = a.CellAttrs ? ' ' + a.CellAttrs : '';
         let html = '<table' + (a.TableAttrs ? ' ' + a.TableAttrs : '') + '>';
         if (a.Caption)
@@ -384,6 +408,23 @@
             return DISABLED;
         const r = V.selectionRange();
         return r && V.inBody(r.startContainer) ? ENABLED : DISABLED;
+    });
+
+    // The table's rows and cells, not those of nested tables, its width in columns, and how
+    // many of each a deletion at the selection would take (none when the selection is not in
+    // one of its cells), so that a guard can refuse to take the last.
+    V.register('tableParts', h => {
+        const g = gridOf(V.nodeFor(h));
+        const parts = { rows: g.rows.length, columns: g.width, cells: g.where.size,
+                        selectedRows: 0, selectedColumns: 0, selectedCells: 0 };
+        const cell = currentCell();
+        if (cell && g.where.has(cell)) {
+            const b = selectedBlock(g);
+            parts.selectedRows = b.bottom - b.top + 1;
+            parts.selectedColumns = b.right - b.left + 1;
+            parts.selectedCells = cellsIn(g, b).size;
+        }
+        return parts;
     });
 
     // Each row's width in grid slots, for checks that the table stayed rectangular.

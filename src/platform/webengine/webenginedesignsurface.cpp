@@ -520,6 +520,15 @@ bool WebEngineDesignSurface::setStyleProperty(
     return callBool(QStringLiteral("setStyleProperty"), {element.toVariant(), name, value});
 }
 
+TableParts WebEngineDesignSurface::tableParts(const Element &table)
+{
+    const QVariantMap answer = callValue(QStringLiteral("tableParts"), {table.toVariant()}).toMap();
+    const auto count
+        = [&answer](const char *name) { return answer.value(QLatin1String(name)).toInt(); };
+    return {count("rows"), count("columns"), count("cells"), count("selectedRows"),
+        count("selectedColumns"), count("selectedCells")};
+}
+
 QList<Element> WebEngineDesignSurface::images()
 {
     return elementList(callValue(QStringLiteral("imageElements")));

@@ -55,6 +55,7 @@ public:
     QString styleProperty(const Element &element, const QString &name) override;
     bool setStyleProperty(
         const Element &element, const QString &name, const QString &value) override;
+    TableParts tableParts(const Element &table) override;
     QList<Element> images() override;
     QList<Element> scripts() override;
     SelectionType selectionType() override;
