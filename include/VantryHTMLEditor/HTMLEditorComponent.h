@@ -3,6 +3,7 @@
 #include <VantryHTMLEditor/CompanionObjects.h>
 #include <VantryHTMLEditor/HTMLElement.h>
 #include <VantryHTMLEditor/PropertyBag.h>
+#include <VantryHTMLEditor/UserPrompts.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
 #include <QPointer>
@@ -11,10 +12,6 @@
 #include <QWidget>
 
 #include <memory>
-
-namespace Vantry::Platform {
-class UserPrompts;
-}
 
 namespace Vantry {
 
@@ -229,10 +226,11 @@ public:
     Q_INVOKABLE QString FileSave(const QString &sFilePath = QString());
     Q_INVOKABLE QString FileSaveAs(const QString &sFilePath = QString());
 
-    // Every message box and picker the editor shows goes through its prompts, which it
-    // owns; an embedding that answers them itself (tests among them) replaces them.
-    void setUserPrompts(std::unique_ptr<Platform::UserPrompts> prompts);
-    Platform::UserPrompts &userPrompts() const;
+    // Every message box and picker the editor shows goes through its prompts. A host that
+    // answers them itself hands its own here; the editor takes ownership and deletes the
+    // previous ones (null goes back to the default WidgetPrompts). Not while a prompt shows.
+    void setUserPrompts(std::unique_ptr<UserPrompts> prompts);
+    UserPrompts &userPrompts() const;
 
     // The selection and markup. The element under the selection is the selected element,
     // or the one around the selected text or caret.

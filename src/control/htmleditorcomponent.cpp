@@ -500,13 +500,13 @@ QString HTMLEditorComponent::FileSaveAs(const QString &sFilePath)
     return d->files->fileSaveAs(sFilePath);
 }
 
-void HTMLEditorComponent::setUserPrompts(std::unique_ptr<Platform::UserPrompts> prompts)
+void HTMLEditorComponent::setUserPrompts(std::unique_ptr<UserPrompts> prompts)
 {
     // Without prompts of its own the editor goes back to message boxes and dialogs.
     d->prompts = prompts ? std::move(prompts) : std::make_unique<Platform::WidgetPrompts>(this);
 }
 
-Platform::UserPrompts &HTMLEditorComponent::userPrompts() const
+UserPrompts &HTMLEditorComponent::userPrompts() const
 {
     return *d->prompts;
 }
