@@ -151,8 +151,13 @@ public:
     void setReturnFullDocument(bool value);
     bool MakePathsRelativeOnSave() const;
     void setMakePathsRelativeOnSave(bool value);
+    // Enabled is the editing switch; Qt's isEnabled/setEnabled ("enabled") is the widget's
+    // and the two are independent. Enabled false shows the page read-only: the user can
+    // still scroll, select and copy, while the toolbar and source editor are disabled and
+    // the editor keeps its page (SetHtmlSource, FileNew, FileOpen and URLOpen do nothing).
+    // setEnabled(false) greys out the whole widget and takes no input at all, but leaves
+    // Enabled as it was. The setter has its own name because setEnabled is QWidget's.
     bool Enabled() const;
-    // Named apart from QWidget::setEnabled, which keeps its meaning.
     void setEditorEnabled(bool value);
     QString LinkTargets() const;
     void setLinkTargets(const QString &value);
@@ -197,7 +202,7 @@ public:
 
     // Toolbar buttons by key, in any letter case. SetButtonState is the host's permission:
     // a button it switches off stays off whatever the selection. The getters return the
-    // stored state, or nothing for a key never stored.
+    // stored state as a bool, or an invalid QVariant for a key never stored.
     Q_INVOKABLE void SetButtonState(const QString &ButtonKey, bool bState);
     Q_INVOKABLE void SetButtonVisibleState(const QString &ButtonKey, bool bState);
     Q_INVOKABLE QVariant GetButtonEnabledState(const QString &ButtonKey) const;
@@ -236,14 +241,17 @@ public:
     // or the one around the selected text or caret.
     Q_INVOKABLE Vantry::HTMLElement GetSelectedElementObject();
     // Deletes the selected image; sTagName is not consulted, and nothing but an image goes.
+    // Returns an invalid QVariant.
     Q_INVOKABLE QVariant RemoveSelectedElementObject(const QString &sTagName);
+    // The selection's markup as a QString (empty for no selection).
     Q_INVOKABLE QVariant GetSelectedHTML();
+    // Returns an invalid QVariant.
     Q_INVOKABLE QVariant ReplaceSelectedHTML(const QString &sHTMLToReplace);
     Q_INVOKABLE void InsertHTML(const QString &sHTML);
     // Replaces in the body's markup, ignoring letter case.
     Q_INVOKABLE void FindAndReplaceHTML(
         const QVariant &sHTMLToFind, const QVariant &sHTMLToReplace);
-    // True for "1", 1, true and "true" in any case.
+    // A bool: true for "1", 1, true and "true" in any case.
     Q_INVOKABLE QVariant CheckBoolean(const QVariant &sValue) const;
     // Form controls pasted in place of the selection (refused on a selected control).
     Q_INVOKABLE void InsertButton();
@@ -355,6 +363,30 @@ public:
         QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,
         QString &psTABLE_Border, QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding,
         QString &psTABLE_BorderColor, QString &psTABLE_Style, QString &psTABLE_Class);
+    // The same for arguments the host does not keep, such as literals.
+    Q_INVOKABLE void InsertImageNoPrompt(const QString &psIMAGE_Width,
+        const QString &psIMAGE_Height, const QString &psIMAGE_vspace, const QString &psIMAGE_hspace,
+        const QString &psIMAGE_align, const QString &psIMAGE_border, const QString &psIMAGE_alt,
+        const QString &psIMAGE_src, const QString &psIMAGE_Style);
+    void InsertTABLENoPrompt(const QString &psTABLE_Width, const QString &psTABLE_Height,
+        const QString &psTABLE_Rows, const QString &psTABLE_Columns, const QString &psTABLE_Align,
+        const QString &psTABLE_Valign, const QString &psTABLE_BGImage,
+        const QString &psTABLE_BGColor, const QString &psTABLE_Border,
+        const QString &psTABLE_CellSpacing, const QString &psTABLE_CellPadding,
+        const QString &psTABLE_BorderColor, const QString &psTABLE_Style);
+    void InsertTABLENoPrompt2(const QString &psTABLE_Width, const QString &psTABLE_Height,
+        const QString &psTABLE_Rows, const QString &psTABLE_Columns, const QString &psTABLE_Align,
+        const QString &psTABLE_Valign, const QString &psTABLE_BGImage,
+        const QString &psTABLE_BGColor, const QString &psTABLE_Border,
+        const QString &psTABLE_CellSpacing, const QString &psTABLE_CellPadding,
+        const QString &psTABLE_BorderColor, const QString &psTABLE_Style,
+        const QString &psTABLE_Class);
+    // The table methods for hosts that call by name, which QMetaObject::invokeMethod cannot
+    // do beyond ten arguments: the arguments keyed by their names without the prefix
+    // ("Width", "Rows", "BGColor", "Class" ...; any letter case), absent ones empty.
+    // Returns false, inserting nothing, when a key names no argument of the method.
+    Q_INVOKABLE bool InsertTABLENoPrompt(const QVariantMap &arguments);
+    Q_INVOKABLE bool InsertTABLENoPrompt2(const QVariantMap &arguments);
 
 Q_SIGNALS:
     void ImageInserted(QVariant &sFileName, QVariant &sFilePath);
