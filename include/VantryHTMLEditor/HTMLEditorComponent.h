@@ -20,11 +20,13 @@ namespace Vantry {
 // page with SetHtmlSource and takes the page back with GetHtmlSource.
 //
 // Property and method names are the editor's public interface and are kept exactly as
-// hosts know them, including their historical spellings.
+// hosts know them, including their historical spellings. Properties that read the live
+// document or hold run-time state are not DESIGNABLE: forms made in Qt Designer set only
+// configuration.
 class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
 {
     Q_OBJECT
-    Q_PROPERTY(bool isDirty READ isDirty WRITE setisDirty)
+    Q_PROPERTY(bool isDirty READ isDirty WRITE setisDirty DESIGNABLE false)
     Q_PROPERTY(bool UploadImagesWhenInserted READ UploadImagesWhenInserted WRITE
             setUploadImagesWhenInserted)
     Q_PROPERTY(
@@ -32,8 +34,8 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(qint16 SetDisplayHeight READ SetDisplayHeight WRITE setSetDisplayHeight)
     Q_PROPERTY(qint16 ScrollTop READ ScrollTop WRITE setScrollTop)
     Q_PROPERTY(qint16 ScrollLeft READ ScrollLeft WRITE setScrollLeft)
-    Q_PROPERTY(QString GetHtmlSource READ GetHtmlSource WRITE setGetHtmlSource)
-    Q_PROPERTY(QString GetPlainText READ GetPlainText)
+    Q_PROPERTY(QString GetHtmlSource READ GetHtmlSource WRITE setGetHtmlSource DESIGNABLE false)
+    Q_PROPERTY(QString GetPlainText READ GetPlainText DESIGNABLE false)
     Q_PROPERTY(QString SetHtmlSource READ SetHtmlSource WRITE setSetHtmlSource)
     Q_PROPERTY(QString FTP_ServerName READ FTP_ServerName WRITE setFTP_ServerName)
     Q_PROPERTY(QString FTP_UserName READ FTP_UserName WRITE setFTP_UserName)
@@ -63,12 +65,12 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(bool ReturnFullDocument READ ReturnFullDocument WRITE setReturnFullDocument)
     Q_PROPERTY(
         bool MakePathsRelativeOnSave READ MakePathsRelativeOnSave WRITE setMakePathsRelativeOnSave)
-    Q_PROPERTY(bool Enabled READ Enabled WRITE setEditorEnabled)
+    Q_PROPERTY(bool Enabled READ Enabled WRITE setEditorEnabled DESIGNABLE false)
     Q_PROPERTY(QString LinkTargets READ LinkTargets WRITE setLinkTargets)
     Q_PROPERTY(QString ToolbarDisplay READ ToolbarDisplay WRITE setToolbarDisplay)
     Q_PROPERTY(QString TabStripDisplay READ TabStripDisplay WRITE setTabStripDisplay)
-    Q_PROPERTY(QString PageTitle READ PageTitle WRITE setPageTitle)
-    Q_PROPERTY(QString KeyWords READ KeyWords WRITE setKeyWords)
+    Q_PROPERTY(QString PageTitle READ PageTitle WRITE setPageTitle DESIGNABLE false)
+    Q_PROPERTY(QString KeyWords READ KeyWords WRITE setKeyWords DESIGNABLE false)
     Q_PROPERTY(QString ChangeImageOnDblClickTags READ ChangeImageOnDblClickTags WRITE
             setChangeImageOnDblClickTags)
     Q_PROPERTY(QString RelativePathToRoot READ RelativePathToRoot WRITE setRelativePathToRoot)
