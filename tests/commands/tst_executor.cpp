@@ -497,11 +497,11 @@ void tst_Executor::tablesFromLiteralsAndByName()
 
     // Past the ten arguments QMetaObject::invokeMethod takes, by name.
     bool inserted = false;
-    QVERIFY(
-        QMetaObject::invokeMethod(m_editor.get(), "InsertTABLENoPrompt2", Q_RETURN_ARG(bool, inserted),
-            Q_ARG(QVariantMap,
-                (QVariantMap{{QStringLiteral("Rows"), 1}, {QStringLiteral("Columns"), 1},
-                    {QStringLiteral("Class"), QStringLiteral("grid")}}))));
+    QVERIFY(QMetaObject::invokeMethod(m_editor.get(), "InsertTABLENoPrompt2",
+        Q_RETURN_ARG(bool, inserted),
+        Q_ARG(QVariantMap,
+            (QVariantMap{{QStringLiteral("Rows"), 1}, {QStringLiteral("Columns"), 1},
+                {QStringLiteral("Class"), QStringLiteral("grid")}}))));
     QVERIFY(inserted);
     const QString html = body();
     // The second form appends to the body.
