@@ -3,6 +3,7 @@
 #include <VantryHTMLEditor/CompanionObjects.h>
 #include <VantryHTMLEditor/HTMLElement.h>
 #include <VantryHTMLEditor/PropertyBag.h>
+#include <VantryHTMLEditor/UserPrompts.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
 #include <QPointer>
@@ -12,10 +13,6 @@
 
 #include <memory>
 
-namespace Vantry::Platform {
-class UserPrompts;
-}
-
 namespace Vantry {
 
 // The embeddable HTML editor. A host puts it on a window, configures it through its
@@ -23,11 +20,13 @@ namespace Vantry {
 // page with SetHtmlSource and takes the page back with GetHtmlSource.
 //
 // Property and method names are the editor's public interface and are kept exactly as
-// hosts know them, including their historical spellings.
+// hosts know them, including their historical spellings. Properties that read the live
+// document or hold run-time state are not DESIGNABLE: forms made in Qt Designer set only
+// configuration.
 class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
 {
     Q_OBJECT
-    Q_PROPERTY(bool isDirty READ isDirty WRITE setisDirty)
+    Q_PROPERTY(bool isDirty READ isDirty WRITE setisDirty DESIGNABLE false)
     Q_PROPERTY(bool UploadImagesWhenInserted READ UploadImagesWhenInserted WRITE
             setUploadImagesWhenInserted)
     Q_PROPERTY(
@@ -35,8 +34,8 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(qint16 SetDisplayHeight READ SetDisplayHeight WRITE setSetDisplayHeight)
     Q_PROPERTY(qint16 ScrollTop READ ScrollTop WRITE setScrollTop)
     Q_PROPERTY(qint16 ScrollLeft READ ScrollLeft WRITE setScrollLeft)
-    Q_PROPERTY(QString GetHtmlSource READ GetHtmlSource WRITE setGetHtmlSource)
-    Q_PROPERTY(QString GetPlainText READ GetPlainText)
+    Q_PROPERTY(QString GetHtmlSource READ GetHtmlSource WRITE setGetHtmlSource DESIGNABLE false)
+    Q_PROPERTY(QString GetPlainText READ GetPlainText DESIGNABLE false)
     Q_PROPERTY(QString SetHtmlSource READ SetHtmlSource WRITE setSetHtmlSource)
     Q_PROPERTY(QString FTP_ServerName READ FTP_ServerName WRITE setFTP_ServerName)
     Q_PROPERTY(QString FTP_UserName READ FTP_UserName WRITE setFTP_UserName)
@@ -66,12 +65,12 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(bool ReturnFullDocument READ ReturnFullDocument WRITE setReturnFullDocument)
     Q_PROPERTY(
         bool MakePathsRelativeOnSave READ MakePathsRelativeOnSave WRITE setMakePathsRelativeOnSave)
-    Q_PROPERTY(bool Enabled READ Enabled WRITE setEditorEnabled)
+    Q_PROPERTY(bool Enabled READ Enabled WRITE setEditorEnabled DESIGNABLE false)
     Q_PROPERTY(QString LinkTargets READ LinkTargets WRITE setLinkTargets)
     Q_PROPERTY(QString ToolbarDisplay READ ToolbarDisplay WRITE setToolbarDisplay)
     Q_PROPERTY(QString TabStripDisplay READ TabStripDisplay WRITE setTabStripDisplay)
-    Q_PROPERTY(QString PageTitle READ PageTitle WRITE setPageTitle)
-    Q_PROPERTY(QString KeyWords READ KeyWords WRITE setKeyWords)
+    Q_PROPERTY(QString PageTitle READ PageTitle WRITE setPageTitle DESIGNABLE false)
+    Q_PROPERTY(QString KeyWords READ KeyWords WRITE setKeyWords DESIGNABLE false)
     Q_PROPERTY(QString ChangeImageOnDblClickTags READ ChangeImageOnDblClickTags WRITE
             setChangeImageOnDblClickTags)
     Q_PROPERTY(QString RelativePathToRoot READ RelativePathToRoot WRITE setRelativePathToRoot)
@@ -154,8 +153,13 @@ public:
     void setReturnFullDocument(bool value);
     bool MakePathsRelativeOnSave() const;
     void setMakePathsRelativeOnSave(bool value);
+    // Enabled is the editing switch; Qt's isEnabled/setEnabled ("enabled") is the widget's
+    // and the two are independent. Enabled false shows the page read-only: the user can
+    // still scroll, select and copy, while the toolbar and source editor are disabled and
+    // the editor keeps its page (SetHtmlSource, FileNew, FileOpen and URLOpen do nothing).
+    // setEnabled(false) greys out the whole widget and takes no input at all, but leaves
+    // Enabled as it was. The setter has its own name because setEnabled is QWidget's.
     bool Enabled() const;
-    // Named apart from QWidget::setEnabled, which keeps its meaning.
     void setEditorEnabled(bool value);
     QString LinkTargets() const;
     void setLinkTargets(const QString &value);
@@ -200,7 +204,7 @@ public:
 
     // Toolbar buttons by key, in any letter case. SetButtonState is the host's permission:
     // a button it switches off stays off whatever the selection. The getters return the
-    // stored state, or nothing for a key never stored.
+    // stored state as a bool, or an invalid QVariant for a key never stored.
     Q_INVOKABLE void SetButtonState(const QString &ButtonKey, bool bState);
     Q_INVOKABLE void SetButtonVisibleState(const QString &ButtonKey, bool bState);
     Q_INVOKABLE QVariant GetButtonEnabledState(const QString &ButtonKey) const;
@@ -229,23 +233,27 @@ public:
     Q_INVOKABLE QString FileSave(const QString &sFilePath = QString());
     Q_INVOKABLE QString FileSaveAs(const QString &sFilePath = QString());
 
-    // Every message box and picker the editor shows goes through its prompts, which it
-    // owns; an embedding that answers them itself (tests among them) replaces them.
-    void setUserPrompts(std::unique_ptr<Platform::UserPrompts> prompts);
-    Platform::UserPrompts &userPrompts() const;
+    // Every message box and picker the editor shows goes through its prompts. A host that
+    // answers them itself hands its own here; the editor takes ownership and deletes the
+    // previous ones (null goes back to the default WidgetPrompts). Not while a prompt shows.
+    void setUserPrompts(std::unique_ptr<UserPrompts> prompts);
+    UserPrompts &userPrompts() const;
 
     // The selection and markup. The element under the selection is the selected element,
     // or the one around the selected text or caret.
     Q_INVOKABLE Vantry::HTMLElement GetSelectedElementObject();
     // Deletes the selected image; sTagName is not consulted, and nothing but an image goes.
+    // Returns an invalid QVariant.
     Q_INVOKABLE QVariant RemoveSelectedElementObject(const QString &sTagName);
+    // The selection's markup as a QString (empty for no selection).
     Q_INVOKABLE QVariant GetSelectedHTML();
+    // Returns an invalid QVariant.
     Q_INVOKABLE QVariant ReplaceSelectedHTML(const QString &sHTMLToReplace);
     Q_INVOKABLE void InsertHTML(const QString &sHTML);
     // Replaces in the body's markup, ignoring letter case.
     Q_INVOKABLE void FindAndReplaceHTML(
         const QVariant &sHTMLToFind, const QVariant &sHTMLToReplace);
-    // True for "1", 1, true and "true" in any case.
+    // A bool: true for "1", 1, true and "true" in any case.
     Q_INVOKABLE QVariant CheckBoolean(const QVariant &sValue) const;
     // Form controls pasted in place of the selection (refused on a selected control).
     Q_INVOKABLE void InsertButton();
@@ -358,6 +366,30 @@ public:
         QString &psTABLE_Valign, QString &psTABLE_BGImage, QString &psTABLE_BGColor,
         QString &psTABLE_Border, QString &psTABLE_CellSpacing, QString &psTABLE_CellPadding,
         QString &psTABLE_BorderColor, QString &psTABLE_Style, QString &psTABLE_Class);
+    // The same for arguments the host does not keep, such as literals.
+    Q_INVOKABLE void InsertImageNoPrompt(const QString &psIMAGE_Width,
+        const QString &psIMAGE_Height, const QString &psIMAGE_vspace, const QString &psIMAGE_hspace,
+        const QString &psIMAGE_align, const QString &psIMAGE_border, const QString &psIMAGE_alt,
+        const QString &psIMAGE_src, const QString &psIMAGE_Style);
+    void InsertTABLENoPrompt(const QString &psTABLE_Width, const QString &psTABLE_Height,
+        const QString &psTABLE_Rows, const QString &psTABLE_Columns, const QString &psTABLE_Align,
+        const QString &psTABLE_Valign, const QString &psTABLE_BGImage,
+        const QString &psTABLE_BGColor, const QString &psTABLE_Border,
+        const QString &psTABLE_CellSpacing, const QString &psTABLE_CellPadding,
+        const QString &psTABLE_BorderColor, const QString &psTABLE_Style);
+    void InsertTABLENoPrompt2(const QString &psTABLE_Width, const QString &psTABLE_Height,
+        const QString &psTABLE_Rows, const QString &psTABLE_Columns, const QString &psTABLE_Align,
+        const QString &psTABLE_Valign, const QString &psTABLE_BGImage,
+        const QString &psTABLE_BGColor, const QString &psTABLE_Border,
+        const QString &psTABLE_CellSpacing, const QString &psTABLE_CellPadding,
+        const QString &psTABLE_BorderColor, const QString &psTABLE_Style,
+        const QString &psTABLE_Class);
+    // The table methods for hosts that call by name, which QMetaObject::invokeMethod cannot
+    // do beyond ten arguments: the arguments keyed by their names without the prefix
+    // ("Width", "Rows", "BGColor", "Class" ...; any letter case), absent ones empty.
+    // Returns false, inserting nothing, when a key names no argument of the method.
+    Q_INVOKABLE bool InsertTABLENoPrompt(const QVariantMap &arguments);
+    Q_INVOKABLE bool InsertTABLENoPrompt2(const QVariantMap &arguments);
 
 Q_SIGNALS:
     void ImageInserted(QVariant &sFileName, QVariant &sFilePath);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace Vantry::Commands {
 
@@ -203,6 +204,42 @@ QString tableArgumentsProblem(const TableArguments &table)
     return QStringLiteral("A table needs 1 to %1 rows and 1 to %2 columns.")
         .arg(maxTableRows)
         .arg(maxTableColumns);
+}
+
+std::optional<TableArguments> tableArgumentsFromMap(
+    const QVariantMap &arguments, bool withClass, QString *error)
+{
+    TableArguments table;
+    const std::array<std::pair<QLatin1StringView, QString *>, 14> fields{{
+        {QLatin1StringView("width"), &table.width},
+        {QLatin1StringView("height"), &table.height},
+        {QLatin1StringView("rows"), &table.rows},
+        {QLatin1StringView("columns"), &table.columns},
+        {QLatin1StringView("align"), &table.align},
+        {QLatin1StringView("valign"), &table.valign},
+        {QLatin1StringView("bgimage"), &table.bgImage},
+        {QLatin1StringView("bgcolor"), &table.bgColor},
+        {QLatin1StringView("border"), &table.border},
+        {QLatin1StringView("cellspacing"), &table.cellSpacing},
+        {QLatin1StringView("cellpadding"), &table.cellPadding},
+        {QLatin1StringView("bordercolor"), &table.borderColor},
+        {QLatin1StringView("style"), &table.style},
+        {QLatin1StringView("class"), &table.className},
+    }};
+    const auto known = withClass ? fields.end() : fields.end() - 1;
+    for (auto it = arguments.cbegin(); it != arguments.cend(); ++it) {
+        const auto field = std::find_if(fields.begin(), known, [&](const auto &entry) {
+            return it.key().compare(entry.first, Qt::CaseInsensitive) == 0;
+        });
+        if (field == known) {
+            if (error)
+                *error
+                    = QStringLiteral("\"%1\" is not an argument of the table method").arg(it.key());
+            return std::nullopt;
+        }
+        *field->second = it.value().toString();
+    }
+    return table;
 }
 
 QString tableMarkup(const TableArguments &table)

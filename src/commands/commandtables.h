@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+#include <QVariantMap>
 
 #include <optional>
 
@@ -87,6 +88,12 @@ QString tableArgumentsProblem(const TableArguments &table);
 
 // The table's markup; rows and columns out of range are brought into it.
 QString tableMarkup(const TableArguments &table);
+
+// Table arguments a host passes by name: keys are the argument names without their prefix
+// ("Width", "BGColor", "Class"), in any letter case. Nothing, with *error naming the key,
+// for a key that is no argument ("Class" only counts with withClass).
+std::optional<TableArguments> tableArgumentsFromMap(
+    const QVariantMap &arguments, bool withClass, QString *error);
 
 // The arguments of the image-from-arguments command.
 struct ImageArguments

@@ -9,9 +9,13 @@
 #include <memory>
 #include <optional>
 
+namespace Vantry {
+class UserPrompts;
+} // namespace Vantry
+
 namespace Vantry::Platform {
 class DesignSurface;
-class UserPrompts;
+using Vantry::UserPrompts;
 } // namespace Vantry::Platform
 
 namespace Vantry::Commands {

@@ -9,8 +9,12 @@
 #include <optional>
 #include <variant>
 
-namespace Vantry::Platform {
+namespace Vantry {
 class UserPrompts;
+} // namespace Vantry
+
+namespace Vantry::Platform {
+using Vantry::UserPrompts;
 }
 
 namespace Vantry::Commands {

@@ -2,9 +2,13 @@
 
 #include "commands/commandtables.h"
 
+namespace Vantry {
+class UserPrompts;
+} // namespace Vantry
+
 namespace Vantry::Platform {
 class DesignSurface;
-class UserPrompts;
+using Vantry::UserPrompts;
 struct TableParts;
 } // namespace Vantry::Platform
 

@@ -7,9 +7,13 @@
 
 #include <functional>
 
+namespace Vantry {
+class UserPrompts;
+} // namespace Vantry
+
 namespace Vantry::Platform {
 class DesignSurface;
-class UserPrompts;
+using Vantry::UserPrompts;
 } // namespace Vantry::Platform
 
 namespace Vantry::Control {

@@ -1,5 +1,6 @@
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 
+#include "commands/commandtables.h"
 #include "commands/contextmenus.h"
 #include "commands/editortoolbar.h"
 #include "commands/executor.h"
@@ -61,6 +62,7 @@ public:
     void applyToolbarDisplay();
     void applyTabStripDisplay();
     void applyEnabled();
+    bool insertTableByName(const QVariantMap &arguments, bool second);
     void onDocumentComplete();
     void onFocusChanged(QWidget *now);
     void onDocumentEdited();
@@ -510,13 +512,13 @@ QString HTMLEditorComponent::FileSaveAs(const QString &sFilePath)
     return d->files->fileSaveAs(sFilePath);
 }
 
-void HTMLEditorComponent::setUserPrompts(std::unique_ptr<Platform::UserPrompts> prompts)
+void HTMLEditorComponent::setUserPrompts(std::unique_ptr<UserPrompts> prompts)
 {
     // Without prompts of its own the editor goes back to message boxes and dialogs.
     d->prompts = prompts ? std::move(prompts) : std::make_unique<Platform::WidgetPrompts>(this);
 }
 
-Platform::UserPrompts &HTMLEditorComponent::userPrompts() const
+UserPrompts &HTMLEditorComponent::userPrompts() const
 {
     return *d->prompts;
 }
@@ -1507,6 +1509,68 @@ void HTMLEditorComponent::InsertTABLENoPrompt2(QString &psTABLE_Width, QString &
             psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
             psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, psTABLE_Class},
         true);
+}
+
+void HTMLEditorComponent::InsertImageNoPrompt(const QString &psIMAGE_Width,
+    const QString &psIMAGE_Height, const QString &psIMAGE_vspace, const QString &psIMAGE_hspace,
+    const QString &psIMAGE_align, const QString &psIMAGE_border, const QString &psIMAGE_alt,
+    const QString &psIMAGE_src, const QString &psIMAGE_Style)
+{
+    Commands::ImageArguments image{psIMAGE_Width, psIMAGE_Height, psIMAGE_vspace, psIMAGE_hspace,
+        psIMAGE_align, psIMAGE_border, psIMAGE_alt, psIMAGE_src, psIMAGE_Style};
+    d->executor->insertImageFromArguments(image);
+}
+
+void HTMLEditorComponent::InsertTABLENoPrompt(const QString &psTABLE_Width,
+    const QString &psTABLE_Height, const QString &psTABLE_Rows, const QString &psTABLE_Columns,
+    const QString &psTABLE_Align, const QString &psTABLE_Valign, const QString &psTABLE_BGImage,
+    const QString &psTABLE_BGColor, const QString &psTABLE_Border,
+    const QString &psTABLE_CellSpacing, const QString &psTABLE_CellPadding,
+    const QString &psTABLE_BorderColor, const QString &psTABLE_Style)
+{
+    d->executor->insertTableFromArguments(
+        {psTABLE_Width, psTABLE_Height, psTABLE_Rows, psTABLE_Columns, psTABLE_Align,
+            psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
+            psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, QString()},
+        false);
+}
+
+void HTMLEditorComponent::InsertTABLENoPrompt2(const QString &psTABLE_Width,
+    const QString &psTABLE_Height, const QString &psTABLE_Rows, const QString &psTABLE_Columns,
+    const QString &psTABLE_Align, const QString &psTABLE_Valign, const QString &psTABLE_BGImage,
+    const QString &psTABLE_BGColor, const QString &psTABLE_Border,
+    const QString &psTABLE_CellSpacing, const QString &psTABLE_CellPadding,
+    const QString &psTABLE_BorderColor, const QString &psTABLE_Style, const QString &psTABLE_Class)
+{
+    d->executor->insertTableFromArguments(
+        {psTABLE_Width, psTABLE_Height, psTABLE_Rows, psTABLE_Columns, psTABLE_Align,
+            psTABLE_Valign, psTABLE_BGImage, psTABLE_BGColor, psTABLE_Border, psTABLE_CellSpacing,
+            psTABLE_CellPadding, psTABLE_BorderColor, psTABLE_Style, psTABLE_Class},
+        true);
+}
+
+bool HTMLEditorComponent::InsertTABLENoPrompt(const QVariantMap &arguments)
+{
+    return d->insertTableByName(arguments, false);
+}
+
+bool HTMLEditorComponent::InsertTABLENoPrompt2(const QVariantMap &arguments)
+{
+    return d->insertTableByName(arguments, true);
+}
+
+bool HTMLEditorComponent::Private::insertTableByName(const QVariantMap &arguments, bool second)
+{
+    QString error;
+    const std::optional<Commands::TableArguments> table
+        = Commands::tableArgumentsFromMap(arguments, second, &error);
+    if (!table) {
+        qWarning(
+            "%s: %s", second ? "InsertTABLENoPrompt2" : "InsertTABLENoPrompt", qPrintable(error));
+        return false;
+    }
+    executor->insertTableFromArguments(*table, second);
+    return true;
 }
 
 } // namespace Vantry

@@ -38,6 +38,8 @@ private Q_SLOTS:
     void deletionKeepsTablePart();
     void tableMarkup_data();
     void tableMarkup();
+    void tableArgumentsByName_data();
+    void tableArgumentsByName();
     void imageMarkup_data();
     void imageMarkup();
     void fontDialogSizesAndColours();
@@ -256,6 +258,57 @@ void tst_CommandTables::tableMarkup()
     QFETCH(TableArguments, table);
     QFETCH(QString, markup);
     QCOMPARE(Commands::tableMarkup(table), markup);
+}
+
+void tst_CommandTables::tableArgumentsByName_data()
+{
+    QTest::addColumn<QVariantMap>("arguments");
+    QTest::addColumn<bool>("withClass");
+    // The markup of the arguments taken, or empty when they are refused.
+    QTest::addColumn<QString>("markup");
+    QTest::addColumn<QString>("refusedKey");
+
+    const QVariantMap all{{QStringLiteral("Width"), QStringLiteral("100%")},
+        {QStringLiteral("HEIGHT"), 50}, {QStringLiteral("rows"), 2},
+        {QStringLiteral("Columns"), QStringLiteral("2")},
+        {QStringLiteral("Align"), QStringLiteral("center")},
+        {QStringLiteral("VAlign"), QStringLiteral("top")},
+        {QStringLiteral("BGImage"), QStringLiteral("bg.gif")},
+        {QStringLiteral("BgColor"), QStringLiteral("#FF0000")}, {QStringLiteral("Border"), 1},
+        {QStringLiteral("CellSpacing"), 3}, {QStringLiteral("cellpadding"), 4},
+        {QStringLiteral("BorderColor"), QStringLiteral("#00FF00")},
+        {QStringLiteral("Style"), QStringLiteral("color:red")},
+        {QStringLiteral("Class"), QStringLiteral("grid")}};
+    TableArguments expected{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
+        QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
+        QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
+        QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
+        QStringLiteral("color:red"), QStringLiteral("grid")};
+    QTest::newRow("every argument, any case, numbers as text")
+        << all << true << Commands::tableMarkup(expected) << QString();
+    QTest::newRow("none: the defaults")
+        << QVariantMap{} << false << Commands::tableMarkup(TableArguments{}) << QString();
+    QTest::newRow("class only for the second form")
+        << all << false << QString() << QStringLiteral("Class");
+    QTest::newRow("a key that is no argument") << QVariantMap{{QStringLiteral("Rows"), 2},
+        {QStringLiteral("Colour"), QStringLiteral("red")}}
+                                               << true << QString() << QStringLiteral("Colour");
+}
+
+void tst_CommandTables::tableArgumentsByName()
+{
+    QFETCH(QVariantMap, arguments);
+    QFETCH(bool, withClass);
+    QFETCH(QString, markup);
+    QFETCH(QString, refusedKey);
+    QString error;
+    const std::optional<TableArguments> table = tableArgumentsFromMap(arguments, withClass, &error);
+    QCOMPARE(table.has_value(), refusedKey.isEmpty());
+    if (table)
+        QCOMPARE(Commands::tableMarkup(*table), markup);
+    else
+        QVERIFY2(
+            error.contains(QLatin1Char('"') + refusedKey + QLatin1Char('"')), qPrintable(error));
 }
 
 void tst_CommandTables::imageMarkup_data()

@@ -12,6 +12,8 @@
 #include "commands/selectionaccess.h"
 #include "platform/prompts/findreplacedialog.h"
 
+#include <QRegularExpression>
+
 using namespace Vantry;
 using namespace Vantry::Commands;
 using Platform::Element;
@@ -72,7 +74,7 @@ private Q_SLOTS:
     void chosenColourColoursTheSelection();
     void tableFromArguments_data();
     void tableFromArguments();
-    void secondTableFormAppendsToTheBody();
+    void tablesFromLiteralsAndByName();
     void imageFromArguments();
     void imageWithoutSourceAndCancelledPickerInsertsNothing();
     void fontDialogShowsAndAppliesTheSelectionsFont();
@@ -535,30 +537,41 @@ void tst_Executor::tableFromArguments()
     QVERIFY(m_editor->isDirty());
 }
 
-void tst_Executor::secondTableFormAppendsToTheBody()
+void tst_Executor::tablesFromLiteralsAndByName()
 {
     load(QStringLiteral("<p>first</p><p>last</p>"));
     select(QStringLiteral("first"));
-    QString width, height, rows = QStringLiteral("1"), columns = QStringLiteral("1"), align, valign,
-                           image, color, border, spacing, padding, borderColor, style,
-                           className = QStringLiteral("grid");
-    m_editor->InsertTABLENoPrompt2(width, height, rows, columns, align, valign, image, color,
-        border, spacing, padding, borderColor, style, className);
+    m_editor->InsertTABLENoPrompt(QStringLiteral("100%"), {}, QStringLiteral("1"),
+        QStringLiteral("1"), {}, {}, {}, {}, {}, {}, {}, {}, {});
+    QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 1);
+
+    // Past the ten arguments QMetaObject::invokeMethod takes, by name.
+    bool inserted = false;
+    QVERIFY(QMetaObject::invokeMethod(m_editor.get(), "InsertTABLENoPrompt2",
+        Q_RETURN_ARG(bool, inserted),
+        Q_ARG(QVariantMap,
+            (QVariantMap{{QStringLiteral("Rows"), 1}, {QStringLiteral("Columns"), 1},
+                {QStringLiteral("Class"), QStringLiteral("grid")}}))));
+    QVERIFY(inserted);
     const QString html = body();
-    QVERIFY2(html.indexOf(QLatin1String("last")) < html.indexOf(QLatin1String("<table")),
+    // The second form appends to the body.
+    QVERIFY2(html.indexOf(QLatin1String("last")) < html.indexOf(QLatin1String("class=\"grid\"")),
         qPrintable(html));
-    QVERIFY(html.contains(QLatin1String("class=\"grid\""), Qt::CaseInsensitive));
-    QVERIFY(html.contains(QLatin1String("first")));
+    QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 2);
     QVERIFY(m_editor->isDirty());
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"Class\"")));
+    QVERIFY(!m_editor->InsertTABLENoPrompt(
+        QVariantMap{{QStringLiteral("Class"), QStringLiteral("x")}}));
+    QCOMPARE(body(), html);
 }
 
 void tst_Executor::imageFromArguments()
 {
     load(QStringLiteral("<p>picture</p>"));
     select(QStringLiteral("picture"));
-    QString width = QStringLiteral("100"), height, vspace, hspace, align, border, alt,
-            src = QStringLiteral("pic.gif"), style;
-    m_editor->InsertImageNoPrompt(width, height, vspace, hspace, align, border, alt, src, style);
+    m_editor->InsertImageNoPrompt(
+        QStringLiteral("100"), {}, {}, {}, {}, {}, {}, QStringLiteral("pic.gif"), {});
     QVERIFY(m_prompts->shown.isEmpty());
     const QList<Element> images = m_surface->images();
     QCOMPARE(images.size(), 1);

@@ -1,5 +1,5 @@
-# Installs the build into a scratch prefix, then builds and runs a host that finds the
-# library with find_package(VantryHTMLEditor).
+# Installs the build into a scratch prefix, runs the installed demo host from there, then
+# builds and runs a host that finds the library with find_package(VantryHTMLEditor).
 foreach(var BUILD_DIR SOURCE_DIR WORK_DIR)
     if(NOT DEFINED ${var})
         message(FATAL_ERROR "${var} is not set")
@@ -17,9 +17,17 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${prefix}")
+# No library path: the installed host finds the library of its prefix by itself.
+if(EXISTS "${prefix}/bin/vantry-editor")
+    run(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH "${prefix}/bin/vantry-editor"
+        --screenshot "${WORK_DIR}/host.png")
+    if(NOT EXISTS "${WORK_DIR}/host.png")
+        message(FATAL_ERROR "The installed demo host wrote no screenshot")
+    endif()
+endif()
 run(${CMAKE_COMMAND} -S "${SOURCE_DIR}" -B "${WORK_DIR}/build" -G Ninja
     "-DCMAKE_PREFIX_PATH=${prefix}")
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
 run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${prefix}/lib:${prefix}/lib/x86_64-linux-gnu"
     "${WORK_DIR}/build/consumer")
-message(STATUS "The installed package builds and runs a host.")
+message(STATUS "The installed demo host runs, and the package builds and runs a host.")

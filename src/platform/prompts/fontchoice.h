@@ -1,24 +1,13 @@
 #pragma once
 
+#include <VantryHTMLEditor/UserPrompts.h>
+
 #include <QColor>
 #include <QString>
 
 namespace Vantry::Platform {
 
-// What the font dialog shows and returns. Empty or invalid members stand for "not one
-// value": the selection mixes faces, sizes or colours, or the user left them alone.
-struct FontChoice
-{
-    QString family;
-    // The HTML font size, 1 to 7; 0 when unknown.
-    int htmlSize = 0;
-    QColor color;
-    bool bold = false;
-    bool italic = false;
-    bool underline = false;
-
-    bool operator==(const FontChoice &) const = default;
-};
+using Vantry::FontChoice;
 
 // The point size a dialog shows for an HTML font size, and back: the nearest HTML size.
 int pointSizeForHtmlSize(int htmlSize);

@@ -8,7 +8,7 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 
-namespace Vantry::Platform {
+namespace Vantry {
 
 UserPrompts::~UserPrompts() = default;
 
@@ -94,10 +94,10 @@ bool WidgetPrompts::printSetup(QPrinter &printer)
 
 std::optional<FontChoice> WidgetPrompts::font(const FontChoice &initial)
 {
-    FontDialog dialog(initial, window());
+    Platform::FontDialog dialog(initial, window());
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.choice();
 }
 
-} // namespace Vantry::Platform
+} // namespace Vantry

@@ -1,17 +1,118 @@
-// A host built against the installed package: it must compile, link and run with only
-// the public headers.
+// A host built against the installed package: it must compile, link and run with only the
+// public headers, and answer the editor's prompts with its own.
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 #include <VantryHTMLEditor/PropertyBag.h>
+#include <VantryHTMLEditor/UserPrompts.h>
 
 #include <QApplication>
+#include <QStringList>
+#include <QTimer>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+// Answers from the host's own script and keeps a log of what the editor asked.
+class HostPrompts : public Vantry::UserPrompts
+{
+public:
+    explicit HostPrompts(QStringList &log)
+        : m_log(log)
+    { }
+
+    Answer question(const QString &text, Choices) override
+    {
+        m_log.append(QStringLiteral("question: ") + text);
+        return Answer::No;
+    }
+    void critical(const QString &text) override
+    {
+        m_log.append(QStringLiteral("critical: ") + text);
+    }
+    void information(const QString &text) override
+    {
+        m_log.append(QStringLiteral("information: ") + text);
+    }
+    QString openFileName(const QString &title, const QString &, const QString &) override
+    {
+        m_log.append(QStringLiteral("open: ") + title);
+        return QStringLiteral("/nonexistent/host-picked.html");
+    }
+    QString saveFileName(const QString &title, const QString &, const QString &) override
+    {
+        m_log.append(QStringLiteral("save: ") + title);
+        return {};
+    }
+    std::optional<QColor> color(const QColor &, const QString &) override { return std::nullopt; }
+    bool printSetup(QPrinter &) override { return false; }
+    std::optional<Vantry::FontChoice> font(const Vantry::FontChoice &) override
+    {
+        return std::nullopt;
+    }
+
+private:
+    QStringList &m_log;
+};
+
+int fail(const QString &why, const QStringList &log)
+{
+    std::fprintf(stderr, "%s\nPrompts shown:\n%s\n", qPrintable(why),
+        qPrintable(log.join(QLatin1Char('\n'))));
+    return 1;
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     Vantry::HTMLEditorComponent editor;
-    editor.setDefaultFontName(QStringLiteral("verdana"));
+
+    // The order the README gives: the bag first, the host's own settings after it.
+    Vantry::MemoryPropertyBag stored;
+    stored.setValue(QStringLiteral("DefaultFontName"), QStringLiteral("tahoma"));
+    editor.ReadProperties(stored);
+    editor.setBaseURL(QStringLiteral("file:///srv/site/"));
+    if (editor.DefaultFontName() != QStringLiteral("tahoma")
+        || editor.BaseURL() != QStringLiteral("file:///srv/site/"))
+        return fail(QStringLiteral("The stored or the host's settings were lost."), {});
+
+    // The page reads back once DocumentLoaded has come.
+    QString loaded;
+    QObject::connect(&editor, &Vantry::HTMLEditorComponent::DocumentLoaded, &app, [&] {
+        loaded = editor.GetHtmlSource();
+        if (loaded.contains(QStringLiteral("Hello")))
+            app.quit();
+    });
+    QTimer::singleShot(120000, &app, [&app] { app.exit(2); });
+    editor.setSetHtmlSource(QStringLiteral("<p>Hello</p>"));
+    if (app.exec() != 0)
+        return fail(QStringLiteral("No DocumentLoaded with the page: ") + loaded, {});
+
     Vantry::MemoryPropertyBag bag;
     editor.WriteProperties(bag);
-    return bag.value(QStringLiteral("DefaultFontName")).toString() == QStringLiteral("verdana") ? 0
-                                                                                                : 1;
+    if (bag.value(QStringLiteral("DefaultFontName")).toString() != QStringLiteral("tahoma"))
+        return fail(QStringLiteral("The property bag lost DefaultFontName."), {});
+
+    QStringList log;
+    auto prompts = std::make_unique<HostPrompts>(log);
+    const HostPrompts *installed = prompts.get();
+    editor.setUserPrompts(std::move(prompts));
+    if (&editor.userPrompts() != installed)
+        return fail(QStringLiteral("The editor does not use the host's prompts."), log);
+
+    // A changed document asks first; the host's file is then missing, which the editor
+    // reports through the same prompts.
+    editor.setisDirty(true);
+    editor.FileOpen();
+    const QStringList expected{
+        QStringLiteral(
+            "question: The current document has changed.\r\n\r\nDo you want to save changes?"),
+        QStringLiteral("open: Open HTML File"),
+    };
+    if (log.mid(0, 2) != expected || log.size() != 3
+        || !log.at(2).startsWith(QStringLiteral("critical: Error occurred while loading document")))
+        return fail(QStringLiteral("The editor did not ask the host's prompts as expected."), log);
+    return 0;
 }
