@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -34,6 +35,13 @@ public:
         OkCancel
     };
 
+    // A wait shown to the user; it ends when the object is destroyed.
+    class Progress
+    {
+    public:
+        virtual ~Progress();
+    };
+
     virtual ~UserPrompts();
 
     // A question; Cancel also stands for a box closed without an answer.
@@ -56,6 +64,10 @@ public:
     virtual bool printSetup(QPrinter &printer) = 0;
     // The font dialog, starting from initial; nothing when the user cancels.
     virtual std::optional<FontChoice> font(const FontChoice &initial) = 0;
+    // Shows text with a Cancel button, modal, while the editor waits for something slow
+    // (a page from a server); cancel runs when the user gives up waiting.
+    virtual std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel)
+        = 0;
 };
 
 // The prompts of a desktop session: QMessageBox, QFileDialog, QColorDialog and QPrintDialog, modal
@@ -75,6 +87,7 @@ public:
     std::optional<QColor> color(const QColor &initial, const QString &title) override;
     bool printSetup(QPrinter &printer) override;
     std::optional<FontChoice> font(const FontChoice &initial) override;
+    std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel) override;
 
 private:
     QWidget *window() const;

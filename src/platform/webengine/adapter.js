@@ -19,6 +19,7 @@
     let nextHandle = 1;
     let editable = true;
     let baseUrl = '';
+    let documentAddress = '';     // where the document came from; resolves, never saved
     let displayTimer = 0;
     let mouseMoveQueued = null;
     let editorSheet = null;
@@ -145,7 +146,11 @@
 
     function applyBase() {
         let base = editorBase();
-        if (!baseUrl) {
+        // The host's BASE first; a document's own BASE outranks the address it came from.
+        const ownBase = document.head
+            && document.head.querySelector('base[href]:not([' + EDITOR_BASE_ATTR + '])');
+        const href = baseUrl || (ownBase ? '' : documentAddress);
+        if (!href) {
             if (base)
                 base.remove();
             return;
@@ -157,8 +162,8 @@
             base.setAttribute(EDITOR_BASE_ATTR, '');
             document.head.insertBefore(base, document.head.firstChild);
         }
-        if (base.getAttribute('href') !== baseUrl)
-            base.setAttribute('href', baseUrl);
+        if (base.getAttribute('href') !== href)
+            base.setAttribute('href', href);
     }
 
     // ---- loading ----------------------------------------------------------------------
@@ -225,7 +230,23 @@
         body.appendChild(template.content);
     }
 
+    // The editor's BASE goes into the text, so that the parser resolves the head's style
+    // sheets against it already; set afterwards, they would stay resolved against the blank
+    // page the editor starts from.
+    function withEditorBase(text) {
+        if (!baseUrl && !documentAddress)
+            return text;
+        const href = baseUrl || (/<base\b[^>]*\bhref/i.test(text) ? '' : documentAddress);
+        if (!href)
+            return text;
+        const at = /^\s*(<!doctype\b[^>]*>)?/i.exec(text)[0].length;
+        const tag = '<base ' + EDITOR_BASE_ATTR + ' href="'
+            + href.replace(/&/g, '&amp;').replace(/"/g, '&quot;') + '">';
+        return text.slice(0, at) + tag + text.slice(at);
+    }
+
     function writeDocument(text) {
+        text = withEditorBase(text);
         document.open();
         document.write(text);
         document.close();
@@ -304,8 +325,8 @@
             // The editor's BASE stands in front of the HTML start tag, where the text
             // rules on the C++ side expect it and remove it from; that only works for an
             // HTML start tag without attributes.
-            if (root.attributes.length === 0)
-                front = '<BASE HREF="' + base.getAttribute('href').replace(/"/g, '&quot;') + '">';
+            if (baseUrl && root.attributes.length === 0)
+                front = '<BASE HREF="' + baseUrl.replace(/"/g, '&quot;') + '">';
         }
         return doctypeText() + front + html;
     }
@@ -519,6 +540,12 @@
         setBaseUrl: url => {
             baseUrl = url || '';
             applyBase();
+            return true;
+        },
+        // Takes effect with the next document loaded, so that no address is ever resolved
+        // against the wrong one.
+        setDocumentAddress: url => {
+            documentAddress = url || '';
             return true;
         },
         editorBaseUrl: () => {

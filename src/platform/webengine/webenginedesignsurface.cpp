@@ -424,6 +424,11 @@ bool WebEngineDesignSurface::setBaseUrl(const QString &url)
     return callBool(QStringLiteral("setBaseUrl"), {url});
 }
 
+bool WebEngineDesignSurface::setDocumentAddress(const QString &url)
+{
+    return callBool(QStringLiteral("setDocumentAddress"), {url});
+}
+
 bool WebEngineDesignSurface::refresh()
 {
     m_view->update();

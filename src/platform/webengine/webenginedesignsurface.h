@@ -91,6 +91,7 @@ public:
     bool isEditable() override;
     bool setScrollBarsVisible(bool visible) override;
     bool setBaseUrl(const QString &url) override;
+    bool setDocumentAddress(const QString &url) override;
     bool refresh() override;
     bool useElementFormatting() override;
     bool focusDocument() override;
