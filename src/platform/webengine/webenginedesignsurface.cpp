@@ -1,5 +1,7 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include "platform/webengine/requestfilter.h"
+
 #include <QEventLoop>
 #include <QFile>
 #include <QPoint>
@@ -92,6 +94,8 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     settings->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
     settings->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
     settings->setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
+    settings->setAttribute(QWebEngineSettings::DnsPrefetchEnabled, false);
+    page->setUrlRequestInterceptor(new RequestFilter(page));
 
     m_notifier = new SurfaceNotifier(this);
     m_channel = new QWebChannel(this);
