@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 class QPrinter;
@@ -58,6 +60,15 @@ public:
         OkCancel
     };
 
+    // A wait shown to the user; it ends when the object is destroyed.
+    class VANTRYHTMLEDITOR_EXPORT Progress
+    {
+    public:
+        Progress() = default;
+        virtual ~Progress();
+        Q_DISABLE_COPY_MOVE(Progress)
+    };
+
     UserPrompts() = default;
     virtual ~UserPrompts();
     Q_DISABLE_COPY_MOVE(UserPrompts)
@@ -84,6 +95,11 @@ public:
     virtual bool printSetup(QPrinter &printer) = 0;
     // The font dialog, starting from initial; nothing when the user cancels.
     virtual std::optional<FontChoice> font(const FontChoice &initial) = 0;
+    // Shows text with a Cancel button while the editor waits for something slow (a page
+    // from a server). cancel is called when the user gives up waiting; the wait ends when
+    // the returned object is destroyed.
+    virtual std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel)
+        = 0;
 };
 
 // The prompts of a desktop session and the editor's default: QMessageBox, QFileDialog,
@@ -104,6 +120,7 @@ public:
     std::optional<QColor> color(const QColor &initial, const QString &title = QString()) override;
     bool printSetup(QPrinter &printer) override;
     std::optional<FontChoice> font(const FontChoice &initial) override;
+    std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel) override;
 
 protected:
     // The window the boxes are modal to; none once parent is gone.

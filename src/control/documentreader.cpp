@@ -1,5 +1,7 @@
 #include "control/documentreader.h"
 
+#include "platform/prompts/userprompts.h"
+
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -51,7 +53,8 @@ qint32 networkError(QNetworkReply::NetworkError error)
     }
 }
 
-DocumentBytes fetch(const QUrl &url, std::chrono::milliseconds timeout)
+DocumentBytes fetch(
+    const QUrl &url, std::chrono::milliseconds timeout, Platform::UserPrompts *prompts)
 {
     QNetworkAccessManager network;
     QNetworkRequest request(url);
@@ -61,16 +64,38 @@ DocumentBytes fetch(const QUrl &url, std::chrono::milliseconds timeout)
     std::unique_ptr<QNetworkReply> reply(network.get(request));
 
     QEventLoop loop;
-    QTimer timer;
-    timer.setSingleShot(true);
-    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    QObject::connect(&deadline, &QTimer::timeout, &loop, &QEventLoop::quit);
     QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    timer.start(timeout);
+    deadline.start(timeout);
+    // A quick answer comes without any input being taken; a slow one gets a modal progress
+    // whose Cancel must be reachable.
+    QTimer reveal;
+    reveal.setSingleShot(true);
+    QObject::connect(&reveal, &QTimer::timeout, &loop, &QEventLoop::quit);
+    reveal.start(prompts ? fetchProgressDelay : timeout);
     if (!reply->isFinished())
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 
+    bool cancelled = false;
+    std::unique_ptr<Platform::UserPrompts::Progress> progress;
+    if (!reply->isFinished() && deadline.isActive() && prompts) {
+        progress = prompts->progress(
+            QStringLiteral("Loading %1 ...").arg(url.toDisplayString()), [&cancelled, &loop] {
+                cancelled = true;
+                loop.quit();
+            });
+        if (!reply->isFinished() && !cancelled)
+            loop.exec();
+        progress.reset();
+    }
+
     if (!reply->isFinished()) {
         reply->abort();
+        if (cancelled)
+            return failure(LoadError::Cancelled,
+                QStringLiteral("Loading %1 was cancelled").arg(url.toDisplayString()));
         return failure(LoadError::ConnectionTimeout,
             QStringLiteral("%1 did not answer in time").arg(url.toDisplayString()));
     }
@@ -79,6 +104,7 @@ DocumentBytes fetch(const QUrl &url, std::chrono::milliseconds timeout)
 
     DocumentBytes result;
     result.bytes = reply->readAll();
+    result.address = reply->url().toString();
     const QByteArray contentType = reply->header(QNetworkRequest::ContentTypeHeader).toByteArray();
     if (const qsizetype at = contentType.toLower().indexOf("charset"); at >= 0)
         result.charset = contentType.mid(at);
@@ -113,10 +139,12 @@ DocumentBytes readLocalFile(const QString &path)
     result.bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return failure(LoadError::Unexpected, file.errorString());
+    result.address = QUrl::fromLocalFile(info.absoluteFilePath()).toString();
     return result;
 }
 
-DocumentBytes readAddress(const QString &address, std::chrono::milliseconds timeout)
+DocumentBytes readAddress(
+    const QString &address, std::chrono::milliseconds timeout, Platform::UserPrompts *prompts)
 {
     const QString trimmed = address.trimmed();
     if (trimmed.isEmpty())
@@ -133,7 +161,7 @@ DocumentBytes readAddress(const QString &address, std::chrono::milliseconds time
         return asPlatformFailure(readLocalFile(url.toLocalFile()));
     const QString scheme = url.scheme().toLower();
     if (scheme == QLatin1String("http") || scheme == QLatin1String("https"))
-        return fetch(url, timeout);
+        return fetch(url, timeout, prompts);
     return failure(LoadError::UnknownProtocol,
         QStringLiteral("Documents cannot be opened from %1 addresses").arg(scheme));
 }

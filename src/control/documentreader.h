@@ -4,6 +4,12 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
+#include <memory>
+
+namespace Vantry::Platform {
+class UserPrompts;
+}
 
 namespace Vantry::Control {
 
@@ -28,6 +34,9 @@ constexpr qint32 PlatformInvalidArgument = code(0x80070057);
 constexpr qint32 ResourceNotFound = code(0x800C0005);
 constexpr qint32 ConnectionTimeout = code(0x800C000B);
 constexpr qint32 UnknownProtocol = code(0x800C000D);
+constexpr qint32 Cancelled = code(0x800704C7);
+// The editor's own: a file with binary content (an image) is not opened as text.
+constexpr qint32 NotText = code(0x80100003);
 } // namespace LoadError
 
 // The raw bytes of a document and where they came from.
@@ -36,6 +45,8 @@ struct DocumentBytes
     QByteArray bytes;
     // The charset the transport named (an HTTP Content-Type), if any.
     QByteArray charset;
+    // Where the bytes came from, after redirects, as a URL.
+    QString address;
     // A LoadError number; None when the bytes were read.
     qint32 error = LoadError::None;
     // What went wrong, in words, for the log.
@@ -48,10 +59,17 @@ struct DocumentBytes
 // or unreadable gets the matching editor error number.
 DocumentBytes readLocalFile(const QString &path);
 
+// How long an address may take to answer before its load fails.
+constexpr std::chrono::seconds fetchTimeout{30};
+// How long a fetch runs before the user is shown a progress with Cancel.
+constexpr std::chrono::milliseconds fetchProgressDelay{400};
+
 // Reads a document by address: file: URLs and plain paths from disk, http and https over
-// the network (waiting at most timeout, without user input meanwhile). Every failure has
-// a platform (negative) error number, as a URL load reports it.
-DocumentBytes readAddress(
-    const QString &address, std::chrono::milliseconds timeout = std::chrono::seconds(60));
+// the network. A fetch waits at most timeout; when it takes longer than
+// fetchProgressDelay and prompts are given, it shows a progress whose Cancel ends it with
+// LoadError::Cancelled. Every failure has a platform (negative) error number, as a URL
+// load reports it.
+DocumentBytes readAddress(const QString &address, std::chrono::milliseconds timeout = fetchTimeout,
+    Platform::UserPrompts *prompts = nullptr);
 
 } // namespace Vantry::Control

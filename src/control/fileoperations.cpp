@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QTimer>
+#include <QUrl>
 
 namespace Vantry::Control {
 
@@ -60,6 +61,10 @@ QString loadErrorMessage(qint32 error)
         return QStringLiteral("Invalid argument");
     case LoadError::AccessDenied:
         return QStringLiteral("Access denied");
+    case LoadError::NotText:
+        return QStringLiteral("Document is a binary file, not text");
+    case LoadError::ConnectionTimeout:
+        return QStringLiteral("The server did not answer in time");
     default:
         return QStringLiteral("Unknown error");
     }
@@ -167,13 +172,9 @@ void FileOperations::fileOpen(const QString &filePath)
     const DocumentBytes read = readLocalFile(path);
     qint32 error = read.error;
     if (read.ok()) {
-        const TextCodec::Decoded decoded = TextCodec::decode(read.bytes);
-        error = containsServerScript(decoded.text) ? LoadError::ServerScript
-                                                   : loadDocument(decoded.text);
-        if (error == LoadError::None) {
+        error = loadBytes(read);
+        if (error == LoadError::None)
             m_currentPath = QFileInfo(path).absoluteFilePath();
-            m_encoding = decoded.encoding;
-        }
     }
     setDirty(false);
 
@@ -198,15 +199,11 @@ void FileOperations::urlOpen(const QString &address)
     if (!mayReplaceDocument())
         return;
 
-    const DocumentBytes read = readAddress(address);
-    qint32 error = read.error;
-    if (read.ok()) {
-        const TextCodec::Decoded decoded = TextCodec::decode(read.bytes, read.charset);
-        error = containsServerScript(decoded.text) ? LoadError::ServerScript
-                                                   : loadDocument(decoded.text);
-        if (error == LoadError::None)
-            m_encoding = decoded.encoding;
-    }
+    const DocumentBytes read = readAddress(address, fetchTimeout, &prompts());
+    // Given up by the user: the document stays as it was.
+    if (read.error == LoadError::Cancelled)
+        return;
+    const qint32 error = read.ok() ? loadBytes(read) : read.error;
     m_currentPath = address;
     m_openedFromUrl = true;
     setDirty(false);
@@ -294,9 +291,25 @@ bool FileOperations::save(const QString &path)
     m_currentPath = info.absoluteFilePath();
     m_encoding = encoding;
     setDirty(false);
-    // Editing goes on against the BASE address, as after a load.
+    // Editing goes on against the BASE address, as after a load, and relative addresses
+    // now resolve where the file lives.
+    m_surface.setDocumentAddress(QUrl::fromLocalFile(m_currentPath).toString());
     m_exchange.loadIntoSurface(ContentRules::insertBase(html, m_settings.BaseURL));
     return true;
+}
+
+qint32 FileOperations::loadBytes(const DocumentBytes &read)
+{
+    const TextCodec::Decoded decoded = TextCodec::decode(read.bytes, read.charset);
+    // Opened as text, an image would be saved over as text.
+    if (decoded.binary)
+        return LoadError::NotText;
+    if (containsServerScript(decoded.text))
+        return LoadError::ServerScript;
+    const qint32 error = loadDocument(decoded.text, read.address);
+    if (error == LoadError::None)
+        m_encoding = decoded.encoding;
+    return error;
 }
 
 bool FileOperations::waitUntilReady()
@@ -314,10 +327,12 @@ bool FileOperations::waitUntilReady()
     return m_exchange.isDocumentReady();
 }
 
-qint32 FileOperations::loadDocument(const QString &html)
+qint32 FileOperations::loadDocument(const QString &html, const QString &address)
 {
     if (!waitUntilReady())
         return LoadError::Unexpected;
+    // Relative images and style sheets resolve where the document came from.
+    m_surface.setDocumentAddress(address);
     const QString withBase = ContentRules::insertBase(html, m_settings.BaseURL);
     bool loaded = false;
     for (int attempt = 0; attempt < loadAttempts && !loaded; ++attempt) {
@@ -334,6 +349,7 @@ qint32 FileOperations::loadDocument(const QString &html)
 
 void FileOperations::newDocument()
 {
+    m_surface.setDocumentAddress(QString());
     m_exchange.loadIntoSurface(blankDocument);
     m_currentPath.clear();
     m_encoding = {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/documentreader.h"
 #include "control/settings.h"
 #include "control/textcodec.h"
 
@@ -73,8 +74,11 @@ private:
     bool save(const QString &path);
     // FileSave without a path: asks unless the document has a file of its own.
     bool saveToCurrentOrAsk();
-    // Loads decoded text as the document; the number of an error that left it unloaded.
-    qint32 loadDocument(const QString &html);
+    // Decodes and loads a document read from a file or an address; the number of an error
+    // that left it unloaded.
+    qint32 loadBytes(const DocumentBytes &read);
+    // Loads decoded text as the document that came from address.
+    qint32 loadDocument(const QString &html, const QString &address);
     bool waitUntilReady();
     void newDocument();
     void showLoadError(qint32 error);

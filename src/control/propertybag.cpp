@@ -1,6 +1,7 @@
 #include <VantryHTMLEditor/PropertyBag.h>
 
 #include <QDebug>
+#include <QFile>
 #include <QSettings>
 
 #include <cmath>
@@ -124,6 +125,72 @@ QVariant storable(const QVariant &value)
     default:
         return value;
     }
+}
+
+// The value of key in section of an INI file, read the way QSettings reads one text but
+// with commas kept as they stand: QSettings splits an unquoted value at its commas and
+// trims around them, which loses a password such as S3cret,Passw0rd as a person wrote it.
+std::optional<QString> iniText(const QString &fileName, const QString &section, const QString &key)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QString content = QString::fromUtf8(file.readAll());
+    QString current = QStringLiteral("General");
+    std::optional<QString> raw;
+    for (const QStringView line : QStringView(content).split(u'\n')) {
+        const QStringView trimmed = line.trimmed();
+        if (trimmed.startsWith(u'[') && trimmed.endsWith(u']')) {
+            current = trimmed.sliced(1, trimmed.size() - 2).trimmed().toString();
+            continue;
+        }
+        const qsizetype equals = trimmed.indexOf(u'=');
+        if (trimmed.startsWith(u';') || equals < 0 || current != section
+            || trimmed.first(equals).trimmed() != key)
+            continue;
+        raw = trimmed.sliced(equals + 1).trimmed().toString(); // a later line wins, as in QSettings
+    }
+    if (!raw)
+        return std::nullopt;
+
+    static const QHash<QChar, QChar> escapes{{u'a', u'\a'}, {u'b', u'\b'}, {u'f', u'\f'},
+        {u'n', u'\n'}, {u'r', u'\r'}, {u't', u'\t'}, {u'v', u'\v'}, {u'"', u'"'}, {u'?', u'?'},
+        {u'\'', u'\''}, {u'\\', u'\\'}};
+    QString value;
+    bool quoted = false;
+    qsizetype keep = 0; // spaces before this length came from quotes and stay
+    for (qsizetype i = 0; i < raw->size(); ++i) {
+        const QChar c = raw->at(i);
+        if (c == u'"') {
+            quoted = !quoted;
+            keep = value.size();
+        } else if (c == u';' && !quoted) {
+            break;
+        } else if (c == u'\\' && i + 1 < raw->size()) {
+            const QChar next = raw->at(++i);
+            if (next == u'x') {
+                qsizetype end = i + 1;
+                while (end < raw->size() && end < i + 5
+                    && QStringLiteral("0123456789abcdefABCDEF").contains(raw->at(end)))
+                    ++end;
+                value.append(
+                    QChar(char16_t(raw->sliced(i + 1, end - i - 1).toUShort(nullptr, 16))));
+                i = end - 1;
+            } else {
+                value.append(escapes.value(next, next));
+            }
+            keep = value.size();
+        } else {
+            value.append(c);
+            if (quoted)
+                keep = value.size();
+        }
+    }
+    while (value.size() > keep && value.back().isSpace())
+        value.chop(1);
+    if (value.startsWith(QStringLiteral("@@")))
+        value.remove(0, 1);
+    return value;
 }
 
 } // namespace
@@ -311,8 +378,16 @@ QVariant IniPropertyBag::rawRead(const QString &name) const
     }
     const QVariant value = m_settings->value(key(name));
     // INI text with unquoted commas comes back as a list; it was one text to whoever wrote it.
-    if (value.typeId() == QMetaType::QStringList)
-        return value.toStringList().join(QStringLiteral(", "));
+    if (value.typeId() == QMetaType::QStringList) {
+        const QString path = key(name);
+        const qsizetype slash = path.indexOf(u'/');
+        const QString section = slash < 0 ? QStringLiteral("General") : path.first(slash);
+        QString inSection = slash < 0 ? path : path.sliced(slash + 1);
+        inSection.replace(u'/', u'\\');
+        if (const std::optional<QString> text = iniText(fileName(), section, inSection))
+            return *text;
+        return value.toStringList().join(u',');
+    }
     return value;
 }
 

@@ -106,24 +106,6 @@ std::optional<ByteTable> tableFor(QByteArrayView name)
     return std::nullopt;
 }
 
-Encoded encodeWithTable(const QString &text, const ByteTable &table, qsizetype *failedAt)
-{
-    QHash<char16_t, char> reverse;
-    for (int b = 0; b < 256; ++b)
-        reverse.insert(table[b], char(b));
-    Encoded result;
-    result.bytes.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const auto it = reverse.constFind(text.at(i).unicode());
-        if (it == reverse.constEnd()) {
-            *failedAt = i;
-            return result;
-        }
-        result.bytes.append(*it);
-    }
-    return result;
-}
-
 std::optional<QStringConverter::Encoding> builtInEncoding(const QByteArray &name)
 {
     if (name == utf8Name)
@@ -169,44 +151,76 @@ bool isValidUtf8(QByteArrayView bytes)
     return !decoder.hasError();
 }
 
-// The first position in text that encoder cannot write, found by halving: only called
-// once the whole text is known to fail.
-qsizetype firstUnencodable(QStringView text, const QByteArray &name)
+// The first bytes show UTF-16 without a byte-order mark: markup is mostly ASCII, so every
+// other byte is zero, on the odd positions for little-endian text and the even ones for
+// big-endian. Returns the encoding's name, or nothing.
+QByteArray utf16ByPattern(QByteArrayView bytes)
 {
-    qsizetype from = 0;
-    qsizetype to = text.size();
-    while (to - from > 1) {
-        qsizetype middle = from + (to - from) / 2;
-        // Never split a surrogate pair.
-        if (text.at(middle).isLowSurrogate())
-            ++middle;
-        if (middle >= to)
-            break;
-        QStringEncoder encoder = encoderFor(name);
-        // The converters are lazy: only a materialised result is encoded.
-        const QByteArray bytes = encoder.encode(text.sliced(from, middle - from));
-        if (encoder.hasError())
-            to = middle;
-        else
-            from = middle;
+    const qsizetype pairs = qMin<qsizetype>(bytes.size(), 1024) / 2;
+    qsizetype little = 0;
+    qsizetype big = 0;
+    for (qsizetype i = 0; i < pairs; ++i) {
+        const bool evenZero = bytes.at(2 * i) == 0;
+        const bool oddZero = bytes.at(2 * i + 1) == 0;
+        if (oddZero && !evenZero)
+            ++little;
+        else if (evenZero && !oddZero)
+            ++big;
     }
-    return from;
+    if (pairs == 0)
+        return {};
+    if (little * 2 > pairs && big * 10 <= little)
+        return utf16LEName;
+    if (big * 2 > pairs && little * 10 <= big)
+        return utf16BEName;
+    return {};
 }
 
-QString unencodableError(const QString &text, qsizetype at, const QByteArray &encodingName)
+// How far into a file a zero byte marks it as binary rather than text.
+constexpr qsizetype binaryScanLength = 8000;
+
+// Text in which every character the test refuses is written as a numeric character
+// reference. Only characters outside ASCII are tested, each distinct one once.
+template <typename Encodable> QString withCharacterReferences(QStringView text, Encodable encodable)
 {
-    const char32_t code
-        = QStringView(text).sliced(at, qMin<qsizetype>(2, text.size() - at)).toUcs4().value(0);
-    // lastIndexOf() takes -1 as "from the end".
-    const qsizetype lineStart = at > 0 ? text.lastIndexOf(QLatin1Char('\n'), at - 1) + 1 : 0;
-    const qsizetype line = QStringView(text).first(at).count(QLatin1Char('\n')) + 1;
-    const QString character = QString::fromUcs4(&code, 1);
-    return QStringLiteral("The character \u201C%1\u201D (U+%2) on line %3, column %4 cannot be "
-                          "written in the %5 encoding of this document.")
-        .arg(character, QStringLiteral("%1").arg(quint32(code), 4, 16, QLatin1Char('0')).toUpper())
-        .arg(line)
-        .arg(at - lineStart + 1)
-        .arg(QString::fromLatin1(encodingName));
+    QHash<char32_t, bool> known;
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c.unicode() < 0x80) {
+            result.append(c);
+            continue;
+        }
+        const bool pair
+            = c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        const QStringView character = text.sliced(i, pair ? 2 : 1);
+        const char32_t code = pair ? QChar::surrogateToUcs4(c, text.at(i + 1)) : c.unicode();
+        auto found = known.constFind(code);
+        if (found == known.constEnd())
+            found = known.insert(code, encodable(character));
+        if (*found)
+            result.append(character);
+        else
+            result += QStringLiteral("&#%1;").arg(quint32(code));
+        i += character.size() - 1;
+    }
+    return result;
+}
+
+QByteArray encodeWithTable(QStringView text, const ByteTable &table)
+{
+    QHash<char16_t, char> reverse;
+    for (int b = 0; b < 256; ++b)
+        reverse.insert(table[b], char(b));
+    const QString written = withCharacterReferences(text, [&reverse](QStringView character) {
+        return character.size() == 1 && reverse.contains(character.front().unicode());
+    });
+    QByteArray bytes;
+    bytes.reserve(written.size());
+    for (const QChar c : written)
+        bytes.append(reverse.value(c.unicode()));
+    return bytes;
 }
 
 // A tiny reader over the start of a document, enough to find META declarations the way
@@ -427,19 +441,25 @@ Decoded decode(QByteArrayView bytes, QByteArrayView transportCharset)
                !declared.isEmpty()) {
         // A declaration readable as ASCII cannot be in UTF-16; browsers take UTF-8.
         encoding = {isUtf16(declared) ? utf8Name : declared, false};
-    } else if (bytes.size() >= 2 && bytes.at(0) == '<' && bytes.at(1) == '\0') {
-        encoding = {utf16LEName, false};
-    } else if (bytes.size() >= 2 && bytes.at(0) == '\0' && bytes.at(1) == '<') {
-        encoding = {utf16BEName, false};
+    } else if (QByteArray utf16 = utf16ByPattern(bytes); !utf16.isEmpty()) {
+        encoding = {utf16, false};
     } else {
         encoding = {isValidUtf8(bytes) ? utf8Name : windows1252Name, false};
     }
+    // Text has no zero bytes outside UTF-16; an image or an archive has them near its start.
+    result.binary = !isUtf16(encoding.name)
+        && bytes.first(qMin(bytes.size(), binaryScanLength)).contains('\0');
     result.text = decodeAs(bytes.sliced(skip), encoding.name);
     return result;
 }
 
 Encoding encodingForSave(const QString &text, const Encoding &opened)
 {
+    // UTF-16 is only recognised by its byte-order mark once the text may start with
+    // anything (a body without markup in front); a file written without one would reopen
+    // as garbage.
+    if (isUtf16(opened.name))
+        return {opened.name, true};
     if (opened.byteOrderMark)
         return opened;
     const QByteArray head = QStringView(text).first(qMin(text.size(), prescanLength)).toLatin1();
@@ -447,29 +467,37 @@ Encoding encodingForSave(const QString &text, const Encoding &opened)
     if (declared.isEmpty())
         return opened;
     if (isUtf16(declared))
-        return isUtf16(opened.name) ? opened : Encoding{utf8Name, false};
+        return Encoding{utf8Name, false};
     return {declared, false};
 }
 
 Encoded encode(const QString &text, const Encoding &encoding)
 {
     Encoded result;
-    qsizetype failedAt = -1;
-    QStringEncoder encoder = encoderFor(encoding.name);
-    if (encoder.isValid()) {
+    if (QStringEncoder encoder = encoderFor(encoding.name); encoder.isValid()) {
         result.bytes = encoder.encode(text);
-        if (encoder.hasError())
-            failedAt = firstUnencodable(text, encoding.name);
+        if (encoder.hasError()) {
+            const QString written
+                = withCharacterReferences(text, [&encoding](QStringView character) {
+                      QStringEncoder single = encoderFor(encoding.name);
+                      // The converters are lazy: only a materialised result is encoded.
+                      const QByteArray bytes = single.encode(character);
+                      return !single.hasError();
+                  });
+            QStringEncoder again = encoderFor(encoding.name);
+            result.bytes = again.encode(written);
+            if (again.hasError()) {
+                result.bytes.clear();
+                result.error = QStringLiteral("The document cannot be written in its %1 encoding.")
+                                   .arg(QString::fromLatin1(encoding.name));
+                return result;
+            }
+        }
     } else if (const auto table = tableFor(encoding.name)) {
-        result = encodeWithTable(text, *table, &failedAt);
+        result.bytes = encodeWithTable(text, *table);
     } else {
         result.error = QStringLiteral("The %1 encoding of this document is not available.")
                            .arg(QString::fromLatin1(encoding.name));
-        return result;
-    }
-    if (failedAt >= 0) {
-        result.bytes.clear();
-        result.error = unencodableError(text, failedAt, encoding.name);
         return result;
     }
     if (encoding.byteOrderMark) {

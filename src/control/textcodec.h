@@ -22,13 +22,14 @@ struct Decoded
 {
     QString text;
     Encoding encoding;
+    // Zero bytes near the start outside UTF-16: an image or other binary file, not text.
+    bool binary = false;
 };
 
 struct Encoded
 {
     QByteArray bytes;
-    // Empty on success; otherwise names the first character that cannot be written and
-    // where it is.
+    // Empty on success; otherwise why the text cannot be written at all.
     QString error;
 };
 
@@ -42,17 +43,18 @@ QByteArray declaredCharset(QByteArrayView bytes);
 
 // Decodes a document. The encoding is taken from, in order: a byte-order mark, the
 // transport's charset (an HTTP Content-Type), a META declaration, the byte pattern of
-// UTF-16 without a mark; otherwise UTF-8 when the bytes are valid UTF-8, else
-// windows-1252. The byte-order mark is not part of the text.
+// UTF-16 without a mark (every other byte zero); otherwise UTF-8 when the bytes are valid
+// UTF-8, else windows-1252. The byte-order mark is not part of the text.
 Decoded decode(QByteArrayView bytes, QByteArrayView transportCharset = {});
 
-// The encoding to save text in that was read in opened: the same when the file began with a
-// byte-order mark; otherwise what the text now declares in a META tag, since the user may
-// have changed it; otherwise the same.
+// The encoding to save text in that was read in opened: UTF-16 always with a byte-order
+// mark; the same when the file began with one; otherwise what the text now declares in a
+// META tag, since the user may have changed it; otherwise the same.
 Encoding encodingForSave(const QString &text, const Encoding &opened);
 
 // Encodes text, writing the byte-order mark when the encoding has one. A character the
-// encoding cannot represent is an error, never a silent substitute.
+// encoding cannot represent is written as a numeric character reference (&#937;), which
+// reads back as the same character.
 Encoded encode(const QString &text, const Encoding &encoding);
 
 // The built-in tables for windows-1252 and ISO-8859-15, used when the platform's

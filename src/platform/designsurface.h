@@ -217,6 +217,10 @@ public:
     virtual bool setBaseUrl(const QString &url) = 0;
     // The address last given to setBaseUrl.
     virtual QString baseUrl() const = 0;
+    // The address the documents loaded from now on came from (a file or page URL; empty
+    // for none). Their relative addresses resolve against it unless a BASE says otherwise;
+    // it never shows in what is read back.
+    virtual bool setDocumentAddress(const QString &url) = 0;
     virtual bool refresh() = 0;
     // Makes the engine's formatting commands write elements rather than style attributes.
     virtual bool useElementFormatting() = 0;

@@ -7,6 +7,7 @@
 #include <QQueue>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
 namespace VantryTest {
 
@@ -24,7 +25,8 @@ public:
         SaveFile,
         Color,
         Print,
-        Font
+        Font,
+        Progress
     };
 
     struct Shown
@@ -45,6 +47,8 @@ public:
     // Each font dialog's answer; what it was shown lands in fontsShown.
     QQueue<std::optional<Vantry::Platform::FontChoice>> fonts;
     QList<Vantry::Platform::FontChoice> fontsShown;
+    // Whether a progress is cancelled as soon as it shows; otherwise it waits to the end.
+    bool cancelProgress = false;
 
     // The texts of the prompts of one kind, in order.
     QStringList texts(Kind kind) const
@@ -114,7 +118,26 @@ public:
         return fonts.dequeue();
     }
 
+    std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel) override
+    {
+        shown.append({Kind::Progress, text, {}});
+        auto shownProgress = std::make_unique<TimedProgress>();
+        if (cancelProgress) {
+            // Pressed once the editor waits, as a user would; never after the wait ended.
+            shownProgress->timer.setSingleShot(true);
+            QObject::connect(
+                &shownProgress->timer, &QTimer::timeout, &shownProgress->timer, std::move(cancel));
+            shownProgress->timer.start(0);
+        }
+        return shownProgress;
+    }
+
 private:
+    struct TimedProgress : Progress
+    {
+        QTimer timer;
+    };
+
     QString fileName(Kind kind, const QString &title, const QString &filter)
     {
         shown.append({kind, title, filter});

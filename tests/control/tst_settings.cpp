@@ -49,9 +49,9 @@ const QStringList expectedBagOrder = QStringLiteral(
 // Every field away from its default, with texts that INI files tend to mangle.
 Settings changedSettings()
 {
-    const QStringList texts = {QStringLiteral("a, b"), QStringLiteral("  padded  "),
-        QStringLiteral("one\ntwo"), QStringLiteral("@Invalid()"), QStringLiteral("#no note"),
-        QStringLiteral("key=value; x"), QStringLiteral("\"quoted\""),
+    const QStringList texts = {QStringLiteral("a, b"), QStringLiteral("S3cret,Passw0rd"),
+        QStringLiteral("  padded  "), QStringLiteral("one\ntwo"), QStringLiteral("@Invalid()"),
+        QStringLiteral("#no note"), QStringLiteral("key=value; x"), QStringLiteral("\"quoted\""),
         QStringLiteral("C:\\site\\img\\"), QStringLiteral("ünïcødé ✓")};
     const QList<int> integers = {-32768, 32767, -1, 1234};
 
@@ -101,6 +101,8 @@ private slots:
     void convert();
     void badValues_data();
     void badValues();
+    void handEditedIniTextKeepsCommas_data();
+    void handEditedIniTextKeepsCommas();
     void malformedIniFile();
     void unwritableIniFile();
 };
@@ -295,6 +297,42 @@ void TestSettings::badValues()
     QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
     QCOMPARE(settings.ScrollBars, true);
     QCOMPARE(settings.SetDisplayHeight, qint16(300));
+}
+
+void TestSettings::handEditedIniTextKeepsCommas_data()
+{
+    QTest::addColumn<QString>("group");
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("password") << QString() << QByteArray("FTP_Password=S3cret,Passw0rd")
+                              << "S3cret,Passw0rd";
+    QTest::newRow("spaces around commas, in a group")
+        << "HTMLEditorComponent" << QByteArray("LinkTargets = _blank, _top ,main ")
+        << "_blank, _top ,main";
+    QTest::newRow("quotes, escapes and a comment")
+        << QString() << QByteArray("PageTitle=\"a, b \",c\\x41\\t; note") << "a, b ,cA\t";
+}
+
+void TestSettings::handEditedIniTextKeepsCommas()
+{
+    QFETCH(QString, group);
+    QFETCH(QByteArray, line);
+    QFETCH(QString, expected);
+
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
+    const QByteArray section = group.isEmpty() ? "General" : group.toUtf8();
+    QVERIFY(writeFile(fileName, "[Other]\n" + line + "\n[" + section + "]\n" + line + "\n"));
+    IniPropertyBag bag(fileName, group);
+    Settings settings;
+    readProperties(settings, bag);
+    QVERIFY2(bag.errors().isEmpty(), qPrintable(bag.errors().join(u'\n')));
+    const QString name = QString::fromUtf8(line.left(line.indexOf('=')).trimmed());
+    const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
+        [&name](const PropertyInfo &info) { return info.bagName == name; });
+    QCOMPARE(property->get(settings).toString(), expected);
 }
 
 void TestSettings::malformedIniFile()

@@ -1,11 +1,14 @@
 // The design surface's contracts on the real engine: documents are inert, the editor's
 // BASE tag resolves relative images but never leaks into what is handed out, whole
 // documents keep their head and what stands in front of their root, a load is complete
-// when it is reported whatever the network does, and big documents load whole.
+// when it is reported whatever the network does, big documents load whole, and nothing is
+// fetched that drawing the document does not need.
 
 #include "../common/enginetest.h"
+#include "../common/tinyhttpserver.h"
 
 #include <QImage>
+#include <QNetworkProxy>
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -39,6 +42,7 @@ private Q_SLOTS:
     void loadIsCompleteWhileASheetHangs();
     void twentyMegabyteDocumentRoundTrips();
     void staleElementHandleFailsCleanly();
+    void onlyWhatRenderingNeedsIsFetched();
 
 private:
     void load(const QString &html);
@@ -409,6 +413,40 @@ void tst_DesignSurface::staleElementHandleFailsCleanly()
     QVERIFY(surface->lastCallFailed());
     QVERIFY(!surface->body().isNull());
     QVERIFY(!surface->lastCallFailed());
+}
+
+void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
+{
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    VantryTest::TinyHttpServer site;
+    VantryTest::TinyHttpServer elsewhere;
+    QVERIFY(site.start());
+    QVERIFY(elsewhere.start());
+    site.serve(QStringLiteral("/style.css"), {"text/css", "p { color: red }"});
+    const QString other = elsewhere.url(QString());
+    m_editor->setBaseURL(site.url(QStringLiteral("/")));
+    m_editor->setReturnFullDocument(true);
+    load(QStringLiteral("<html><head>"
+                        "<link rel=\"stylesheet\" href=\"style.css\">"
+                        "<link rel=\"prefetch\" href=\"next.html\">"
+                        "<link rel=\"preload\" as=\"script\" href=\"app.js\">"
+                        "<link rel=\"modulepreload\" href=\"module.js\">"
+                        "<link rel=\"dns-prefetch\" href=\"%1\">"
+                        "<link rel=\"preconnect\" href=\"%1\">"
+                        "<script src=\"inert.js\"></script>"
+                        "</head><body><p>text</p><img src=\"shown.png\"></body></html>")
+             .arg(other));
+
+    QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/style.css"))
+            && site.requests.contains(QStringLiteral("/shown.png")),
+        10000);
+    // Whatever else was coming has had time to arrive.
+    QTest::qWait(500);
+    QStringList requests = site.requests;
+    requests.sort();
+    QCOMPARE(requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
+    QCOMPARE(elsewhere.connections, 0);
+    QCOMPARE(elsewhere.requests, QStringList());
 }
 
 QTEST_MAIN(tst_DesignSurface)

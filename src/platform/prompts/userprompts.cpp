@@ -7,10 +7,43 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPrintDialog>
+#include <QProgressDialog>
 
 namespace Vantry {
 
+UserPrompts::Progress::~Progress() = default;
+
 UserPrompts::~UserPrompts() = default;
+
+namespace {
+
+class DialogProgress : public UserPrompts::Progress
+{
+public:
+    DialogProgress(
+        QWidget *window, const QString &caption, const QString &text, std::function<void()> cancel)
+        // Owned by the window too, which may go first.
+        : m_dialog(new QProgressDialog(text, QStringLiteral("Cancel"), 0, 0, window))
+    {
+        m_dialog->setWindowTitle(caption);
+        // Application-modal, as the message boxes are: the editor is waiting and takes no
+        // input meanwhile, but the window repaints and Cancel can be pressed.
+        m_dialog->setWindowModality(Qt::ApplicationModal);
+        m_dialog->setMinimumDuration(0);
+        m_dialog->setAutoReset(false);
+        m_dialog->setAutoClose(false);
+        QObject::connect(
+            m_dialog.data(), &QProgressDialog::canceled, m_dialog.data(), std::move(cancel));
+        m_dialog->show();
+    }
+
+    ~DialogProgress() override { delete m_dialog.data(); }
+
+private:
+    QPointer<QProgressDialog> m_dialog;
+};
+
+} // namespace
 
 WidgetPrompts::WidgetPrompts(QWidget *parent)
     : m_parent(parent)
@@ -90,6 +123,12 @@ bool WidgetPrompts::printSetup(QPrinter &printer)
 {
     QPrintDialog dialog(&printer, window());
     return dialog.exec() == QDialog::Accepted;
+}
+
+std::unique_ptr<UserPrompts::Progress> WidgetPrompts::progress(
+    const QString &text, std::function<void()> cancel)
+{
+    return std::make_unique<DialogProgress>(window(), caption(), text, std::move(cancel));
 }
 
 std::optional<FontChoice> WidgetPrompts::font(const FontChoice &initial)

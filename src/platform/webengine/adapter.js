@@ -19,6 +19,7 @@
     let nextHandle = 1;
     let editable = true;
     let baseUrl = '';
+    let documentAddress = '';     // where the document came from; resolves, never saved
     let displayTimer = 0;
     let mouseMoveQueued = null;
     let editorSheet = null;
@@ -146,7 +147,11 @@
     function applyBase(doc) {
         doc = doc || document;
         let base = editorBase(doc);
-        if (!baseUrl) {
+        // The host's BASE first; a document's own BASE outranks the address it came from.
+        const ownBase = doc.head
+            && doc.head.querySelector('base[href]:not([' + EDITOR_BASE_ATTR + '])');
+        const href = baseUrl || (ownBase ? '' : documentAddress);
+        if (!href) {
             if (base)
                 base.remove();
             return;
@@ -158,8 +163,8 @@
             base.setAttribute(EDITOR_BASE_ATTR, '');
             doc.head.insertBefore(base, doc.head.firstChild);
         }
-        if (base.getAttribute('href') !== baseUrl)
-            base.setAttribute('href', baseUrl);
+        if (base.getAttribute('href') !== href)
+            base.setAttribute('href', href);
     }
 
     // ---- loading ----------------------------------------------------------------------
@@ -306,8 +311,8 @@
             // The editor's BASE stands in front of the HTML start tag, where the text
             // rules on the C++ side expect it and remove it from; that only works for an
             // HTML start tag without attributes.
-            if (root.attributes.length === 0)
-                front = '<BASE HREF="' + base.getAttribute('href').replace(/"/g, '&quot;') + '">';
+            if (baseUrl && root.attributes.length === 0)
+                front = '<BASE HREF="' + baseUrl.replace(/"/g, '&quot;') + '">';
         }
         let out = '';
         for (const node of document.childNodes) {
@@ -535,6 +540,12 @@
         setBaseUrl: url => {
             baseUrl = url || '';
             applyBase();
+            return true;
+        },
+        // Takes effect with the next document loaded, so that no address is ever resolved
+        // against the wrong one.
+        setDocumentAddress: url => {
+            documentAddress = url || '';
             return true;
         },
         editorBaseUrl: () => {

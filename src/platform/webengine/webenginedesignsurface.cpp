@@ -1,5 +1,7 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include "platform/webengine/requestfilter.h"
+
 #include <QEventLoop>
 #include <QFile>
 #include <QPoint>
@@ -93,6 +95,8 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     settings->setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
     settings->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
     settings->setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
+    settings->setAttribute(QWebEngineSettings::DnsPrefetchEnabled, false);
+    page->setUrlRequestInterceptor(new RequestFilter(page));
 
     m_notifier = new SurfaceNotifier(this);
     m_channel = new QWebChannel(this);
@@ -447,6 +451,11 @@ bool WebEngineDesignSurface::setBaseUrl(const QString &url)
     if (!m_ready)
         return keepUntilReady(QStringLiteral("baseUrl"), url);
     return callBool(QStringLiteral("setBaseUrl"), {url});
+}
+
+bool WebEngineDesignSurface::setDocumentAddress(const QString &url)
+{
+    return callBool(QStringLiteral("setDocumentAddress"), {url});
 }
 
 bool WebEngineDesignSurface::refresh()

@@ -94,6 +94,7 @@ public:
     bool setScrollBarsVisible(bool visible) override;
     bool setBaseUrl(const QString &url) override;
     QString baseUrl() const override { return m_baseUrl; }
+    bool setDocumentAddress(const QString &url) override;
     bool refresh() override;
     bool useElementFormatting() override;
     bool focusDocument() override;

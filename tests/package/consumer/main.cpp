@@ -50,6 +50,11 @@ public:
     {
         return std::nullopt;
     }
+    std::unique_ptr<Progress> progress(const QString &text, std::function<void()>) override
+    {
+        m_log << QStringLiteral("progress: ") + text;
+        return std::make_unique<Progress>();
+    }
 
 private:
     QStringList &m_log;
