@@ -7,9 +7,13 @@
 #include <functional>
 #include <memory>
 
-namespace Vantry::Platform {
+namespace Vantry {
 class UserPrompts;
-}
+} // namespace Vantry
+
+namespace Vantry::Platform {
+using Vantry::UserPrompts;
+} // namespace Vantry::Platform
 
 namespace Vantry::Control {
 
