@@ -58,6 +58,9 @@ public:
     virtual QString bodyInnerText() = 0;
     // Replaces the body's content; element handles of the document become stale.
     virtual bool setBodyInnerHTML(const QString &html) = 0;
+    // Replaces the body's content as one edit the user can undo; the undo history before
+    // it stays.
+    virtual bool editBodyInnerHTML(const QString &html) = 0;
 
     virtual QString title() = 0;
     virtual bool setTitle(const QString &title) = 0;

@@ -190,8 +190,10 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
 ScriptBridge::Result WebEngineDesignSurface::call(
     const QString &operation, const QVariantList &arguments, std::chrono::milliseconds timeout)
 {
+    QVariantList released;
+    released.swap(*m_releasedRanges);
     ++m_callDepth;
-    ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout);
+    ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout, released);
     --m_callDepth;
     setLastError(result.ok ? QString() : result.error);
     if (m_callDepth == 0 && !m_deferred.isEmpty())
@@ -210,6 +212,39 @@ bool WebEngineDesignSurface::callBool(const QString &operation, const QVariantLi
 {
     const ScriptBridge::Result result = call(operation, arguments);
     return result.ok && result.value.toBool();
+}
+
+namespace {
+
+class RangeLease
+{
+public:
+    RangeLease(int id, std::weak_ptr<QVariantList> released)
+        : m_id(id)
+        , m_released(std::move(released))
+    { }
+    RangeLease(const RangeLease &) = delete;
+    RangeLease &operator=(const RangeLease &) = delete;
+
+    ~RangeLease()
+    {
+        if (const auto list = m_released.lock())
+            list->append(m_id);
+    }
+
+private:
+    int m_id;
+    std::weak_ptr<QVariantList> m_released;
+};
+
+} // namespace
+
+TextRange WebEngineDesignSurface::adoptRange(const QVariant &value)
+{
+    TextRange range = TextRange::fromVariant(value);
+    if (!range.isNull())
+        range.lease = std::make_shared<const RangeLease>(range.id, m_releasedRanges);
+    return range;
 }
 
 QList<Element> WebEngineDesignSurface::elementList(const QVariant &value) const
@@ -253,6 +288,13 @@ bool WebEngineDesignSurface::setBodyInnerHTML(const QString &html)
     const auto timeout
         = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
     return call(QStringLiteral("setBodyInnerHTML"), {html}, timeout).ok;
+}
+
+bool WebEngineDesignSurface::editBodyInnerHTML(const QString &html)
+{
+    const auto timeout
+        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
+    return call(QStringLiteral("editBodyInnerHTML"), {html}, timeout).ok;
 }
 
 QString WebEngineDesignSurface::title()
@@ -517,7 +559,7 @@ SelectionType WebEngineDesignSurface::selectionType()
 
 TextRange WebEngineDesignSurface::selectionRange()
 {
-    return TextRange::fromVariant(callValue(QStringLiteral("selectionRange")));
+    return adoptRange(callValue(QStringLiteral("selectionRange")));
 }
 
 bool WebEngineDesignSurface::clearSelection()
@@ -532,7 +574,7 @@ bool WebEngineDesignSurface::selectElement(const Element &element)
 
 TextRange WebEngineDesignSurface::bodyRange()
 {
-    return TextRange::fromVariant(callValue(QStringLiteral("bodyRange")));
+    return adoptRange(callValue(QStringLiteral("bodyRange")));
 }
 
 bool WebEngineDesignSurface::isControlRange(const TextRange &range)
@@ -604,7 +646,7 @@ bool WebEngineDesignSurface::collapseRange(const TextRange &range, bool toStart)
 
 TextRange WebEngineDesignSurface::duplicateRange(const TextRange &range)
 {
-    return TextRange::fromVariant(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
+    return adoptRange(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
 }
 
 QString WebEngineDesignSurface::rangeBookmark(const TextRange &range)
@@ -648,8 +690,8 @@ DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(
     result.found = answer.value(QStringLiteral("found")).toBool();
     result.controlSelected = answer.value(QStringLiteral("control")).toBool();
     result.replaced = answer.value(QStringLiteral("replaced")).toInt();
-    result.searchRange = TextRange::fromVariant(answer.value(QStringLiteral("search")));
-    result.selectionCopy = TextRange::fromVariant(answer.value(QStringLiteral("copy")));
+    result.searchRange = adoptRange(answer.value(QStringLiteral("search")));
+    result.selectionCopy = adoptRange(answer.value(QStringLiteral("copy")));
     result.bookmark = answer.value(QStringLiteral("bookmark")).toString();
     return result;
 }

@@ -31,6 +31,7 @@ public:
     QString bodyInnerHTML() override;
     QString bodyInnerText() override;
     bool setBodyInnerHTML(const QString &html) override;
+    bool editBodyInnerHTML(const QString &html) override;
     QString title() override;
     bool setTitle(const QString &title) override;
     QList<Element> elementsByName(const QString &name) override;
@@ -128,6 +129,9 @@ private:
         std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
     bool callBool(const QString &operation, const QVariantList &arguments = {});
     QList<Element> elementList(const QVariant &value) const;
+    // A range handle the adapter gave out, leased so that the adapter frees the range once
+    // the last copy is gone.
+    TextRange adoptRange(const QVariant &value);
     int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);
     bool display(const QString &name);
     bool setDisplay(const QString &name, bool on);
@@ -139,6 +143,8 @@ private:
     bool m_ready = false;
     int m_callDepth = 0;
     QList<std::pair<QString, QVariantList>> m_deferred;
+    // Ids of ranges whose last handle was dropped, freed with the next call.
+    std::shared_ptr<QVariantList> m_releasedRanges = std::make_shared<QVariantList>();
 };
 
 // Receives the adapter's notifications through the web channel.
