@@ -101,6 +101,10 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     // while the engine is still delivering the notification.
     connect(m_notifier, &SurfaceNotifier::notified, this,
         &WebEngineDesignSurface::handleNotification, Qt::QueuedConnection);
+    m_notifier->setDeliveryDone([this] {
+        if (m_callDepth == 0 && !m_deferred.isEmpty())
+            scheduleDeferredNotifications();
+    });
 
     page->scripts().insert(adapterScript(QStringLiteral("vantry-webchannel"),
         resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
@@ -141,17 +145,25 @@ void WebEngineDesignSurface::handleNotification(const QString &kind, const QVari
 {
     // A handler may call into the page, and a call lets notifications through while it
     // waits; delivering them then would nest handlers inside handlers without bound. They
-    // wait until the outermost call has returned, in their order.
-    if (m_callDepth > 0) {
+    // wait until the outermost call has returned, in their order. Events pumped while the
+    // channel still delivers (a host waiting in a slot) bring them here too early as well:
+    // no call could be answered then.
+    if (m_callDepth > 0 || m_notifier->delivering()) {
         m_deferred.append({kind, args});
         return;
     }
     deliverNotification(kind, args);
 }
 
+void WebEngineDesignSurface::scheduleDeferredNotifications()
+{
+    QMetaObject::invokeMethod(
+        this, &WebEngineDesignSurface::flushDeferredNotifications, Qt::QueuedConnection);
+}
+
 void WebEngineDesignSurface::flushDeferredNotifications()
 {
-    while (m_callDepth == 0 && !m_deferred.isEmpty()) {
+    while (m_callDepth == 0 && !m_notifier->delivering() && !m_deferred.isEmpty()) {
         const auto [kind, args] = m_deferred.takeFirst();
         deliverNotification(kind, args);
     }
@@ -187,9 +199,26 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
     }
 }
 
+void SurfaceNotifier::notify(const QString &kind, const QVariantList &args)
+{
+    ++m_delivering;
+    Q_EMIT notified(kind, args);
+    if (--m_delivering == 0 && m_deliveryDone)
+        m_deliveryDone();
+}
+
 ScriptBridge::Result WebEngineDesignSurface::call(
     const QString &operation, const QVariantList &arguments, std::chrono::milliseconds timeout)
 {
+    if (m_notifier->delivering()) {
+        // Waiting here would only ever end at the bound, with the window frozen until then.
+        ScriptBridge::Result refused{false, {},
+            QStringLiteral("The editing surface cannot answer %1 while it delivers a "
+                           "notification")
+                .arg(operation)};
+        setLastError(refused.error);
+        return refused;
+    }
     QVariantList released;
     released.swap(*m_releasedRanges);
     ++m_callDepth;
@@ -197,8 +226,7 @@ ScriptBridge::Result WebEngineDesignSurface::call(
     --m_callDepth;
     setLastError(result.ok ? QString() : result.error);
     if (m_callDepth == 0 && !m_deferred.isEmpty())
-        QMetaObject::invokeMethod(
-            this, &WebEngineDesignSurface::flushDeferredNotifications, Qt::QueuedConnection);
+        scheduleDeferredNotifications();
     return result;
 }
 

@@ -5,6 +5,8 @@
 
 #include <QVariantList>
 
+#include <functional>
+
 class QWebChannel;
 class QWebEngineView;
 class QWebEnginePage;
@@ -124,6 +126,7 @@ public:
 private:
     void handleNotification(const QString &kind, const QVariantList &args);
     void deliverNotification(const QString &kind, const QVariantList &args);
+    void scheduleDeferredNotifications();
     void flushDeferredNotifications();
     QVariant callValue(const QString &operation, const QVariantList &arguments = {},
         std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
@@ -148,6 +151,10 @@ private:
 };
 
 // Receives the adapter's notifications through the web channel.
+//
+// While the channel delivers a notification the engine cannot answer a call: the answer
+// travels behind the delivery, which has not returned. Whatever runs meanwhile (a directly
+// connected slot, anything that pumps events) must not wait for one.
 class SurfaceNotifier : public QObject
 {
     Q_OBJECT
@@ -155,11 +162,19 @@ class SurfaceNotifier : public QObject
 public:
     using QObject::QObject;
 
+    bool delivering() const { return m_delivering > 0; }
+    // Runs each time the outermost delivery has returned.
+    void setDeliveryDone(std::function<void()> done) { m_deliveryDone = std::move(done); }
+
 public Q_SLOTS:
-    void notify(const QString &kind, const QVariantList &args) { Q_EMIT notified(kind, args); }
+    void notify(const QString &kind, const QVariantList &args);
 
 Q_SIGNALS:
     void notified(const QString &kind, const QVariantList &args);
+
+private:
+    int m_delivering = 0;
+    std::function<void()> m_deliveryDone;
 };
 
 } // namespace Vantry::Platform
