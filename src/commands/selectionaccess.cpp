@@ -213,7 +213,7 @@ void SelectionAccess::findAndReplaceHTML(const QString &find, const QString &rep
     const QString markup = m_surface.bodyInnerHTML();
     if (failed())
         return;
-    m_surface.setBodyInnerHTML(Control::ContentRules::ReplaceNoCase(markup, find, replacement));
+    m_surface.editBodyInnerHTML(Control::ContentRules::ReplaceNoCase(markup, find, replacement));
 }
 
 } // namespace Vantry::Commands

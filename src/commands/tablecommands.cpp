@@ -52,7 +52,7 @@ bool appendTableToBody(Platform::DesignSurface &surface, const TableArguments &t
     const QString content = surface.bodyInnerHTML();
     if (surface.lastCallFailed())
         return false;
-    return surface.setBodyInnerHTML(content + tableMarkup(table));
+    return surface.editBodyInnerHTML(content + tableMarkup(table));
 }
 
 } // namespace Vantry::Commands

@@ -73,6 +73,9 @@ public:
     virtual QString bodyInnerText() = 0;
     // Replaces the body's content; element handles of the document become stale.
     virtual bool setBodyInnerHTML(const QString &html) = 0;
+    // Replaces the body's content as one edit the user can undo; the undo history before
+    // it stays.
+    virtual bool editBodyInnerHTML(const QString &html) = 0;
 
     virtual QString title() = 0;
     virtual bool setTitle(const QString &title) = 0;
@@ -189,11 +192,11 @@ public:
         QString bookmark;
     };
     // Takes the body's (or the selection's) range as search range, its duplicate as copy
-    // and its bookmark, then repeats until a search fails: find from the search range;
-    // a hit inside the copy is selected, replaced and the search range moved on one word;
-    // a hit outside sends the search range back to the bookmark, and a hit found from
-    // there is taken the same way when inside and ends the loop when outside. found is
-    // false whenever the loop ended through a failed search or a rejected hit.
+    // and its bookmark, then makes one pass: find from the search range; a hit inside the
+    // copy is selected, replaced and the search range moved on one word; the first hit
+    // outside, or a failed search, ends the pass. Text a replacement put in is never
+    // searched again. found is false whenever the pass has ended. The visible selection
+    // and the undo history take the whole pass as one step.
     virtual ReplaceAllResult replaceAll(
         ReplaceScope scope, const QString &find, const QString &replacement)
         = 0;

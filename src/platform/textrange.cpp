@@ -16,8 +16,10 @@ TextRange TextRange::fromVariant(const QVariant &value)
     const QVariantMap map = value.toMap();
     if (map.isEmpty())
         return {};
-    return {map.value(QStringLiteral("id")).toInt(),
-        map.value(QStringLiteral("generation"), -1).toInt()};
+    TextRange range;
+    range.id = map.value(QStringLiteral("id")).toInt();
+    range.generation = map.value(QStringLiteral("generation"), -1).toInt();
+    return range;
 }
 
 QString selectionTypeName(SelectionType type)

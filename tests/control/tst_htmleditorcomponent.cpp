@@ -3,9 +3,13 @@
 
 #include "../common/enginetest.h"
 
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMetaProperty>
 #include <QTabBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
@@ -58,6 +62,8 @@ private Q_SLOTS:
     void typingRaisesHtmlChangedPerKey();
     void mouseEventsCarryButtonShiftAndPosition();
     void focusEntryIsRaisedOncePerTransition();
+    void quickRightClickOnAControlShowsItsMenuAtOnce_data();
+    void quickRightClickOnAControlShowsItsMenuAtOnce();
 
 private:
     QWidget *input() const;
@@ -465,6 +471,63 @@ void tst_HTMLEditorComponent::focusEntryIsRaisedOncePerTransition()
     QTRY_COMPARE(left.count(), 1);
     m_editor->setFocus();
     QTRY_COMPARE(entered.count(), 2);
+}
+
+void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<QString>("tag");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("image") << "<p>x</p><p><img width=\"80\" height=\"60\"></p>"
+                           << "IMG"
+                           << "Image Properties";
+    QTest::newRow("form control in a cell")
+        << "<p>x</p><table><tr><td><input type=\"text\" size=\"10\"></td></tr></table>"
+        << "INPUT"
+        << "Table Cell Properties";
+}
+
+// Press and release arrive back to back, as from a quick click: the menu is built for the
+// element under the pointer and shows without waiting for the bridge to give up.
+void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce()
+{
+    QFETCH(QString, html);
+    QFETCH(QString, tag);
+    QFETCH(QString, expected);
+    m_editor->setSetHtmlSource(html);
+    auto *surface = surfaceOf(*m_editor);
+    const QList<Platform::Element> found = surface->elementsByTagName(tag);
+    QCOMPARE(found.size(), 1);
+    const QPoint at = surface->boundingRect(found.first()).center().toPoint();
+
+    QStringList shown;
+    bool timedOut = false;
+    QElapsedTimer clock;
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this, [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu && clock.elapsed() < 15000)
+            return;
+        poll.stop();
+        if (!menu) {
+            timedOut = true;
+            return;
+        }
+        for (const QAction *action : menu->actions())
+            if (!action->isSeparator())
+                shown << action->text();
+        menu->close();
+    });
+    clock.start();
+    poll.start(5);
+    QTest::mousePress(input(), Qt::RightButton, {}, at);
+    QTest::mouseRelease(input(), Qt::RightButton, {}, at);
+    QTRY_VERIFY_WITH_TIMEOUT(!poll.isActive(), 20000);
+    const qint64 took = clock.elapsed();
+    QVERIFY(!timedOut);
+    // Far below the bridge's bound: a freeze, not a measurement.
+    QVERIFY2(took < 2000, qPrintable(QStringLiteral("the menu took %1 ms").arg(took)));
+    QVERIFY2(shown.contains(expected), qPrintable(shown.join(QLatin1Char('|'))));
 }
 
 QTEST_MAIN(tst_HTMLEditorComponent)

@@ -7,6 +7,7 @@
 #include "../common/enginetest.h"
 #include "../common/tinyhttpserver.h"
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QNetworkProxy>
 #include <QRegularExpression>
@@ -43,6 +44,7 @@ private Q_SLOTS:
     void twentyMegabyteDocumentRoundTrips();
     void staleElementHandleFailsCleanly();
     void onlyWhatRenderingNeedsIsFetched();
+    void nothingWaitsInsideANotificationDelivery();
 
 private:
     void load(const QString &html);
@@ -447,6 +449,41 @@ void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
     QCOMPARE(requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
     QCOMPARE(elsewhere.connections, 0);
     QCOMPARE(elsewhere.requests, QStringList());
+// While the channel delivers a notification the engine cannot answer: a call made then
+// fails at once, and the status refresh the notification asks for still comes, answered.
+void tst_DesignSurface::nothingWaitsInsideANotificationDelivery()
+{
+    load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
+    auto *surface = surfaceOf(*m_editor);
+    auto *notifier = surface->findChild<Platform::SurfaceNotifier *>();
+    QVERIFY(notifier);
+    bool boldPressed = false;
+    connect(m_editor.get(), &HTMLEditorComponent::CurrentSelectionStateChange, this,
+        [&boldPressed](QString &key, bool &, bool &pressed) {
+            if (key == QLatin1String("Bold"))
+                boldPressed = pressed;
+        });
+    qint64 took = -1;
+    const auto connection = connect(
+        notifier, &Platform::SurfaceNotifier::notified, this,
+        [&](const QString &kind) {
+            if (kind != QLatin1String("displayChanged") || took >= 0)
+                return;
+            QElapsedTimer clock;
+            clock.start();
+            QVERIFY(!surface->call(QStringLiteral("title")).ok);
+            took = clock.elapsed();
+        },
+        Qt::DirectConnection);
+    QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
+        {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
+                .toBool());
+    QTRY_VERIFY(took >= 0);
+    disconnect(connection);
+    // Far below the bridge's bound: a freeze detector, not a measurement.
+    QVERIFY2(took < 2000, qPrintable(QStringLiteral("waited %1 ms").arg(took)));
+    QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
+    disconnect(m_editor.get(), nullptr, this, nullptr);
 }
 
 QTEST_MAIN(tst_DesignSurface)

@@ -28,6 +28,9 @@ private Q_SLOTS:
     void replaceInSelectionStaysInside();
     void replaceAllInSelection();
     void aLookupEndsTheSearch();
+    void theSearchOutlivesOtherCalls();
+    void editsAreUndoneOneAtATime_data();
+    void editsAreUndoneOneAtATime();
     void findDialogSearchesWithItsOptions();
 
 private:
@@ -234,6 +237,15 @@ void tst_FindReplace::replaceAllInSelection()
     QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("x ipsum ipsum y lorem"));
     QCOMPARE(selectedText(), QString());
     QCOMPARE(textUpToSelectionEnd(), QStringLiteral("x ipsum "));
+
+    // A replacement holding the searched text is not searched again, nor is anything
+    // beyond the selection touched.
+    load(QStringLiteral("<p>x lorem y <b>lorem</b> z</p><p>lorem lorem</p>"));
+    select(QStringLiteral("lorem y lorem"));
+    QVERIFY(
+        !m_editor->ReplaceAllTextInSelection(QStringLiteral("lorem"), QStringLiteral("(lorem)")));
+    QCOMPARE(m_surface->rangeText(m_surface->bodyRange()),
+        QStringLiteral("x (lorem) y (lorem) z\r\nlorem lorem"));
 }
 
 void tst_FindReplace::aLookupEndsTheSearch()
@@ -248,9 +260,6 @@ void tst_FindReplace::aLookupEndsTheSearch()
     load(QStringLiteral("<p>lorem lorem</p>"));
     QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
 }
-
-QTEST_MAIN(tst_FindReplace)
-#include "tst_findreplace.moc"
 
 void tst_FindReplace::findDialogSearchesWithItsOptions()
 {
@@ -300,3 +309,78 @@ void tst_FindReplace::findDialogSearchesWithItsOptions()
     QVERIFY(!m_surface->findNext(QStringLiteral("catal"), options));
     QCOMPARE(selectedText(), QStringLiteral("CAT"));
 }
+
+// The kept search range and selection copy belong to the search, however many other
+// ranges are made and dropped meanwhile.
+void tst_FindReplace::theSearchOutlivesOtherCalls()
+{
+    load(QStringLiteral("<p>lorem a lorem b lorem c</p>"));
+    const QString lorem = QStringLiteral("lorem");
+    QVERIFY(m_editor->FindFirstText(lorem));
+    for (int i = 0; i < 300; ++i)
+        m_editor->GetSelectedHTML();
+    QVERIFY(m_editor->FindNextText(lorem));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem a lorem"));
+
+    select(QStringLiteral("a lorem b lorem c"));
+    QVERIFY(m_editor->FindFirstTextInSelection(lorem));
+    for (int i = 0; i < 300; ++i)
+        m_editor->GetSelectedHTML();
+    QVERIFY(m_editor->FindNextTextInSelection(lorem));
+    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem a lorem b lorem"));
+}
+
+void tst_FindReplace::editsAreUndoneOneAtATime_data()
+{
+    QTest::addColumn<int>("edit");
+    QTest::addColumn<QString>("changed");
+    QTest::newRow("replace first") << 0 << "<p>ipsum a lorem</p>";
+    QTest::newRow("replace all") << 1 << "<p>ipsum a ipsum</p>";
+    QTest::newRow("replace all in selection") << 2 << "<p>ipsum a ipsum</p>";
+    QTest::newRow("find and replace markup") << 3 << "<p>ipsum a ipsum</p>";
+    QTest::newRow("table appended") << 4 << "<table";
+}
+
+// Each edit is one undo step on top of the history before it: undo takes it back, and
+// the earlier step is still there to undo.
+void tst_FindReplace::editsAreUndoneOneAtATime()
+{
+    QFETCH(int, edit);
+    QFETCH(QString, changed);
+    load(QStringLiteral("<p>lorem a dolor</p>"));
+    select(QStringLiteral("dolor"));
+    m_editor->InsertHTML(QStringLiteral("lorem"));
+    const QString before = m_surface->bodyInnerHTML();
+    QCOMPARE(before, QStringLiteral("<p>lorem a lorem</p>"));
+
+    const QString lorem = QStringLiteral("lorem"), ipsum = QStringLiteral("ipsum");
+    QVariant find(lorem), replacement(ipsum);
+    QString none, one = QStringLiteral("1");
+    switch (edit) {
+    case 0:
+        QVERIFY(m_editor->ReplaceFirstText(lorem, ipsum));
+        break;
+    case 1:
+        m_editor->ReplaceAllText(lorem, ipsum);
+        break;
+    case 2:
+        select(QStringLiteral("lorem a lorem"));
+        m_editor->ReplaceAllTextInSelection(lorem, ipsum);
+        break;
+    case 3:
+        m_editor->FindAndReplaceHTML(find, replacement);
+        break;
+    case 4:
+        m_editor->InsertTABLENoPrompt2(
+            none, none, one, one, none, none, none, none, none, none, none, none, none, none);
+        break;
+    }
+    QVERIFY2(m_surface->bodyInnerHTML().contains(changed), qPrintable(m_surface->bodyInnerHTML()));
+    m_editor->UnDo();
+    QCOMPARE(m_surface->bodyInnerHTML(), before);
+    m_editor->UnDo();
+    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>lorem a dolor</p>"));
+}
+
+QTEST_MAIN(tst_FindReplace)
+#include "tst_findreplace.moc"

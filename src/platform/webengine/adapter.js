@@ -481,6 +481,14 @@
             afterContentReplaced();
             return true;
         },
+        // The same as an edit of the document: undoable, and handles of elements it takes
+        // out come back with an undo.
+        editBodyInnerHTML: html => {
+            if (!document.body)
+                throw new Error('The document has no body');
+            document.body.innerHTML = html;
+            return true;
+        },
         title: () => document.title,
         setTitle: text => {
             document.title = text;

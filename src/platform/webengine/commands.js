@@ -661,7 +661,7 @@
     // Operations of the other adapter files that change the document become undo steps.
     const RECORDED_OPERATIONS = new Set(['rangePasteHTML', 'rangeSetText', 'setInnerHTML',
         'setOuterHTML', 'setAttribute', 'removeAttribute', 'setStyleProperty', 'appendChild',
-        'selectionClear']);
+        'selectionClear', 'replaceAll', 'editBodyInnerHTML']);
     const invokeAdapter = V.invoke;
     V.invoke = function (name, args) {
         followDocument();

@@ -1105,17 +1105,15 @@
 
     // ---- range handles ------------------------------------------------------------------
 
-    // Live ranges slow every edit a little, so only the most recently used ones are kept;
-    // an older handle fails cleanly like one from an earlier document.
-    const MAX_RANGES = 100;
+    // Live ranges slow every edit a little, so a range lives only as long as the host holds
+    // its handle: the host hands back the handles it dropped with its next call. Nothing is
+    // evicted behind the host's back, so a range kept for a search stays usable.
     const ranges = new Map();
     let nextRange = 1;
 
     function newHandle(entry) {
         const id = nextRange++;
         ranges.set(id, entry);
-        if (ranges.size > MAX_RANGES)
-            ranges.delete(ranges.keys().next().value);
         return { id: id, generation: V.generation(), range: true };
     }
 
@@ -1129,8 +1127,6 @@
         const entry = ranges.get(h.id);
         if (!entry)
             throw new Error('Unknown range handle ' + h.id);
-        ranges.delete(h.id);
-        ranges.set(h.id, entry);
         return entry;
     }
 
@@ -1376,16 +1372,12 @@
     // ---- replace all ----------------------------------------------------------------------
 
     // The whole replace-all loop in one call (a round trip per hit would cost seconds on a
-    // large document). It repeats the single steps exactly: find, accept a hit inside the
-    // kept selection copy, select and replace it, move on a word, and wrap to the bookmark
-    // when a hit falls outside. The visible selection is set once, at the end, where the
-    // last select would have left it.
-    // A replacement that holds the searched text is found again after each wrap, and the
-    // loop would never end; these bounds, far beyond any real replace-all, keep the engine
-    // answering.
-    const REPLACE_ALL_BUDGET_MS = 20000;
-    const REPLACE_ALL_MAX_WRAPS = 100;
-
+    // large document). It repeats the single steps: find, accept a hit inside the kept
+    // selection copy, select and replace it, move on a word. The pass starts at the
+    // selection's start, so by the first hit beyond its end it has seen all of it; going
+    // back to the start from there could only find the loop's own replacements again,
+    // which never end when the replacement holds the searched text. The visible selection
+    // is set once, at the end, where the last select would have left it.
     function replaceAll(inSelection, find, replacement) {
         const root = body();
         if (inSelection && currentControl())
@@ -1396,7 +1388,6 @@
         const reader = new Reader(root);
         const needle = needleOf(find);
         const text = String(replacement);
-        const started = performance.now();
 
         let s = startPos(root, initial), e = endPos(root, initial);
         let lastReplaced = null;
@@ -1437,50 +1428,17 @@
             lastReplaced = bounds.s;
             ++replaced;
         };
-        let wraps = 0;
-        const wrap = () => {
-            if (++wraps > REPLACE_ALL_MAX_WRAPS)
-                return false;
-            const r = scratchDomRange();
-            if (!applyBookmark(root, r, bookmark))
-                return false;
-            s = startPos(root, r);
-            e = endPos(root, r);
-            return true;
-        };
-        // Accepts the hit when it lies inside the copy; moves on either way.
-        const acceptHit = () => {
-            afterReplacement = false;
-            const accepted = contains(reader, copy, s, e);
-            if (accepted)
-                replaceHere();
-            advance();
-            return accepted;
-        };
-
         let found = findHere();
-        if (found) {
-            found = acceptHit();
-            while (found) {
-                if ((replaced & 255) === 0 && performance.now() - started > REPLACE_ALL_BUDGET_MS) {
-                    found = false;
-                    break;
-                }
-                if (!findHere()) {
-                    found = false;
-                    break;
-                }
-                if (contains(reader, copy, s, e)) {
-                    replaceHere();
-                    advance();
-                    continue;
-                }
-                if (!wrap() || !findHere()) {
-                    found = false;
-                    break;
-                }
-                found = acceptHit();
+        while (found) {
+            afterReplacement = false;
+            if (!contains(reader, copy, s, e)) {
+                found = false;
+                advance();
+                break;
             }
+            replaceHere();
+            advance();
+            found = findHere();
         }
 
         const searchRange = document.createRange();
@@ -1687,6 +1645,11 @@
             return true;
         },
         replaceAll: (inSelection, find, replacement) => replaceAll(!!inSelection, find, replacement),
+        releaseRanges: ids => {
+            for (const id of ids)
+                ranges.delete(id);
+            return true;
+        },
 
         // Elements.
         parentElement: h => {

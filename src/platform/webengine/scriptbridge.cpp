@@ -27,17 +27,30 @@ ScriptBridge::ScriptBridge(QWebEnginePage *page, quint32 worldId)
     , m_worldId(worldId)
 { }
 
-QString ScriptBridge::script(const QString &operation, const QVariantList &arguments)
+namespace {
+
+QString jsonList(const QVariantList &values)
 {
-    const QByteArray args
-        = QJsonDocument(QJsonArray::fromVariantList(arguments)).toJson(QJsonDocument::Compact);
-    return QStringLiteral("window.__vantry ? window.__vantry.invoke(\"") + operation
-        + QStringLiteral("\", ") + QString::fromUtf8(args)
-        + QStringLiteral(") : {e: \"The editing adapter is not loaded\"}");
+    return QString::fromUtf8(
+        QJsonDocument(QJsonArray::fromVariantList(values)).toJson(QJsonDocument::Compact));
+}
+
+} // namespace
+
+QString ScriptBridge::script(
+    const QString &operation, const QVariantList &arguments, const QVariantList &released)
+{
+    QString invoke = QStringLiteral("window.__vantry.invoke(\"") + operation
+        + QStringLiteral("\", ") + jsonList(arguments) + QLatin1Char(')');
+    if (!released.isEmpty())
+        invoke = QStringLiteral("(window.__vantry.invoke(\"releaseRanges\", [") + jsonList(released)
+            + QStringLiteral("]), ") + invoke + QLatin1Char(')');
+    return QStringLiteral("window.__vantry ? ") + invoke
+        + QStringLiteral(" : {e: \"The editing adapter is not loaded\"}");
 }
 
 ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariantList &arguments,
-    std::chrono::milliseconds timeout) const
+    std::chrono::milliseconds timeout, const QVariantList &released) const
 {
     if (!m_page)
         return {false, {}, QStringLiteral("No page")};
@@ -45,7 +58,7 @@ ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariant
     // Shared with the callback, which may outlive this call when the engine answers late.
     auto pending = std::make_shared<PendingCall>();
     m_page->runJavaScript(
-        script(operation, arguments), m_worldId, [pending](const QVariant &value) {
+        script(operation, arguments, released), m_worldId, [pending](const QVariant &value) {
             pending->done = true;
             pending->value = value;
             if (pending->loop)

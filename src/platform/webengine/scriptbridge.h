@@ -25,11 +25,15 @@ public:
 
     ScriptBridge(QWebEnginePage *page, quint32 worldId);
 
+    // released: range handles the caller no longer holds; the adapter frees them before
+    // the operation, in the same round trip.
     Result call(const QString &operation, const QVariantList &arguments = {},
-        std::chrono::milliseconds timeout = defaultTimeout) const;
+        std::chrono::milliseconds timeout = defaultTimeout,
+        const QVariantList &released = {}) const;
 
     // Builds the script text for one call: the arguments travel as a JSON literal.
-    static QString script(const QString &operation, const QVariantList &arguments);
+    static QString script(
+        const QString &operation, const QVariantList &arguments, const QVariantList &released = {});
 
     static constexpr std::chrono::milliseconds defaultTimeout{10000};
 

@@ -106,6 +106,10 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     // while the engine is still delivering the notification.
     connect(m_notifier, &SurfaceNotifier::notified, this,
         &WebEngineDesignSurface::handleNotification, Qt::QueuedConnection);
+    m_notifier->setDeliveryDone([this] {
+        if (m_callDepth == 0 && !m_deferred.isEmpty())
+            scheduleDeferredNotifications();
+    });
 
     page->scripts().insert(adapterScript(QStringLiteral("vantry-webchannel"),
         resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
@@ -146,17 +150,25 @@ void WebEngineDesignSurface::handleNotification(const QString &kind, const QVari
 {
     // A handler may call into the page, and a call lets notifications through while it
     // waits; delivering them then would nest handlers inside handlers without bound. They
-    // wait until the outermost call has returned, in their order.
-    if (m_callDepth > 0) {
+    // wait until the outermost call has returned, in their order. Events pumped while the
+    // channel still delivers (a host waiting in a slot) bring them here too early as well:
+    // no call could be answered then.
+    if (m_callDepth > 0 || m_notifier->delivering()) {
         m_deferred.append({kind, args});
         return;
     }
     deliverNotification(kind, args);
 }
 
+void WebEngineDesignSurface::scheduleDeferredNotifications()
+{
+    QMetaObject::invokeMethod(
+        this, &WebEngineDesignSurface::flushDeferredNotifications, Qt::QueuedConnection);
+}
+
 void WebEngineDesignSurface::flushDeferredNotifications()
 {
-    while (m_callDepth == 0 && !m_deferred.isEmpty()) {
+    while (m_callDepth == 0 && !m_notifier->delivering() && !m_deferred.isEmpty()) {
         const auto [kind, args] = m_deferred.takeFirst();
         deliverNotification(kind, args);
     }
@@ -194,6 +206,14 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
     }
 }
 
+void SurfaceNotifier::notify(const QString &kind, const QVariantList &args)
+{
+    ++m_delivering;
+    Q_EMIT notified(kind, args);
+    if (--m_delivering == 0 && m_deliveryDone)
+        m_deliveryDone();
+}
+
 ScriptBridge::Result WebEngineDesignSurface::call(
     const QString &operation, const QVariantList &arguments, std::chrono::milliseconds timeout)
 {
@@ -203,13 +223,23 @@ ScriptBridge::Result WebEngineDesignSurface::call(
         setLastError(error);
         return {false, {}, error};
     }
+    if (m_notifier->delivering()) {
+        // Waiting here would only ever end at the bound, with the window frozen until then.
+        ScriptBridge::Result refused{false, {},
+            QStringLiteral("The editing surface cannot answer %1 while it delivers a "
+                           "notification")
+                .arg(operation)};
+        setLastError(refused.error);
+        return refused;
+    }
+    QVariantList released;
+    released.swap(*m_releasedRanges);
     ++m_callDepth;
-    ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout);
+    ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout, released);
     --m_callDepth;
     setLastError(result.ok ? QString() : result.error);
     if (m_callDepth == 0 && !m_deferred.isEmpty())
-        QMetaObject::invokeMethod(
-            this, &WebEngineDesignSurface::flushDeferredNotifications, Qt::QueuedConnection);
+        scheduleDeferredNotifications();
     return result;
 }
 
@@ -223,6 +253,39 @@ bool WebEngineDesignSurface::callBool(const QString &operation, const QVariantLi
 {
     const ScriptBridge::Result result = call(operation, arguments);
     return result.ok && result.value.toBool();
+}
+
+namespace {
+
+class RangeLease
+{
+public:
+    RangeLease(int id, std::weak_ptr<QVariantList> released)
+        : m_id(id)
+        , m_released(std::move(released))
+    { }
+    RangeLease(const RangeLease &) = delete;
+    RangeLease &operator=(const RangeLease &) = delete;
+
+    ~RangeLease()
+    {
+        if (const auto list = m_released.lock())
+            list->append(m_id);
+    }
+
+private:
+    int m_id;
+    std::weak_ptr<QVariantList> m_released;
+};
+
+} // namespace
+
+TextRange WebEngineDesignSurface::adoptRange(const QVariant &value)
+{
+    TextRange range = TextRange::fromVariant(value);
+    if (!range.isNull())
+        range.lease = std::make_shared<const RangeLease>(range.id, m_releasedRanges);
+    return range;
 }
 
 QList<Element> WebEngineDesignSurface::elementList(const QVariant &value) const
@@ -266,6 +329,13 @@ bool WebEngineDesignSurface::setBodyInnerHTML(const QString &html)
     const auto timeout
         = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
     return call(QStringLiteral("setBodyInnerHTML"), {html}, timeout).ok;
+}
+
+bool WebEngineDesignSurface::editBodyInnerHTML(const QString &html)
+{
+    const auto timeout
+        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
+    return call(QStringLiteral("editBodyInnerHTML"), {html}, timeout).ok;
 }
 
 QString WebEngineDesignSurface::title()
@@ -560,7 +630,7 @@ SelectionType WebEngineDesignSurface::selectionType()
 
 TextRange WebEngineDesignSurface::selectionRange()
 {
-    return TextRange::fromVariant(callValue(QStringLiteral("selectionRange")));
+    return adoptRange(callValue(QStringLiteral("selectionRange")));
 }
 
 bool WebEngineDesignSurface::clearSelection()
@@ -575,7 +645,7 @@ bool WebEngineDesignSurface::selectElement(const Element &element)
 
 TextRange WebEngineDesignSurface::bodyRange()
 {
-    return TextRange::fromVariant(callValue(QStringLiteral("bodyRange")));
+    return adoptRange(callValue(QStringLiteral("bodyRange")));
 }
 
 bool WebEngineDesignSurface::isControlRange(const TextRange &range)
@@ -647,7 +717,7 @@ bool WebEngineDesignSurface::collapseRange(const TextRange &range, bool toStart)
 
 TextRange WebEngineDesignSurface::duplicateRange(const TextRange &range)
 {
-    return TextRange::fromVariant(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
+    return adoptRange(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
 }
 
 QString WebEngineDesignSurface::rangeBookmark(const TextRange &range)
@@ -691,8 +761,8 @@ DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(
     result.found = answer.value(QStringLiteral("found")).toBool();
     result.controlSelected = answer.value(QStringLiteral("control")).toBool();
     result.replaced = answer.value(QStringLiteral("replaced")).toInt();
-    result.searchRange = TextRange::fromVariant(answer.value(QStringLiteral("search")));
-    result.selectionCopy = TextRange::fromVariant(answer.value(QStringLiteral("copy")));
+    result.searchRange = adoptRange(answer.value(QStringLiteral("search")));
+    result.selectionCopy = adoptRange(answer.value(QStringLiteral("copy")));
     result.bookmark = answer.value(QStringLiteral("bookmark")).toString();
     return result;
 }

@@ -6,6 +6,8 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include <functional>
+
 class QWebChannel;
 class QWebEngineView;
 class QWebEnginePage;
@@ -32,6 +34,7 @@ public:
     QString bodyInnerHTML() override;
     QString bodyInnerText() override;
     bool setBodyInnerHTML(const QString &html) override;
+    bool editBodyInnerHTML(const QString &html) override;
     QString title() override;
     bool setTitle(const QString &title) override;
     QList<Element> elementsByName(const QString &name) override;
@@ -127,11 +130,15 @@ public:
 private:
     void handleNotification(const QString &kind, const QVariantList &args);
     void deliverNotification(const QString &kind, const QVariantList &args);
+    void scheduleDeferredNotifications();
     void flushDeferredNotifications();
     QVariant callValue(const QString &operation, const QVariantList &arguments = {},
         std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
     bool callBool(const QString &operation, const QVariantList &arguments = {});
     QList<Element> elementList(const QVariant &value) const;
+    // A range handle the adapter gave out, leased so that the adapter frees the range once
+    // the last copy is gone.
+    TextRange adoptRange(const QVariant &value);
     int moveBy(const QString &operation, const TextRange &range, TextUnit unit, int count);
     bool display(const QString &name);
     bool setDisplay(const QString &name, bool on);
@@ -147,9 +154,15 @@ private:
     // Settings of the surface made before the adapter was up; it gets them when it is.
     QVariantMap m_earlySettings;
     QString m_baseUrl;
+    // Ids of ranges whose last handle was dropped, freed with the next call.
+    std::shared_ptr<QVariantList> m_releasedRanges = std::make_shared<QVariantList>();
 };
 
 // Receives the adapter's notifications through the web channel.
+//
+// While the channel delivers a notification the engine cannot answer a call: the answer
+// travels behind the delivery, which has not returned. Whatever runs meanwhile (a directly
+// connected slot, anything that pumps events) must not wait for one.
 class SurfaceNotifier : public QObject
 {
     Q_OBJECT
@@ -157,11 +170,19 @@ class SurfaceNotifier : public QObject
 public:
     using QObject::QObject;
 
+    bool delivering() const { return m_delivering > 0; }
+    // Runs each time the outermost delivery has returned.
+    void setDeliveryDone(std::function<void()> done) { m_deliveryDone = std::move(done); }
+
 public Q_SLOTS:
-    void notify(const QString &kind, const QVariantList &args) { Q_EMIT notified(kind, args); }
+    void notify(const QString &kind, const QVariantList &args);
 
 Q_SIGNALS:
     void notified(const QString &kind, const QVariantList &args);
+
+private:
+    int m_delivering = 0;
+    std::function<void()> m_deliveryDone;
 };
 
 } // namespace Vantry::Platform
