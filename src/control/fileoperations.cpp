@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QTimer>
+#include <QUrl>
 
 namespace Vantry::Control {
 
@@ -69,6 +70,13 @@ QString loadErrorText(qint32 error)
 {
     return QStringLiteral("Error occurred while loading document: ") + loadErrorMessage(error)
         + QLatin1Char('.');
+}
+
+QString withHtmlExtension(const QString &path)
+{
+    if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty())
+        return path;
+    return path + QStringLiteral(".html");
 }
 
 bool containsServerScript(const QString &html)
@@ -239,8 +247,8 @@ bool FileOperations::saveToCurrentOrAsk()
 bool FileOperations::save(const QString &path)
 {
     bool fetched = false;
-    const QString html
-        = ContentRules::removeBase(m_exchange.fetchDocumentHTML(&fetched), m_settings.BaseURL);
+    const QString html = ContentRules::removeBase(
+        m_exchange.fetchDocumentHTMLFromCurrentView(&fetched), m_settings.BaseURL);
     refreshSelectionState();
     if (!fetched) {
         const QString reason = m_surface.lastError().isEmpty()
@@ -253,9 +261,11 @@ bool FileOperations::save(const QString &path)
 
     QString target = path;
     if (target.isEmpty()) {
-        target = prompts().saveFileName(QStringLiteral("Save HTML File"), fileFilter());
+        target = prompts().saveFileName(
+            QStringLiteral("Save HTML File"), fileFilter(), proposedSaveName());
         if (target.isEmpty())
             return false;
+        target = withHtmlExtension(target);
     }
     const QFileInfo info(target);
     if (info.isDir()) {
@@ -288,9 +298,17 @@ bool FileOperations::save(const QString &path)
     m_currentPath = info.absoluteFilePath();
     m_encoding = encoding;
     setDirty(false);
-    // Editing goes on against the BASE address, as after a load.
-    m_exchange.loadIntoSurface(ContentRules::insertBase(html, m_settings.BaseURL));
+    // The surface already edits against the BASE address, so the document is not loaded
+    // again: a reload would lose the caret, the scroll position, the undo history, the
+    // source view and a key pressed meanwhile.
     return true;
+}
+
+QString FileOperations::proposedSaveName() const
+{
+    if (m_openedFromUrl)
+        return QUrl(m_currentPath).fileName();
+    return m_currentPath;
 }
 
 bool FileOperations::waitUntilReady()

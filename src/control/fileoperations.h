@@ -26,6 +26,9 @@ QString loadErrorText(qint32 error);
 // design surface would turn them into text, and a save would destroy them.
 bool containsServerScript(const QString &html);
 
+// A file name typed without an extension gets ".html"; one with an extension is kept.
+QString withHtmlExtension(const QString &path);
+
 // The editor's document files: new, open from a file or an address, save, save as, with
 // the save-changes prompt in front of every operation that replaces the document.
 class FileOperations
@@ -67,6 +70,8 @@ private:
     bool save(const QString &path);
     // FileSave without a path: asks unless the document has a file of its own.
     bool saveToCurrentOrAsk();
+    // What the save dialog starts from: the document's file, or the name of its address.
+    QString proposedSaveName() const;
     // Loads decoded text as the document; the number of an error that left it unloaded.
     qint32 loadDocument(const QString &html);
     bool waitUntilReady();

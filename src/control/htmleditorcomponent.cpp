@@ -14,10 +14,12 @@
 #include "control/fileoperations.h"
 #include "control/focustracker.h"
 #include "control/settings.h"
+#include "control/shortcuts.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
+#include "platform/scintilla/sourceeditor.h"
 #include "text/designsearch.h"
 #include "text/findreplace.h"
 #include "text/printing.h"
@@ -132,6 +134,11 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     hooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
     hooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
     hooks.ensureDesignView = [this] { sourceView->switchBackToDesign(); };
+    hooks.sourceViewText = [this]() -> std::optional<QString> {
+        if (sourceView->isDesignViewActive())
+            return std::nullopt;
+        return sourceView->editor()->text();
+    };
     exchange = std::make_unique<ContentExchange>(settings, *surface, std::move(hooks));
 
     Control::SourceView::Hooks viewHooks;
@@ -179,6 +186,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     findAction->setShortcut(QKeySequence::Find);
     findAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     surface->widget()->addAction(findAction);
+    surface->setShortcutClaim(
+        [q](const QKeySequence &keys) { return Control::windowHasShortcut(q->window(), keys); });
     QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
     executorHooks.showFindDialog = [this] { showFindDialog(); };
     executor = std::make_unique<Commands::Executor>(
@@ -205,6 +214,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     Commands::EditorToolbar::Hooks toolbarHooks;
     toolbarHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
     toolbarHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    toolbarHooks.focusDocument = [this] { surface->focusDocument(); };
     toolbarControls = std::make_unique<Commands::EditorToolbar>(rows, q, std::move(toolbarHooks));
     commandStatus = std::make_unique<Commands::SurfaceStatusSource>(*surface);
     toolbarControls->setStatusSource(commandStatus.get());
@@ -214,6 +224,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         [this](const QString &key) { executor->executeKey(key); });
     QObject::connect(
         toolbarControls.get(), &Commands::EditorToolbar::rowsChanged, q, [this] { layout(); });
+    QObject::connect(sourceView.get(), &Control::SourceView::viewChanged, q,
+        [this](Control::SourceView::View view) {
+            toolbarControls->followView(view == Control::SourceView::View::Design);
+        });
     QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionStateChanged, q,
         [q](const QString &key, bool enabled, bool selected) {
             QString sCommandName = key;
