@@ -73,6 +73,9 @@ public:
     HTMLEditorComponent *q;
     Control::Settings settings;
     std::array<QToolBar *, 3> rows{};
+    // Kept here: a hidden row is given no height, and on some platforms the toolbar's own
+    // layout drops the minimum that setFixedHeight set, so its height would stay 0.
+    int rowHeight = 0;
     QWidget *tabPanel = nullptr;
     QTabBar *tabs = nullptr;
     QWidget *editPanel = nullptr;
@@ -106,13 +109,14 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     : q(q)
 {
     const qreal dpi = q->logicalDpiY();
+    rowHeight = Control::twipsToPixels(rowHeightInTwips, dpi);
     const char *rowNames[] = {"StandardToolbar", "FormattingToolbar", "TableEditingToolbar"};
     for (std::size_t i = 0; i < rows.size(); ++i) {
         rows[i] = new QToolBar(q);
         rows[i]->setObjectName(QLatin1String(rowNames[i]));
         rows[i]->setMovable(false);
         rows[i]->setFloatable(false);
-        rows[i]->setFixedHeight(Control::twipsToPixels(rowHeightInTwips, dpi));
+        rows[i]->setFixedHeight(rowHeight);
     }
 
     tabPanel = new QWidget(q);
@@ -437,7 +441,7 @@ void HTMLEditorComponent::Private::layout()
     // The host may reorder the rows and hide single ones.
     const std::array<QToolBar *, 3> ordered = toolbarControls->rowsTopToBottom();
     for (std::size_t i = 0; i < ordered.size(); ++i)
-        input.rowHeights[i] = ordered[i]->isHidden() ? 0 : ordered[i]->height();
+        input.rowHeights[i] = ordered[i]->isHidden() ? 0 : rowHeight;
     input.toolbarsVisible = !isNone(settings.ToolbarDisplay);
     input.tabStripVisible = !isNone(settings.TabStripDisplay);
     input.tabStripHeight = tabs->sizeHint().height();

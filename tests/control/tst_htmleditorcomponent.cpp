@@ -249,8 +249,12 @@ void tst_HTMLEditorComponent::toolbarRowsComeBackAtFullHeight()
     auto *panel = m_editor->findChild<QWidget *>(QStringLiteral("picDHTMLEdit"));
     const QList<QToolBar *> rows = m_editor->findChildren<QToolBar *>();
     QList<int> heights;
-    for (const QToolBar *row : rows)
+    for (QToolBar *row : rows) {
+        QVERIFY(row->height() > 0);
         heights.append(row->height());
+        // As the toolbar's own layout leaves it on X11; offscreen keeps the fixed height.
+        row->setMinimumHeight(0);
+    }
     const int top = panel->y();
 
     if (route == QLatin1String("clsToolbar")) {
