@@ -109,8 +109,6 @@ private:
     bool supported(int platformCommand);
     QString body();
     Executor &localExecutor();
-    // Gives the keyboard focus to the document, as a click would; the widget that has it.
-    QWidget *focusDocument();
 
     std::unique_ptr<HTMLEditorComponent> m_editor;
     Platform::WebEngineDesignSurface *m_surface = nullptr;
@@ -198,21 +196,6 @@ bool tst_Executor::supported(int platformCommand)
 QString tst_Executor::body()
 {
     return m_surface->bodyInnerHTML();
-}
-
-QWidget *tst_Executor::focusDocument()
-{
-    m_editor->activateWindow();
-    if (!QTest::qWaitForWindowActive(m_editor.get()))
-        return nullptr;
-    m_surface->focusDocument();
-    QWidget *view = m_surface->widget();
-    if (!QTest::qWaitFor([view] {
-            QWidget *focused = QApplication::focusWidget();
-            return focused && (focused == view || view->isAncestorOf(focused));
-        }))
-        return nullptr;
-    return QApplication::focusWidget();
 }
 
 void tst_Executor::commandsDoNothingInTheSourceView_data()
@@ -666,7 +649,7 @@ void tst_Executor::shortcutsComeBeforeTheEnginesKeys()
     m_editor->Bold();
     m_editor->UnDo();
     QTRY_VERIFY(action->isEnabled());
-    QWidget *input = focusDocument();
+    QWidget *input = VantryTest::giveFocus(m_surface->widget());
     QVERIFY(input);
     QSignalSpy triggered(action, &QAction::triggered);
 
@@ -707,7 +690,7 @@ void tst_Executor::tabMovesBetweenCells()
         "<table><tbody><tr><td>a</td><td>b</td></tr><tr><td>c</td><td>d</td></tr></tbody></table>");
     load(start);
     select(from);
-    QWidget *input = focusDocument();
+    QWidget *input = VantryTest::giveFocus(m_surface->widget());
     QVERIFY(input);
 
     QTest::keyClick(

@@ -158,8 +158,6 @@ private:
     QString writeFile(const QString &name, const QByteArray &bytes) const;
     // Types text at the start of the first paragraph, as a user would edit.
     bool edit(const QString &text);
-    // The widget with the keyboard focus once the window is active and widget has it.
-    QWidget *focus(QWidget *widget);
     // The body's text content; rendered text (innerText) would depend on painting.
     QString bodyText() const
     {
@@ -234,20 +232,6 @@ bool tst_FileOperations::edit(const QString &text)
     adapterValue(
         *m_editor, QStringLiteral("execCommand"), {QStringLiteral("insertText"), false, text});
     return QTest::qWaitFor([this] { return m_editor->isDirty(); }, 5000);
-}
-
-QWidget *tst_FileOperations::focus(QWidget *widget)
-{
-    m_window->activateWindow();
-    if (!QTest::qWaitForWindowActive(m_window.get()))
-        return nullptr;
-    widget->setFocus();
-    if (!QTest::qWaitFor([widget] {
-            const QWidget *focused = QApplication::focusWidget();
-            return focused && (focused == widget || widget->isAncestorOf(focused));
-        }))
-        return nullptr;
-    return QApplication::focusWidget();
 }
 
 void tst_FileOperations::saveChangesPromptAnswers_data()
@@ -537,7 +521,7 @@ void tst_FileOperations::saveKeepsThePlaceInTheDesignView()
     QCOMPARE(surface->rangeText(surface->selectionRange()), QStringLiteral("words"));
     QCOMPARE(surface->scrollPosition(), scrolled);
     QCOMPARE(adapterValue(*m_editor, QStringLiteral("undoDepth")), history);
-    QWidget *input = focus(surface->widget());
+    QWidget *input = VantryTest::giveFocus(surface->widget());
     QVERIFY(input);
     QTest::keyClicks(input, QStringLiteral("Z"));
     QTRY_VERIFY(bodyText().endsWith(QStringLiteral("last Z")));
@@ -554,7 +538,7 @@ void tst_FileOperations::saveFromTheSourceViewStaysThere()
     QVERIFY(source);
     const QString before = source->text();
     source->setCaretPosition(1, 4);
-    QWidget *input = focus(source);
+    QWidget *input = VantryTest::giveFocus(source);
     QVERIFY(input);
     QTest::keyClicks(input, QStringLiteral("x "));
     const QString typed = source->text();
