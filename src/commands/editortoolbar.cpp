@@ -17,7 +17,7 @@ EditorToolbar::EditorToolbar(
     , m_rows(rows)
 {
     m_fonts = std::make_unique<FontControls>(rows[ToolbarButtons::Formatting],
-        FontControls::Hooks{hooks.isDocumentReady, hooks.designViewActive});
+        FontControls::Hooks{hooks.isDocumentReady, hooks.designViewActive, hooks.focusDocument});
     m_buttons = std::make_unique<ToolbarButtons>(
         rows, m_fonts->fontCombo(), m_fonts->fontSizeCombo(), shortcutScope);
     m_selection = std::make_unique<SelectionState>(
@@ -153,6 +153,21 @@ bool EditorToolbar::setButtonVisibleState(int member, bool state)
 void EditorToolbar::setToolbarEnabled(bool enabled)
 {
     m_buttons->setToolbarEnabled(enabled);
+}
+
+void EditorToolbar::followView(bool designView)
+{
+    if (!designView) {
+        m_buttons->setToolbarEnabled(false);
+        return;
+    }
+    // These have no command state to refresh them: the host's permission alone decides.
+    for (const QString &key :
+        {QStringLiteral("Font"), QStringLiteral("FontSize"), QStringLiteral("ZOrder")}) {
+        if (QAction *button = m_buttons->button(key))
+            button->setEnabled(m_model.permission(key).value_or(true));
+    }
+    refresh();
 }
 
 void EditorToolbar::refresh()

@@ -37,6 +37,8 @@ public:
     {
         std::function<bool()> isDocumentReady;
         std::function<bool()> designViewActive;
+        // Gives the focus back to the document (after a choice in a font box).
+        std::function<void()> focusDocument;
     };
 
     // The rows belong to the caller; shortcuts work while the focus is inside
@@ -78,6 +80,9 @@ public:
     bool setButtonVisibleState(int member, bool state);
 
     void setToolbarEnabled(bool enabled);
+    // The design commands do nothing while the source view shows, and look it; back in
+    // the design view the document's state and the host's permissions decide again.
+    void followView(bool designView);
     // The design surface's display changed.
     void refresh();
 

@@ -104,28 +104,35 @@ bool FontControls::applyFontColor(const QVariant &colour)
     return apply(DesignCommand::SetForeColor, colour);
 }
 
+bool FontControls::chosen(bool applied) const
+{
+    if (m_hooks.returnFocus)
+        m_hooks.returnFocus();
+    return applied;
+}
+
 bool FontControls::fontChosen(int index)
 {
     if (index < 0 || index >= faceNames().size())
-        return false;
-    return applyFontName(faceNames().at(index));
+        return chosen(false);
+    return chosen(applyFontName(faceNames().at(index)));
 }
 
 bool FontControls::fontSizeChosen(int index)
 {
     if (index < 0 || index >= sizeNames().size())
-        return false;
-    return applyFontSize(sizeNames().at(index));
+        return chosen(false);
+    return chosen(applyFontSize(sizeNames().at(index)));
 }
 
 bool FontControls::fontEntered()
 {
-    return applyFontName(m_fontCombo->currentText());
+    return chosen(applyFontName(m_fontCombo->currentText()));
 }
 
 bool FontControls::fontSizeEntered()
 {
-    return applyFontSize(m_fontSizeCombo->currentText());
+    return chosen(applyFontSize(m_fontSizeCombo->currentText()));
 }
 
 void FontControls::showFontName(const QString &name)

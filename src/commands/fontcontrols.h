@@ -27,6 +27,8 @@ public:
     {
         std::function<bool()> isDocumentReady;
         std::function<bool()> designViewActive;
+        // Gives the focus back to the document after a choice in a box.
+        std::function<void()> returnFocus;
     };
 
     // The combo boxes are created as children of comboParent.
@@ -64,6 +66,8 @@ protected:
 
 private:
     bool apply(int commandId, const QVariant &value);
+    // Typing goes on in the document, where it was, whether the choice applied or not.
+    bool chosen(bool applied) const;
 
     Hooks m_hooks;
     CommandStatusSource *m_status;

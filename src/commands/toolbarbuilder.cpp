@@ -83,9 +83,10 @@ const std::array<QList<ButtonEntry>, 3> &rowLayout()
         QList<ButtonEntry>{
             {"InsertTable", "insert-table", "Insert a table"},
             separator,
-            {"InsertRow", "edit-table-insert-row-below", "Insert a row"},
+            // A new row goes above the caret's row, a new column left of its column.
+            {"InsertRow", "edit-table-insert-row-above", "Insert a row above"},
             {"DeleteRow", "edit-table-delete-row", "Delete the row"},
-            {"InsertColumn", "edit-table-insert-column-right", "Insert a column"},
+            {"InsertColumn", "edit-table-insert-column-left", "Insert a column to the left"},
             {"DeleteColumn", "edit-table-delete-column", "Delete the column"},
             separator,
             {"InsertCell", "edit-table-insert-cell", "Insert a cell"},

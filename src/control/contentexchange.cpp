@@ -74,7 +74,20 @@ QString ContentExchange::fetchDocumentHTML(bool *ok)
     }
     if (m_surface.lastCallFailed())
         return {};
+    return finishFetched(html, ok);
+}
 
+QString ContentExchange::fetchDocumentHTMLFromCurrentView(bool *ok)
+{
+    if (m_ready && m_hooks.sourceViewText) {
+        if (const std::optional<QString> source = m_hooks.sourceViewText())
+            return finishFetched(*source, ok);
+    }
+    return fetchDocumentHTML(ok);
+}
+
+QString ContentExchange::finishFetched(QString html, bool *ok) const
+{
     html = normaliseStyleSheetLinks(
         html, m_hooks.styleSheetLinks ? m_hooks.styleSheetLinks() : QString());
     if (!m_settings.RelativePathToRoot.isEmpty() && m_settings.MakePathsRelativeOnSave

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace Vantry::Platform {
 class DesignSurface;
@@ -25,6 +26,8 @@ public:
         std::function<QString()> styleSheetLinks;
         // Lets pending user-interface events run once.
         std::function<void()> settle;
+        // The source editor's text while the source view shows; nothing otherwise.
+        std::function<std::optional<QString>()> sourceViewText;
     };
 
     ContentExchange(Settings &settings, Platform::DesignSurface &surface, Hooks hooks);
@@ -43,6 +46,9 @@ public:
     // The document as HTML, before the BASE tag is removed (what saving and view switching
     // use). *ok, when given, tells an empty document from a surface that did not answer.
     QString fetchDocumentHTML(bool *ok = nullptr);
+    // The same, taken from the view that shows: a save from the source view keeps the
+    // source view, its caret and its undo history.
+    QString fetchDocumentHTMLFromCurrentView(bool *ok = nullptr);
     // Reading GetHtmlSource: also stores the result.
     QString getHtmlSource();
     // Reading GetPlainText: also stores the result.
@@ -50,6 +56,7 @@ public:
 
 private:
     bool loadWithBase(const QString &html);
+    QString finishFetched(QString html, bool *ok) const;
 
     Settings &m_settings;
     Platform::DesignSurface &m_surface;

@@ -76,6 +76,13 @@ QString loadErrorText(qint32 error)
         + QLatin1Char('.');
 }
 
+QString withHtmlExtension(const QString &path)
+{
+    if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty())
+        return path;
+    return path + QStringLiteral(".html");
+}
+
 bool containsServerScript(const QString &html)
 {
     // Script blocks inside these are text the parser keeps as it is.
@@ -242,8 +249,8 @@ bool FileOperations::saveToCurrentOrAsk()
 bool FileOperations::save(const QString &path)
 {
     bool fetched = false;
-    const QString html
-        = ContentRules::removeBase(m_exchange.fetchDocumentHTML(&fetched), m_settings.BaseURL);
+    const QString html = ContentRules::removeBase(
+        m_exchange.fetchDocumentHTMLFromCurrentView(&fetched), m_settings.BaseURL);
     refreshSelectionState();
     if (!fetched) {
         const QString reason = m_surface.lastError().isEmpty()
@@ -256,9 +263,11 @@ bool FileOperations::save(const QString &path)
 
     QString target = path;
     if (target.isEmpty()) {
-        target = prompts().saveFileName(QStringLiteral("Save HTML File"), fileFilter());
+        target = prompts().saveFileName(
+            QStringLiteral("Save HTML File"), fileFilter(), proposedSaveName());
         if (target.isEmpty())
             return false;
+        target = withHtmlExtension(target);
     }
     const QFileInfo info(target);
     if (info.isDir()) {
@@ -291,10 +300,11 @@ bool FileOperations::save(const QString &path)
     m_currentPath = info.absoluteFilePath();
     m_encoding = encoding;
     setDirty(false);
-    // Editing goes on against the BASE address, as after a load, and relative addresses
-    // now resolve where the file lives.
+    // Relative addresses of the next document loaded resolve where the file lives. The
+    // surface already edits against the BASE address, so this document is not loaded
+    // again: a reload would lose the caret, the scroll position, the undo history, the
+    // source view and a key pressed meanwhile.
     m_surface.setDocumentAddress(QUrl::fromLocalFile(m_currentPath).toString());
-    m_exchange.loadIntoSurface(ContentRules::insertBase(html, m_settings.BaseURL));
     return true;
 }
 
@@ -310,6 +320,14 @@ qint32 FileOperations::loadBytes(const DocumentBytes &read)
     if (error == LoadError::None)
         m_encoding = decoded.encoding;
     return error;
+}
+
+QString FileOperations::proposedSaveName() const
+{
+    if (m_openedFromUrl)
+        return QUrl(m_currentPath).fileName();
+    return m_currentPath;
+}
 }
 
 bool FileOperations::waitUntilReady()

@@ -31,6 +31,9 @@ QString loadErrorText(qint32 error);
 // design surface would turn them into text, and a save would destroy them.
 bool containsServerScript(const QString &html);
 
+// A file name typed without an extension gets ".html"; one with an extension is kept.
+QString withHtmlExtension(const QString &path);
+
 // The editor's document files: new, open from a file or an address, save, save as, with
 // the save-changes prompt in front of every operation that replaces the document.
 class FileOperations
@@ -79,6 +82,8 @@ private:
     qint32 loadBytes(const DocumentBytes &read);
     // Loads decoded text as the document that came from address.
     qint32 loadDocument(const QString &html, const QString &address);
+    // What the save dialog starts from: the document's file, or the name of its address.
+    QString proposedSaveName() const;
     bool waitUntilReady();
     void newDocument();
     void showLoadError(qint32 error);

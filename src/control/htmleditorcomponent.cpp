@@ -15,6 +15,7 @@
 #include "control/fileoperations.h"
 #include "control/focustracker.h"
 #include "control/settings.h"
+#include "control/shortcuts.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/findreplacedialog.h"
@@ -75,6 +76,9 @@ public:
     HTMLEditorComponent *q;
     Control::Settings settings;
     std::array<QToolBar *, 3> rows{};
+    // Kept here: a hidden row is given no height, and on some platforms the toolbar's own
+    // layout drops the minimum that setFixedHeight set, so its height would stay 0.
+    int rowHeight = 0;
     QWidget *tabPanel = nullptr;
     QTabBar *tabs = nullptr;
     QWidget *editPanel = nullptr;
@@ -108,13 +112,14 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     : q(q)
 {
     const qreal dpi = q->logicalDpiY();
+    rowHeight = Control::twipsToPixels(rowHeightInTwips, dpi);
     const char *rowNames[] = {"StandardToolbar", "FormattingToolbar", "TableEditingToolbar"};
     for (std::size_t i = 0; i < rows.size(); ++i) {
         rows[i] = new QToolBar(q);
         rows[i]->setObjectName(QLatin1String(rowNames[i]));
         rows[i]->setMovable(false);
         rows[i]->setFloatable(false);
-        rows[i]->setFixedHeight(Control::twipsToPixels(rowHeightInTwips, dpi));
+        rows[i]->setFixedHeight(rowHeight);
     }
 
     tabPanel = new QWidget(q);
@@ -135,6 +140,11 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     hooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
     hooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
     hooks.ensureDesignView = [this] { sourceView->switchBackToDesign(); };
+    hooks.sourceViewText = [this]() -> std::optional<QString> {
+        if (sourceView->isDesignViewActive())
+            return std::nullopt;
+        return sourceView->editor()->text();
+    };
     exchange = std::make_unique<ContentExchange>(settings, *surface, std::move(hooks));
 
     Control::SourceView::Hooks viewHooks;
@@ -183,6 +193,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     findAction->setShortcut(QKeySequence::Find);
     findAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     surface->widget()->addAction(findAction);
+    surface->setShortcutClaim(
+        [q](const QKeySequence &keys) { return Control::windowHasShortcut(q->window(), keys); });
     QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
     executorHooks.showFindDialog = [this] { showFindDialog(); };
     executor = std::make_unique<Commands::Executor>(
@@ -210,6 +222,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     Commands::EditorToolbar::Hooks toolbarHooks;
     toolbarHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
     toolbarHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    toolbarHooks.focusDocument = [this] { surface->focusDocument(); };
     toolbarControls = std::make_unique<Commands::EditorToolbar>(rows, q, std::move(toolbarHooks));
     commandStatus = std::make_unique<Commands::SurfaceStatusSource>(*surface);
     toolbarControls->setStatusSource(commandStatus.get());
@@ -219,6 +232,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         [this](const QString &key) { executor->executeKey(key); });
     QObject::connect(
         toolbarControls.get(), &Commands::EditorToolbar::rowsChanged, q, [this] { layout(); });
+    QObject::connect(sourceView.get(), &Control::SourceView::viewChanged, q,
+        [this](Control::SourceView::View view) {
+            toolbarControls->followView(view == Control::SourceView::View::Design);
+        });
     QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionStateChanged, q,
         [q](const QString &key, bool enabled, bool selected) {
             QString sCommandName = key;
@@ -435,7 +452,7 @@ void HTMLEditorComponent::Private::layout()
     // The host may reorder the rows and hide single ones.
     const std::array<QToolBar *, 3> ordered = toolbarControls->rowsTopToBottom();
     for (std::size_t i = 0; i < ordered.size(); ++i)
-        input.rowHeights[i] = ordered[i]->isHidden() ? 0 : ordered[i]->height();
+        input.rowHeights[i] = ordered[i]->isHidden() ? 0 : rowHeight;
     input.toolbarsVisible = !isNone(settings.ToolbarDisplay);
     input.tabStripVisible = !isNone(settings.TabStripDisplay);
     input.tabStripHeight = tabs->sizeHint().height();

@@ -77,6 +77,8 @@ bool SourceView::switchTo(View view)
         = ready && view != m_current && (view == View::Design ? showDesign() : showSource());
     // A tab chosen for a switch that did not happen goes back to the view that shows.
     syncTabs();
+    if (switched)
+        Q_EMIT viewChanged(m_current);
     return switched;
 }
 

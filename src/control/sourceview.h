@@ -85,6 +85,10 @@ public:
     // end of the tab panel.
     void layout(const QSize &editingPanel, const QSize &tabPanel);
 
+Q_SIGNALS:
+    // The other view shows now.
+    void viewChanged(View view);
+
 private:
     bool showDesign();
     bool showSource();

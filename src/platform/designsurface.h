@@ -10,6 +10,9 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+
+class QKeySequence;
 class QPrinter;
 class QWidget;
 
@@ -266,6 +269,18 @@ public:
     virtual bool displaySwitch(const QString &name);
     virtual bool setDisplaySwitch(const QString &name, bool on);
 
+    // Which keys belong to the editor and its host rather than to the engine's own key
+    // bindings (on X11 the engine deletes to the end of the line on Ctrl+K). A claimed key
+    // goes to the application's shortcuts; when none takes it, it is dropped.
+    void setShortcutClaim(std::function<bool(const QKeySequence &)> claims)
+    {
+        m_shortcutClaim = std::move(claims);
+    }
+    bool claimsShortcut(const QKeySequence &keys) const
+    {
+        return m_shortcutClaim && m_shortcutClaim(keys);
+    }
+
 Q_SIGNALS:
     void documentComplete();
     void displayChanged();
@@ -284,6 +299,7 @@ protected:
 
 private:
     QString m_lastError;
+    std::function<bool(const QKeySequence &)> m_shortcutClaim;
 };
 
 // The surface this build uses. It and its widget are children of parent, which owns them.

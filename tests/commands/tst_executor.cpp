@@ -11,6 +11,16 @@
 #include "commands/executor.h"
 #include "commands/selectionaccess.h"
 #include "platform/prompts/findreplacedialog.h"
+#include "platform/prompts/fontdialog.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFontDialog>
+#include <QListView>
+#include <QMimeData>
+#include <QRegularExpression>
 
 #include <QRegularExpression>
 
@@ -78,6 +88,14 @@ private Q_SLOTS:
     void imageFromArguments();
     void imageWithoutSourceAndCancelledPickerInsertsNothing();
     void fontDialogShowsAndAppliesTheSelectionsFont();
+    void fontDialogEndsOnEscapeAndShowsNoStrikeOut();
+    void pasteInsertsTheClipboard_data();
+    void pasteInsertsTheClipboard();
+    void shortcutsComeBeforeTheEnginesKeys_data();
+    void shortcutsComeBeforeTheEnginesKeys();
+    void tabMovesBetweenCells_data();
+    void tabMovesBetweenCells();
+    void newEmptyCellsCanBeClickedInto();
     void findDialogOpensOnTheSelectedText();
     void dialogCommandsSayWhatIsComing_data();
     void dialogCommandsSayWhatIsComing();
@@ -600,6 +618,168 @@ void tst_Executor::imageWithoutSourceAndCancelledPickerInsertsNothing()
     QVERIFY(width.isEmpty());
     QCOMPARE(m_surface->images().size(), 1);
     QVERIFY(m_editor->isDirty());
+}
+
+void tst_Executor::fontDialogEndsOnEscapeAndShowsNoStrikeOut()
+{
+    Platform::FontDialog dialog(Platform::FontChoice{}, m_editor.get());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QStringList boxes;
+    for (const QCheckBox *box : dialog.fontChooser()->findChildren<QCheckBox *>()) {
+        if (box->isVisible())
+            boxes.append(box->text().remove(QLatin1Char('&')));
+    }
+    QCOMPARE(boxes, QStringList{QStringLiteral("Underline")});
+
+    auto *families = dialog.fontChooser()->findChild<QListView *>();
+    QVERIFY(families);
+    families->setFocus();
+    QTest::keyClick(families, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+}
+
+void tst_Executor::pasteInsertsTheClipboard_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<bool>("fromButton");
+    QTest::addColumn<QString>("pasted");
+    QTest::newRow("text by Paste()") << QString() << false << QStringLiteral("one pasted two");
+    QTest::newRow("markup by the button") << QStringLiteral(
+        "<b>pasted</b>") << true << QStringLiteral("one(&nbsp;| )<b[^>]*>pasted</b>(&nbsp;| )two");
+}
+
+// Paste runs the engine's own paste, as Ctrl+V does, and is undone like any edit.
+void tst_Executor::pasteInsertsTheClipboard()
+{
+    QFETCH(QString, html);
+    QFETCH(bool, fromButton);
+    QFETCH(QString, pasted);
+    load(QStringLiteral("<p>one XX two</p>"));
+    select(QStringLiteral("XX"));
+    auto *data = new QMimeData;
+    data->setText(QStringLiteral("pasted"));
+    if (!html.isEmpty())
+        data->setHtml(html);
+    QGuiApplication::clipboard()->setMimeData(data);
+
+    if (fromButton)
+        m_editor->findChild<QAction *>(QStringLiteral("Paste"))->trigger();
+    else
+        m_editor->Paste();
+
+    QVERIFY2(body().contains(QRegularExpression(pasted)), qPrintable(body()));
+    QVERIFY(m_editor->isDirty());
+    m_editor->UnDo();
+    QVERIFY2(body().contains(QStringLiteral("one XX two")), qPrintable(body()));
+}
+
+void tst_Executor::shortcutsComeBeforeTheEnginesKeys_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("host");
+    for (const auto &[name, key] : {std::pair{"Ctrl+B", Qt::Key_B}, std::pair{"Ctrl+I", Qt::Key_I},
+             std::pair{"Ctrl+U", Qt::Key_U}, std::pair{"Ctrl+K", Qt::Key_K},
+             std::pair{"Ctrl+Z", Qt::Key_Z}, std::pair{"Ctrl+Y", Qt::Key_Y},
+             std::pair{"Ctrl+F", Qt::Key_F}})
+        QTest::newRow(name) << int(key) << false;
+    QTest::newRow("the host's Ctrl+S") << int(Qt::Key_S) << true;
+}
+
+// The keys go the way the platform sends them: a shortcut override to the engine's focused
+// render widget first, which claims every key it has an editing binding for.
+void tst_Executor::shortcutsComeBeforeTheEnginesKeys()
+{
+    QFETCH(int, key);
+    QFETCH(bool, host);
+    const QKeySequence keys(Qt::CTRL | Qt::Key(key));
+    QAction save;
+    if (host) {
+        save.setShortcut(keys);
+        m_editor->addAction(&save);
+    }
+    QAction *action = host ? &save : nullptr;
+    for (QAction *candidate : m_editor->findChildren<QAction *>()) {
+        if (!action && candidate->shortcuts().contains(keys))
+            action = candidate;
+    }
+    QVERIFY(action);
+    load(QStringLiteral("<p>keep every word of this line</p>"));
+    select(QStringLiteral("every"));
+    // Something to undo and to redo, so that every button is on.
+    m_editor->Bold();
+    m_editor->Bold();
+    m_editor->UnDo();
+    QTRY_VERIFY(action->isEnabled());
+    QWidget *input = VantryTest::giveFocus(m_surface->widget());
+    QVERIFY(input);
+    QSignalSpy triggered(action, &QAction::triggered);
+
+    QTest::keyClick(input, Qt::Key(key), Qt::ControlModifier);
+
+    QCOMPARE(triggered.count(), 1);
+    QVERIFY2(body().contains(QStringLiteral("of this line")), qPrintable(body()));
+    // Dialogs opened by the keys (find) go away with the test.
+    for (QDialog *dialog : m_editor->findChildren<QDialog *>())
+        dialog->close();
+}
+
+void tst_Executor::tabMovesBetweenCells_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("steps");
+    const auto table = [](const char *b, const char *c, const char *extraRow = "") {
+        return QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr><tr><td>%2</td>"
+                              "<td>d</td></tr>%3</tbody></table>")
+            .arg(QLatin1String(b), QLatin1String(c), QLatin1String(extraRow));
+    };
+    QTest::newRow("Tab to the next cell") << "a" << int(Qt::Key_Tab) << table("Xb", "c") << 1;
+    QTest::newRow("Tab to the next row") << "b" << int(Qt::Key_Tab) << table("b", "Xc") << 1;
+    QTest::newRow("Shift+Tab back") << "c" << int(Qt::Key_Backtab) << table("Xb", "c") << 1;
+    QTest::newRow("Tab in the last cell adds a row")
+        << "d" << int(Qt::Key_Tab) << table("b", "c", "<tr><td>X</td><td></td></tr>") << 2;
+}
+
+void tst_Executor::tabMovesBetweenCells()
+{
+    QFETCH(QString, from);
+    QFETCH(int, key);
+    QFETCH(QString, typed);
+    QFETCH(int, steps);
+    const QString start = QStringLiteral(
+        "<table><tbody><tr><td>a</td><td>b</td></tr><tr><td>c</td><td>d</td></tr></tbody></table>");
+    load(start);
+    select(from);
+    QWidget *input = VantryTest::giveFocus(m_surface->widget());
+    QVERIFY(input);
+
+    QTest::keyClick(
+        input, Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+    QTest::keyClicks(input, QStringLiteral("X"));
+
+    QTRY_COMPARE(body(), typed);
+    // The typing and an added row are undone step by step.
+    for (int i = 0; i < steps; ++i)
+        m_editor->UnDo();
+    QCOMPARE(body(), start);
+}
+
+// An editing-only style: never in the markup.
+void tst_Executor::newEmptyCellsCanBeClickedInto()
+{
+    load(QStringLiteral("<table border=\"1\"><tr><td>a</td></tr></table>"));
+    select(QStringLiteral("a"));
+    m_editor->InsertRow();
+    m_editor->InsertColumn();
+    const QList<Element> cells = m_surface->elementsByTagName(QStringLiteral("TD"));
+    QCOMPARE(cells.size(), 4);
+    for (const Element &cell : cells)
+        QVERIFY2(m_surface->boundingRect(cell).height() >= 12,
+            qPrintable(QString::number(m_surface->boundingRect(cell).height())));
+    QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("height"), Qt::CaseInsensitive));
 }
 
 void tst_Executor::fontDialogShowsAndAppliesTheSelectionsFont()

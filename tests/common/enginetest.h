@@ -5,6 +5,7 @@
 #include "platform/designsurface.h"
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -39,6 +40,22 @@ inline bool startEditor(std::unique_ptr<Vantry::HTMLEditorComponent> &editor,
         return false;
     surface = surfaceOf(*editor);
     return surface != nullptr;
+}
+
+// Activates the widget's window and gives the widget the keyboard focus, as a click would;
+// the widget that has the focus then (a child, for the design surface), or nullptr.
+inline QWidget *giveFocus(QWidget *widget)
+{
+    widget->window()->activateWindow();
+    if (!QTest::qWaitForWindowActive(widget->window()))
+        return nullptr;
+    widget->setFocus();
+    if (!QTest::qWaitFor([widget] {
+            const QWidget *focused = QApplication::focusWidget();
+            return focused && (focused == widget || widget->isAncestorOf(focused));
+        }))
+        return nullptr;
+    return QApplication::focusWidget();
 }
 
 // Runs an adapter operation and returns its value; fails the test on error.

@@ -35,6 +35,8 @@ public:
         // The message, or the picker's title.
         QString text;
         QString filter;
+        // Where a file picker started.
+        QString directory;
     };
 
     QList<Shown> shown;
@@ -63,7 +65,7 @@ public:
 
     Answer question(const QString &text, Choices) override
     {
-        shown.append({Kind::Question, text, {}});
+        shown.append({Kind::Question, text, {}, {}});
         if (answers.isEmpty()) {
             unexpected.append(text);
             return Answer::Cancel;
@@ -71,22 +73,27 @@ public:
         return answers.dequeue();
     }
 
-    void critical(const QString &text) override { shown.append({Kind::Critical, text, {}}); }
-    void information(const QString &text) override { shown.append({Kind::Information, text, {}}); }
-
-    QString openFileName(const QString &title, const QString &filter, const QString &) override
+    void critical(const QString &text) override { shown.append({Kind::Critical, text, {}, {}}); }
+    void information(const QString &text) override
     {
-        return fileName(Kind::OpenFile, title, filter);
+        shown.append({Kind::Information, text, {}, {}});
     }
 
-    QString saveFileName(const QString &title, const QString &filter, const QString &) override
+    QString openFileName(
+        const QString &title, const QString &filter, const QString &directory) override
     {
-        return fileName(Kind::SaveFile, title, filter);
+        return fileName(Kind::OpenFile, title, filter, directory);
+    }
+
+    QString saveFileName(
+        const QString &title, const QString &filter, const QString &directory) override
+    {
+        return fileName(Kind::SaveFile, title, filter, directory);
     }
 
     std::optional<QColor> color(const QColor &, const QString &title) override
     {
-        shown.append({Kind::Color, title, {}});
+        shown.append({Kind::Color, title, {}, {}});
         if (colors.isEmpty()) {
             unexpected.append(title);
             return std::nullopt;
@@ -96,7 +103,7 @@ public:
 
     bool printSetup(QPrinter &printer) override
     {
-        shown.append({Kind::Print, {}, {}});
+        shown.append({Kind::Print, {}, {}, {}});
         if (printFiles.isEmpty()) {
             unexpected.append(QStringLiteral("print"));
             return false;
@@ -109,7 +116,7 @@ public:
     std::optional<Vantry::Platform::FontChoice> font(
         const Vantry::Platform::FontChoice &initial) override
     {
-        shown.append({Kind::Font, {}, {}});
+        shown.append({Kind::Font, {}, {}, {}});
         fontsShown.append(initial);
         if (fonts.isEmpty()) {
             unexpected.append(QStringLiteral("font"));
@@ -138,9 +145,10 @@ private:
         QTimer timer;
     };
 
-    QString fileName(Kind kind, const QString &title, const QString &filter)
+    QString fileName(
+        Kind kind, const QString &title, const QString &filter, const QString &directory)
     {
-        shown.append({kind, title, filter});
+        shown.append({kind, title, filter, directory});
         if (fileNames.isEmpty()) {
             unexpected.append(title);
             return {};

@@ -10,6 +10,9 @@
 #include "control/documentreader.h"
 #include "control/fileoperations.h"
 
+#include "platform/scintilla/sourceeditor.h"
+
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QNetworkProxy>
@@ -86,6 +89,10 @@ private Q_SLOTS:
     void fileSaveWritesToTheOpenedFile();
     void fileSaveAfterUrlOpenAsksForAName();
     void fileSaveAsWithPathSavesWithoutAsking();
+    void saveKeepsThePlaceInTheDesignView();
+    void saveFromTheSourceViewStaysThere();
+    void saveAsProposesTheDocumentAndAddsAnExtension_data();
+    void saveAsProposesTheDocumentAndAddsAnExtension();
     void savedFilesCarryNoBaseTag_data();
     void savedFilesCarryNoBaseTag();
     void failedSaveKeepsTheOldFile_data();
@@ -494,6 +501,90 @@ void tst_FileOperations::fileSaveAsWithPathSavesWithoutAsking()
     QCOMPARE(m_editor->FileSave(), copy);
     QCOMPARE(readBytes(copy), QByteArray("<p>more text</p>"));
     QCOMPARE(readBytes(original), QByteArray("<p>text</p>"));
+}
+
+// Saving changes nothing the user sees: the selection, the scroll position, the undo
+// history, and the next key goes where the selection is.
+void tst_FileOperations::saveKeepsThePlaceInTheDesignView()
+{
+    const QString file = writeFile(QStringLiteral("long.html"),
+        "<p>page</p>" + QByteArray("<p>line</p>").repeated(150) + "<p>last words</p>");
+    m_editor->FileOpen(file);
+    QVERIFY(edit(QStringLiteral("my ")));
+    Platform::DesignSurface *surface = surfaceOf(*m_editor);
+    const Platform::TextRange words = surface->bodyRange();
+    QVERIFY(surface->findText(words, QStringLiteral("words")));
+    QVERIFY(surface->selectRange(words));
+    QVERIFY(surface->setScrollTop(400));
+    const QPoint scrolled = surface->scrollPosition();
+    QVERIFY(scrolled.y() > 0);
+    const QVariant history = adapterValue(*m_editor, QStringLiteral("undoDepth"));
+
+    QCOMPARE(m_editor->FileSave(), file);
+
+    QVERIFY(readBytes(file).startsWith("<p>my page</p>"));
+    QVERIFY(m_editor->DesignViewActive());
+    QCOMPARE(surface->rangeText(surface->selectionRange()), QStringLiteral("words"));
+    QCOMPARE(surface->scrollPosition(), scrolled);
+    QCOMPARE(adapterValue(*m_editor, QStringLiteral("undoDepth")), history);
+    QWidget *input = VantryTest::giveFocus(surface->widget());
+    QVERIFY(input);
+    QTest::keyClicks(input, QStringLiteral("Z"));
+    QTRY_VERIFY(bodyText().endsWith(QStringLiteral("last Z")));
+    QTRY_VERIFY(m_editor->isDirty());
+    m_editor->setisDirty(false);
+}
+
+void tst_FileOperations::saveFromTheSourceViewStaysThere()
+{
+    const QString file = writeFile(QStringLiteral("source.html"), "<p>page</p>");
+    m_editor->FileOpen(file);
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    auto *source = m_editor->findChild<Platform::SourceEditor *>(QStringLiteral("HTMLSource"));
+    QVERIFY(source);
+    const QString before = source->text();
+    source->setCaretPosition(1, 4);
+    QWidget *input = VantryTest::giveFocus(source);
+    QVERIFY(input);
+    QTest::keyClicks(input, QStringLiteral("x "));
+    const QString typed = source->text();
+    QVERIFY(typed != before);
+
+    QCOMPARE(m_editor->FileSave(), file);
+
+    QCOMPARE(readBytes(file), QByteArray("<p>x page</p>"));
+    QVERIFY(!m_editor->DesignViewActive());
+    QCOMPARE(source->text(), typed);
+    QCOMPARE(source->caretColumn(), 6);
+    QCOMPARE(QApplication::focusWidget(), input);
+    source->undo();
+    QCOMPARE(source->text(), before);
+    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+}
+
+void tst_FileOperations::saveAsProposesTheDocumentAndAddsAnExtension_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("no extension") << "copy"
+                                  << "copy.html";
+    QTest::newRow("an extension of its own") << "copy.htm"
+                                             << "copy.htm";
+}
+
+void tst_FileOperations::saveAsProposesTheDocumentAndAddsAnExtension()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, written);
+    const QString file = writeFile(QStringLiteral("named.html"), "<p>named</p>");
+    m_editor->FileOpen(file);
+    m_prompts->fileNames.enqueue(path(typed));
+
+    QCOMPARE(m_editor->FileSaveAs(), path(written));
+
+    QCOMPARE(m_prompts->shown.size(), 1);
+    QCOMPARE(m_prompts->shown.first().directory, file);
+    QCOMPARE(readBytes(path(written)), QByteArray("<p>named</p>"));
 }
 
 void tst_FileOperations::savedFilesCarryNoBaseTag_data()

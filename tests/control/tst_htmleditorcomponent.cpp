@@ -3,7 +3,9 @@
 
 #include "../common/enginetest.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMenu>
@@ -46,6 +48,10 @@ private Q_SLOTS:
     void displaySwitchesIgnoreCase_data();
     void displaySwitchesIgnoreCase();
     void displaySizeSizesTheEditingPanel();
+    void toolbarRowsComeBackAtFullHeight_data();
+    void toolbarRowsComeBackAtFullHeight();
+    void designButtonsAreOffInTheSourceView();
+    void fontChoiceGivesTheFocusBackToTheDocument();
     void scrollTopScrollsSideways();
     void pageTitleReadsTheLiveDocument();
     void keyWordsCreateOrUpdateTheMetaTag();
@@ -286,6 +292,95 @@ void tst_HTMLEditorComponent::displaySizeSizesTheEditingPanel()
     m_editor->setSetDisplayHeight(0);
     QCOMPARE(panel->width(), m_editor->width());
     QCOMPARE(panel->geometry().bottom(), m_editor->rect().bottom());
+}
+
+void tst_HTMLEditorComponent::toolbarRowsComeBackAtFullHeight_data()
+{
+    QTest::addColumn<QString>("route");
+    QTest::newRow("ToolbarDisplay") << "ToolbarDisplay";
+    QTest::newRow("clsToolbar") << "clsToolbar";
+    QTest::newRow("a bag holding none") << "bag";
+}
+
+void tst_HTMLEditorComponent::toolbarRowsComeBackAtFullHeight()
+{
+    QFETCH(QString, route);
+    auto *panel = m_editor->findChild<QWidget *>(QStringLiteral("picDHTMLEdit"));
+    const QList<QToolBar *> rows = m_editor->findChildren<QToolBar *>();
+    QList<int> heights;
+    for (QToolBar *row : rows) {
+        QVERIFY(row->height() > 0);
+        heights.append(row->height());
+        // As the toolbar's own layout leaves it on X11; offscreen keeps the fixed height.
+        row->setMinimumHeight(0);
+    }
+    const int top = panel->y();
+
+    if (route == QLatin1String("clsToolbar")) {
+        clsToolbar *toolbar = m_editor->Toolbar();
+        QVERIFY(toolbar->setToolbarVisibleState(clsToolbar::tb_Formatting, false));
+        QCOMPARE(panel->y(), top - heights.at(1));
+        QVERIFY(toolbar->setToolbarVisibleState(clsToolbar::tb_Formatting, true));
+    } else {
+        if (route == QLatin1String("bag")) {
+            MemoryPropertyBag bag;
+            bag.setValue(QStringLiteral("ToolbarDisplay"), QStringLiteral("none"));
+            m_editor->ReadProperties(bag);
+        } else {
+            m_editor->setToolbarDisplay(QStringLiteral("none"));
+        }
+        m_editor->resize(m_editor->size() + QSize(1, 1));
+        m_editor->setToolbarDisplay(QString());
+    }
+
+    QTRY_COMPARE(panel->y(), top);
+    for (int i = 0; i < rows.size(); ++i) {
+        QVERIFY(rows.at(i)->isVisible());
+        QCOMPARE(rows.at(i)->height(), heights.at(i));
+    }
+}
+
+// They do nothing there, and look it; back in the design view they follow the document.
+void tst_HTMLEditorComponent::designButtonsAreOffInTheSourceView()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>some text</p>"));
+    auto *border = m_editor->findChild<QAction *>(QStringLiteral("Border"));
+    auto *fonts = m_editor->findChild<QComboBox *>(QStringLiteral("FontCombo"));
+    m_editor->SetButtonState(QStringLiteral("Italic"), false);
+
+    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+    for (const QAction *button : m_editor->findChildren<QAction *>()) {
+        if (!button->data().toString().isEmpty())
+            QVERIFY2(!button->isEnabled(), qPrintable(button->data().toString()));
+    }
+    QVERIFY(!fonts->isEnabled());
+
+    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+    QVERIFY(border->isEnabled());
+    QVERIFY(fonts->isEnabled());
+    QVERIFY(!m_editor->findChild<QAction *>(QStringLiteral("Italic"))->isEnabled());
+    m_editor->SetButtonState(QStringLiteral("Italic"), true);
+}
+
+void tst_HTMLEditorComponent::fontChoiceGivesTheFocusBackToTheDocument()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>one two</p>"));
+    auto *surface = surfaceOf(*m_editor);
+    const Platform::TextRange two = surface->bodyRange();
+    QVERIFY(surface->findText(two, QStringLiteral("two")));
+    QVERIFY(surface->selectRange(two));
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    for (const char *name : {"FontCombo", "FontSizeCombo"}) {
+        auto *combo = m_editor->findChild<QComboBox *>(QLatin1String(name));
+        combo->setFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), combo);
+        Q_EMIT combo->activated(1);
+        QTRY_COMPARE(QApplication::focusWidget(), input());
+    }
+    QTest::keyClicks(input(), QStringLiteral("Z"));
+    QTRY_VERIFY2(m_editor->GetPlainText().contains(QStringLiteral("one Z")),
+        qPrintable(m_editor->GetHtmlSource()));
 }
 
 void tst_HTMLEditorComponent::scrollTopScrollsSideways()

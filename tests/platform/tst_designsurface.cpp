@@ -449,6 +449,8 @@ void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
     QCOMPARE(requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
     QCOMPARE(elsewhere.connections, 0);
     QCOMPARE(elsewhere.requests, QStringList());
+}
+
 // While the channel delivers a notification the engine cannot answer: a call made then
 // fails at once, and the status refresh the notification asks for still comes, answered.
 void tst_DesignSurface::nothingWaitsInsideANotificationDelivery()

@@ -8,6 +8,7 @@
 #include "text/scriptinjection.h"
 
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -32,12 +33,15 @@ private Q_SLOTS:
     void printToPdfHoldsThePageText();
     void printHtmlPrintsWhatTheDialogSetUp();
     void cancelledPrintDialogPrintsNothing();
+    void printedPageShowsNoEditingAids();
 
 private:
     void load(const QString &html);
     QString scriptTexts();
     // The text pdftotext reads from file.
     QString pdfText(const QString &file);
+    // The first page of the surface printed to a PDF, rendered by pdftoppm.
+    QImage printedPage(const QString &base);
 
     std::unique_ptr<HTMLEditorComponent> m_editor;
     Platform::WebEngineDesignSurface *m_surface = nullptr;
@@ -236,6 +240,45 @@ void tst_ScriptPrinting::cancelledPrintDialogPrintsNothing()
     QCOMPARE(m_prompts->shown.size(), 1);
     QCOMPARE(m_prompts->unexpected, QStringList{QStringLiteral("print")});
     m_prompts->unexpected.clear();
+}
+
+QImage tst_ScriptPrinting::printedPage(const QString &base)
+{
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("pdftoppm"));
+    if (tool.isEmpty() || !m_surface->printToPdf(base + QStringLiteral(".pdf")))
+        return {};
+    QProcess process;
+    process.start(tool,
+        {QStringLiteral("-r"), QStringLiteral("60"), QStringLiteral("-png"),
+            QStringLiteral("-singlefile"), base + QStringLiteral(".pdf"), base});
+    if (!process.waitForFinished(30000) || process.exitCode() != 0)
+        return {};
+    return QImage(base + QStringLiteral(".png"));
+}
+
+// The borders, detail marks and selection frame are editing aids: a printed page looks as
+// if none were on.
+void tst_ScriptPrinting::printedPageShowsNoEditingAids()
+{
+    load(QStringLiteral("<html><body><table><tr><td>left</td><td>right</td></tr></table>"
+                        "<!-- note --><p>one<br>two</p><a name=\"here\"></a></body></html>"));
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QImage plain = printedPage(dir.filePath(QStringLiteral("plain")));
+    QVERIFY2(!plain.isNull(), "printing or pdftoppm (poppler-utils) failed");
+
+    m_editor->Border();
+    m_editor->Details();
+    QVERIFY(m_surface->displaySwitch(QStringLiteral("borders")));
+    QVERIFY(m_surface->displaySwitch(QStringLiteral("details")));
+    QVERIFY(
+        m_surface->selectElement(m_surface->elementsByTagName(QStringLiteral("TABLE")).first()));
+    const QImage aided = printedPage(dir.filePath(QStringLiteral("aided")));
+    m_editor->Border();
+    m_editor->Details();
+
+    QVERIFY(!aided.isNull());
+    QVERIFY(aided == plain);
 }
 
 QTEST_MAIN(tst_ScriptPrinting)

@@ -1,5 +1,6 @@
 #include "platform/prompts/fontdialog.h"
 
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFontDialog>
@@ -41,6 +42,15 @@ FontDialog::FontDialog(const FontChoice &initial, QWidget *parent)
     m_fonts->setOptions(QFontDialog::NoButtons | QFontDialog::DontUseNativeDialog);
     m_fonts->setWindowFlags(Qt::Widget);
     m_fonts->setCurrentFont(m_shown);
+    // Escape or Enter inside the chooser ends the embedded dialog only, which would leave
+    // an empty frame behind: they end this one.
+    connect(m_fonts, &QDialog::rejected, this, &QDialog::reject);
+    connect(m_fonts, &QDialog::accepted, this, &QDialog::accept);
+    // HTML formatting here has no strike-out; a box that does nothing is not shown.
+    for (QCheckBox *box : m_fonts->findChildren<QCheckBox *>()) {
+        if (box->text().remove(QLatin1Char('&')) == QLatin1String("Strikeout"))
+            box->hide();
+    }
 
     m_colorButton = new QPushButton(QStringLiteral("&Colour..."), this);
     m_colorButton->setObjectName(QStringLiteral("cmdColour"));

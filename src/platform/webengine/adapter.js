@@ -79,6 +79,10 @@
                        'content-visibility: auto; contain-intrinsic-size: auto 1.2em; }');
         if (!scrollBarsVisible)
             rules.push('html, body { overflow: hidden !important; }');
+        // New rows and cells are empty; without this they are a few pixels high and hard
+        // to click into.
+        rules.push(':is(td, th):empty, :is(td, th) > div:only-child:empty { ' +
+                   'height: 1.2em; min-width: 1em; }');
         if (display.borders) {
             // Tables without a visible border are drawn dashed, so their cells can be seen.
             const zero = ':is(table:not([border]), table[border="0"])';
@@ -101,7 +105,8 @@
                        mark + ' }');
             rules.push('body noscript, body style { display: none; }');
         }
-        return rules.join('\n');
+        // The editing aids are drawn on screen only: a printed page shows the page.
+        return '@media screen {\n' + rules.join('\n') + '\n}';
     }
 
     let scrollBarsVisible = true;

@@ -17,7 +17,8 @@
         'z-index: 2147483647; user-select: none; }\n' +
         '.mark { position: absolute; box-sizing: border-box; white-space: nowrap; ' +
         'font: 8px/9px sans-serif; color: #555; background: rgba(255, 255, 221, 0.85); ' +
-        'border: 1px solid #bb9; padding: 0 1px; }';
+        'border: 1px solid #bb9; padding: 0 1px; }\n' +
+        '@media print { :host { display: none !important; } }';
     // Marks sit on the top edge of their line, mostly above the text they stand in.
     const RAISE = 5;
     const COMMENT_MARK = '<!>';

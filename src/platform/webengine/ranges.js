@@ -1166,9 +1166,10 @@
         try {
             if (!frameSheet)
                 frameSheet = new CSSStyleSheet();
-            frameSheet.replaceSync(control ? selectorFor(control)
+            // On screen only: the frame must not be printed.
+            frameSheet.replaceSync(control ? '@media screen { ' + selectorFor(control)
                                              + ' { outline: 2px solid #3367d6 !important; '
-                                             + 'outline-offset: 1px !important; }'
+                                             + 'outline-offset: 1px !important; } }'
                                            : '');
             if (!document.adoptedStyleSheets.includes(frameSheet))
                 document.adoptedStyleSheets = [...document.adoptedStyleSheets, frameSheet];

@@ -427,6 +427,54 @@
         return parts;
     });
 
+    // ---- Tab between cells ------------------------------------------------------------
+
+    // Tab puts the caret into the next cell of the table in reading order, Shift+Tab into
+    // the previous one; Tab in the last cell adds a row below first, as web editors do.
+    // Outside a table Tab keeps its ordinary meaning.
+    function tabBetweenCells(e) {
+        if (e.key !== 'Tab' || e.ctrlKey || e.altKey || e.metaKey || e.defaultPrevented
+            || !V.editing())
+            return;
+        const cell = currentCell();
+        if (!cell)
+            return;
+        e.preventDefault();
+        const table = cell.closest('table');
+        const cells = Array.from(table.rows).flatMap(tr => Array.from(tr.cells));
+        const at = cells.indexOf(cell);
+        if (e.shiftKey) {
+            if (at > 0)
+                caretInto(cells[at - 1]);
+            return;
+        }
+        if (at + 1 < cells.length) {
+            caretInto(cells[at + 1]);
+            return;
+        }
+        const finish = V.startRecording(true);
+        try {
+            insertRow(true);
+        } finally {
+            finish();
+        }
+        const rows = table.rows;
+        const first = rows[rows.length - 1].cells[0];
+        if (first)
+            caretInto(first);
+    }
+
+    let seenGeneration = null;
+    const invokeAdapter = V.invoke;
+    V.invoke = function (name, args) {
+        if (V.generation() !== seenGeneration) {
+            seenGeneration = V.generation();
+            document.addEventListener('keydown', tabBetweenCells, true);
+        }
+        return invokeAdapter(name, args);
+    };
+    document.addEventListener('keydown', tabBetweenCells, true);
+
     // Each row's width in grid slots, for checks that the table stayed rectangular.
     V.register('tableRowWidths', h => {
         const g = gridOf(V.nodeFor(h));

@@ -2,8 +2,11 @@
 
 #include "platform/webengine/requestfilter.h"
 
+#include <QChildEvent>
 #include <QEventLoop>
 #include <QFile>
+#include <QKeyEvent>
+#include <QKeySequence>
 #include <QPoint>
 #include <QTimer>
 #include <QUrl>
@@ -70,6 +73,18 @@ QWebEngineScript adapterScript(const QString &name, const QString &source)
     return script;
 }
 
+// The keys of a press that could be a shortcut: with Ctrl, Alt or Meta, or a function
+// key. Plain typing never is one, and is not looked at further.
+QKeySequence shortcutKeys(const QKeyEvent *event)
+{
+    const int key = event->key();
+    const bool modified
+        = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (!modified && !(key >= Qt::Key_F1 && key <= Qt::Key_F35))
+        return {};
+    return QKeySequence(event->keyCombination());
+}
+
 // The blank document the surface starts with. The file URL lets documents show local
 // images, as an editor of local pages must.
 const char blankDocument[] = "<html><head></head><body></body></html>";
@@ -83,11 +98,18 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     auto *page = new EditingPage(m_view);
     m_view->setPage(page);
     m_view->setContextMenuPolicy(Qt::NoContextMenu);
+    // The engine's render widget takes the keys; it comes and goes with the page's process.
+    m_view->installEventFilter(this);
+    for (QWidget *child : m_view->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
+        child->installEventFilter(this);
 
     QWebEngineSettings *settings = page->settings();
     settings->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
     settings->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
     settings->setAttribute(QWebEngineSettings::JavascriptCanAccessClipboard, true);
+    // The Paste command is the engine's own paste, the one Ctrl+V runs; without this the
+    // engine refuses it to scripts, and only documents' scripts never run here.
+    settings->setAttribute(QWebEngineSettings::JavascriptCanPaste, true);
     settings->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, true);
     settings->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     settings->setAttribute(QWebEngineSettings::PluginsEnabled, false);
@@ -144,6 +166,33 @@ QWebEnginePage *WebEngineDesignSurface::page() const
 QWidget *WebEngineDesignSurface::widget() const
 {
     return m_view;
+}
+
+// The render widget accepts the shortcut override of every key it has an editing binding
+// for, so that Qt's shortcuts never see those keys. The editor's own come first: their
+// override is left unaccepted, and a press that still arrives (its command is off) goes
+// nowhere rather than to the engine's binding.
+bool WebEngineDesignSurface::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_view) {
+        if (event->type() == QEvent::ChildAdded) {
+            QObject *child = static_cast<QChildEvent *>(event)->child();
+            if (child->isWidgetType())
+                child->installEventFilter(this);
+        }
+        return false;
+    }
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return false;
+    auto *key = static_cast<QKeyEvent *>(event);
+    const QKeySequence keys = shortcutKeys(key);
+    if (keys.isEmpty() || !claimsShortcut(keys))
+        return false;
+    if (event->type() == QEvent::ShortcutOverride)
+        key->ignore();
+    else
+        key->accept();
+    return true;
 }
 
 void WebEngineDesignSurface::handleNotification(const QString &kind, const QVariantList &args)

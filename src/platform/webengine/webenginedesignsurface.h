@@ -127,7 +127,11 @@ public:
     static quint32 adapterWorld();
     QWebEnginePage *page() const;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void watchFocusProxy();
     void handleNotification(const QString &kind, const QVariantList &args);
     void deliverNotification(const QString &kind, const QVariantList &args);
     void scheduleDeferredNotifications();
