@@ -328,7 +328,6 @@ QString FileOperations::proposedSaveName() const
         return QUrl(m_currentPath).fileName();
     return m_currentPath;
 }
-}
 
 bool FileOperations::waitUntilReady()
 {

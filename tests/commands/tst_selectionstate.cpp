@@ -113,7 +113,7 @@ void tst_SelectionState::init()
     m_status = ScriptedStatus();
     m_sink.runs.clear();
     m_toolbar = std::make_unique<EditorToolbar>(rows, m_host.get(),
-        EditorToolbar::Hooks{[this] { return m_ready; }, [this] { return m_design; }});
+        EditorToolbar::Hooks{[this] { return m_ready; }, [this] { return m_design; }, {}});
     m_toolbar->setStatusSource(&m_status);
     m_toolbar->setCommandSink(&m_sink);
 }

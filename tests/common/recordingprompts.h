@@ -127,7 +127,7 @@ public:
 
     std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel) override
     {
-        shown.append({Kind::Progress, text, {}});
+        shown.append({Kind::Progress, text, {}, {}});
         auto shownProgress = std::make_unique<TimedProgress>();
         if (cancelProgress) {
             // Pressed once the editor waits, as a user would; never after the wait ended.
