@@ -115,7 +115,10 @@ bool FindReplace::nextInSelection(const QString &find, Hit hit, const QString &r
     bool found = m_surface.findText(range, find);
     if (failed() || (hit == Hit::SelectAndReplace && !found))
         return false;
-    bool accepted = insideSelection(range);
+    // A miss found nothing up to the body's end, so nothing is left ahead in the selection
+    // either, wherever the search range stands (at the selection's last word, or in the
+    // gap after its last character, which lies inside it).
+    bool accepted = found && insideSelection(range);
     if (failed())
         return false;
     if (!accepted) {

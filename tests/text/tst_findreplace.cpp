@@ -23,6 +23,7 @@ private Q_SLOTS:
     void replaceAllTextReturnsFalseWhenDone();
     void inSelectionMethodsRefuseAControl_data();
     void inSelectionMethodsRefuseAControl();
+    void findNextInSelectionWrapsToTheFirstHit_data();
     void findNextInSelectionWrapsToTheFirstHit();
     void textNotInSelectionLeavesSelection();
     void replaceInSelectionStaysInside();
@@ -183,20 +184,41 @@ void tst_FindReplace::inSelectionMethodsRefuseAControl()
     QCOMPARE(m_surface->selectionType(), SelectionType::Control);
 }
 
+void tst_FindReplace::findNextInSelectionWrapsToTheFirstHit_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QString>("selected");
+    // The text up to each hit's end: the first search's, then each next search's.
+    QTest::addColumn<QStringList>("hits");
+    QTest::newRow("hits inside") << QStringLiteral("<p>lorem 1 lorem 2 lorem 3</p>")
+                                 << QStringLiteral("lorem 1 lorem 2")
+                                 << QStringList{QStringLiteral("lorem"),
+                                        QStringLiteral("lorem 1 lorem"), QStringLiteral("lorem"),
+                                        QStringLiteral("lorem 1 lorem")};
+    QTest::newRow("last hit ends the selection and the body")
+        << QStringLiteral("<p>lorem a lorem b lorem</p>") << QStringLiteral("a lorem b lorem")
+        << QStringList{QStringLiteral("lorem a lorem"), QStringLiteral("lorem a lorem b lorem"),
+               QStringLiteral("lorem a lorem")};
+    QTest::newRow("last hit is the body's last")
+        << QStringLiteral("<p>x lorem a</p>") << QStringLiteral("lorem a")
+        << QStringList{QStringLiteral("x lorem"), QStringLiteral("x lorem")};
+}
+
+// Past the last hit in the selection the search starts over at its first.
 void tst_FindReplace::findNextInSelectionWrapsToTheFirstHit()
 {
-    load(QStringLiteral("<p>lorem 1 lorem 2 lorem 3</p>"));
-    select(QStringLiteral("lorem 1 lorem 2"));
+    QFETCH(QString, body);
+    QFETCH(QString, selected);
+    QFETCH(QStringList, hits);
+    load(body);
+    select(selected);
     const QString lorem = QStringLiteral("lorem");
     QVERIFY(m_editor->FindFirstTextInSelection(lorem));
-    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
-    QVERIFY(m_editor->FindNextTextInSelection(lorem));
-    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem 1 lorem"));
-    // Past the last hit in the selection the search starts over at its first.
-    QVERIFY(m_editor->FindNextTextInSelection(lorem));
-    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
-    QVERIFY(m_editor->FindNextTextInSelection(lorem));
-    QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem 1 lorem"));
+    QCOMPARE(textUpToSelectionEnd(), hits.first());
+    for (qsizetype i = 1; i < hits.size(); ++i) {
+        QVERIFY2(m_editor->FindNextTextInSelection(lorem), qPrintable(QString::number(i)));
+        QCOMPARE(textUpToSelectionEnd(), hits.at(i));
+    }
 }
 
 void tst_FindReplace::textNotInSelectionLeavesSelection()
