@@ -93,6 +93,7 @@ private Q_SLOTS:
     void pasteInsertsTheClipboard();
     void shortcutsComeBeforeTheEnginesKeys_data();
     void shortcutsComeBeforeTheEnginesKeys();
+    void copyingAnElementSelectedWholeLeavesItsFrame();
     void tabMovesBetweenCells_data();
     void tabMovesBetweenCells();
     void newEmptyCellsCanBeClickedInto();
@@ -723,6 +724,24 @@ void tst_Executor::shortcutsComeBeforeTheEnginesKeys()
     // Dialogs opened by the keys (find) go away with the test.
     for (QDialog *dialog : m_editor->findChildren<QDialog *>())
         dialog->close();
+}
+
+// The frame drawn around an element selected whole is the editor's, not the element's:
+// copied and pasted, the element comes without it.
+void tst_Executor::copyingAnElementSelectedWholeLeavesItsFrame()
+{
+    load(QStringLiteral("<p>one <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
+                        "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> two</p>"));
+    QWidget *input = VantryTest::giveFocus(m_surface->widget());
+    QVERIFY(input);
+    selectElement(QStringLiteral("IMG"));
+    QTest::keyClick(input, Qt::Key_C, Qt::ControlModifier);
+    QTRY_VERIFY(QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<img")));
+    QCOMPARE(m_surface->selectionType(), Platform::SelectionType::Control);
+    select(QStringLiteral("two"));
+    QTest::keyClick(input, Qt::Key_V, Qt::ControlModifier);
+    QTRY_COMPARE(m_surface->images().size(), 2);
+    QVERIFY2(!body().contains(QLatin1String("outline")), qPrintable(body()));
 }
 
 void tst_Executor::tabMovesBetweenCells_data()

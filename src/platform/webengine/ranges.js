@@ -1149,6 +1149,7 @@
     let control = null;         // the element selected whole, or null
     let controlBounds = null;   // the document selection set for it
     let frameSheet = null;
+    let frameHidden = false;    // while the engine copies the control
 
     // The frame is a rule in a constructed style sheet, so nothing of it is in the markup.
     function selectorFor(el) {
@@ -1167,10 +1168,11 @@
             if (!frameSheet)
                 frameSheet = new CSSStyleSheet();
             // On screen only: the frame must not be printed.
-            frameSheet.replaceSync(control ? '@media screen { ' + selectorFor(control)
-                                             + ' { outline: 2px solid #3367d6 !important; '
-                                             + 'outline-offset: 1px !important; } }'
-                                           : '');
+            const framed = frameHidden ? null : control;
+            frameSheet.replaceSync(framed ? '@media screen { ' + selectorFor(framed)
+                                            + ' { outline: 2px solid #3367d6 !important; '
+                                            + 'outline-offset: 1px !important; } }'
+                                          : '');
             if (!document.adoptedStyleSheets.includes(frameSheet))
                 document.adoptedStyleSheets = [...document.adoptedStyleSheets, frameSheet];
         } catch (e) {
@@ -1305,6 +1307,25 @@
         return null;
     }
 
+    // The engine writes the computed styles of copied elements into the copied markup,
+    // where the frame must not go along: it is off from the copy event until the engine has
+    // written the clipboard.
+    function hideFrameForCopy() {
+        if (!control || frameHidden)
+            return;
+        frameHidden = true;
+        drawFrame();
+        const channel = new MessageChannel();
+        channel.port1.onmessage = () => {
+            channel.port1.close();
+            frameHidden = false;
+            // A cut took the element away.
+            currentControl();
+            drawFrame();
+        };
+        channel.port2.postMessage(null);
+    }
+
     const listeners = {
         mousedown: e => {
             const target = controlTarget(e);
@@ -1326,6 +1347,8 @@
         selectionchange: () => {
             currentControl();
         },
+        copy: hideFrameForCopy,
+        cut: hideFrameForCopy,
     };
 
     function attachListeners() {
