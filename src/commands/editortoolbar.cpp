@@ -170,6 +170,15 @@ void EditorToolbar::followView(bool designView)
     refresh();
 }
 
+bool EditorToolbar::enginesKeysDoTheSame(const QAction *action) const
+{
+    const QString key = ToolbarButtons::keyOf(action);
+    static const QStringList sameAsTheEngine{QStringLiteral("Cut"), QStringLiteral("Copy"),
+        QStringLiteral("Paste"), QStringLiteral("UnDo"), QStringLiteral("ReDo")};
+    return sameAsTheEngine.contains(key) && m_buttons->button(key) == action
+        && m_model.isAllowed(key);
+}
+
 void EditorToolbar::refresh()
 {
     m_selection->refresh();

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+class QAction;
 class QToolBar;
 class QWidget;
 
@@ -85,6 +86,11 @@ public:
     void followView(bool designView);
     // The design surface's display changed.
     void refresh();
+
+    // Whether action is a button the host allows whose keys the engine's own bindings run
+    // just as the button would: the clipboard buttons, and undo and redo, whose keys the
+    // adapter takes into its own history.
+    bool enginesKeysDoTheSame(const QAction *action) const;
 
 Q_SIGNALS:
     void buttonClicked(const QString &key);

@@ -193,8 +193,11 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     findAction->setShortcut(QKeySequence::Find);
     findAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     surface->widget()->addAction(findAction);
-    surface->setShortcutClaim(
-        [q](const QKeySequence &keys) { return Control::windowHasShortcut(q->window(), keys); });
+    surface->setShortcutClaim([this, q](const QKeySequence &keys) {
+        return Control::shortcutClaim(q->window(), keys, [this](const QAction *action) {
+            return toolbarControls && toolbarControls->enginesKeysDoTheSame(action);
+        });
+    });
     QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
     executorHooks.showFindDialog = [this] { showFindDialog(); };
     executor = std::make_unique<Commands::Executor>(

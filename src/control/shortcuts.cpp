@@ -4,21 +4,26 @@
 #include <QKeySequence>
 #include <QWidget>
 
-#include <algorithm>
-
 namespace Vantry::Control {
 
-bool windowHasShortcut(const QWidget *window, const QKeySequence &keys)
+using KeyClaim = Platform::DesignSurface::KeyClaim;
+
+KeyClaim shortcutClaim(const QWidget *window, const QKeySequence &keys,
+    const std::function<bool(const QAction *)> &enginesOwn)
 {
     if (!window || keys.isEmpty())
-        return false;
-    const auto bound
-        = [&keys](const QAction *action) { return action->shortcuts().contains(keys); };
-    const QList<QAction *> own = window->actions();
-    if (std::any_of(own.cbegin(), own.cend(), bound))
-        return true;
-    const QList<QAction *> inside = window->findChildren<QAction *>();
-    return std::any_of(inside.cbegin(), inside.cend(), bound);
+        return KeyClaim::Engine;
+    QList<QAction *> actions = window->actions();
+    actions += window->findChildren<QAction *>();
+    KeyClaim claim = KeyClaim::Engine;
+    for (const QAction *action : std::as_const(actions)) {
+        if (!action->shortcuts().contains(keys))
+            continue;
+        if (enginesOwn && enginesOwn(action))
+            return KeyClaim::ApplicationThenEngine;
+        claim = KeyClaim::Application;
+    }
+    return claim;
 }
 
 } // namespace Vantry::Control

@@ -271,14 +271,22 @@ public:
 
     // Which keys belong to the editor and its host rather than to the engine's own key
     // bindings (on X11 the engine deletes to the end of the line on Ctrl+K). A claimed key
-    // goes to the application's shortcuts; when none takes it, it is dropped.
-    void setShortcutClaim(std::function<bool(const QKeySequence &)> claims)
+    // goes to the application's shortcuts first. When none takes it (its command is off),
+    // it is dropped with a beep, or, where the engine's binding does what the command would
+    // (the clipboard keys, undo and redo), the engine runs it.
+    enum class KeyClaim
+    {
+        Engine,
+        Application,
+        ApplicationThenEngine
+    };
+    void setShortcutClaim(std::function<KeyClaim(const QKeySequence &)> claims)
     {
         m_shortcutClaim = std::move(claims);
     }
-    bool claimsShortcut(const QKeySequence &keys) const
+    KeyClaim shortcutClaim(const QKeySequence &keys) const
     {
-        return m_shortcutClaim && m_shortcutClaim(keys);
+        return m_shortcutClaim ? m_shortcutClaim(keys) : KeyClaim::Engine;
     }
 
 Q_SIGNALS:
@@ -299,7 +307,7 @@ protected:
 
 private:
     QString m_lastError;
-    std::function<bool(const QKeySequence &)> m_shortcutClaim;
+    std::function<KeyClaim(const QKeySequence &)> m_shortcutClaim;
 };
 
 // The surface this build uses. It and its widget are children of parent, which owns them.

@@ -93,6 +93,8 @@ private Q_SLOTS:
     void pasteInsertsTheClipboard();
     void shortcutsComeBeforeTheEnginesKeys_data();
     void shortcutsComeBeforeTheEnginesKeys();
+    void clipboardAndUndoKeysWorkWhileTheirButtonIsOff_data();
+    void clipboardAndUndoKeysWorkWhileTheirButtonIsOff();
     void copyingAnElementSelectedWholeLeavesItsFrame();
     void tabMovesBetweenCells_data();
     void tabMovesBetweenCells();
@@ -724,6 +726,74 @@ void tst_Executor::shortcutsComeBeforeTheEnginesKeys()
     // Dialogs opened by the keys (find) go away with the test.
     for (QDialog *dialog : m_editor->findChildren<QDialog *>())
         dialog->close();
+}
+
+void tst_Executor::clipboardAndUndoKeysWorkWhileTheirButtonIsOff_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QKeyCombination>("keys");
+    // Whether the host allows the button; the document's state has it off either way.
+    QTest::addColumn<bool>("allowed");
+    QTest::addColumn<bool>("undoFirst");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QString>("clipboard");
+    const QString bold = QStringLiteral("<p>keep <b>every</b> word</p>");
+    const QString plain = QStringLiteral("<p>keep every word</p>");
+    const QString pasted = QStringLiteral("pasted");
+    QTest::newRow("Ctrl+C") << "Copy" << (Qt::CTRL | Qt::Key_C) << true << false << bold << "every";
+    QTest::newRow("Ctrl+X") << "Cut" << (Qt::CTRL | Qt::Key_X) << true << false
+                            << "<p>keep( |&nbsp;){1,2}word</p>"
+                            << "every";
+    QTest::newRow("Ctrl+V") << "Paste" << (Qt::CTRL | Qt::Key_V) << true << false
+                            << "<p>keep( |&nbsp;)(<b>)?pasted(</b>)?( |&nbsp;)word</p>" << pasted;
+    QTest::newRow("Ctrl+Z") << "UnDo" << (Qt::CTRL | Qt::Key_Z) << true << false << plain << pasted;
+    QTest::newRow("Ctrl+Y") << "ReDo" << (Qt::CTRL | Qt::Key_Y) << true << true << bold << pasted;
+    QTest::newRow("Ctrl+Shift+Z") << "ReDo" << (Qt::CTRL | Qt::SHIFT | Qt::Key_Z) << true << true
+                                  << bold << pasted;
+    // The host's own switch is no lagging state: the key stays with the button.
+    QTest::newRow("Ctrl+V switched off by the host")
+        << "Paste" << (Qt::CTRL | Qt::Key_V) << false << false << bold << pasted;
+}
+
+// The keys go the engine's own way when their button is off by the document's state (a
+// refresh that has not run yet leaves it so): they must not vanish.
+void tst_Executor::clipboardAndUndoKeysWorkWhileTheirButtonIsOff()
+{
+    QFETCH(QString, button);
+    QFETCH(QKeyCombination, keys);
+    QFETCH(bool, allowed);
+    QFETCH(bool, undoFirst);
+    QFETCH(QString, expected);
+    QFETCH(QString, clipboard);
+    load(QStringLiteral("<p>keep every word</p>"));
+    select(QStringLiteral("every"));
+    m_editor->Bold();
+    if (undoFirst)
+        m_editor->UnDo();
+    QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+    m_editor->SetButtonState(button, allowed);
+    QAction *action = m_editor->findChild<QAction *>(button);
+    QVERIFY(action);
+    QTRY_COMPARE(action->isEnabled(), allowed);
+    action->setEnabled(false);
+    QWidget *input = VantryTest::giveFocus(m_surface->widget());
+    QVERIFY(input);
+    QSignalSpy triggered(action, &QAction::triggered);
+
+    QTest::keyClick(input, keys.key(), keys.keyboardModifiers());
+    // Input is handled in order: once the next key is typed, the first has had its effect.
+    QTest::keyClick(input, Qt::Key_End);
+    QTest::keyClicks(input, QStringLiteral("!"));
+    QTRY_VERIFY(m_surface->bodyInnerText().endsWith(QLatin1Char('!')));
+
+    m_editor->SetButtonState(button, true);
+    QVERIFY(triggered.isEmpty());
+    QString html = body();
+    html.remove(QLatin1Char('!'));
+    QVERIFY2(
+        QRegularExpression(QLatin1Char('^') + expected + QLatin1Char('$')).match(html).hasMatch(),
+        qPrintable(html));
+    QCOMPARE(QGuiApplication::clipboard()->text(), clipboard);
 }
 
 // The frame drawn around an element selected whole is the editor's, not the element's:

@@ -2,6 +2,7 @@
 
 #include "platform/webengine/requestfilter.h"
 
+#include <QApplication>
 #include <QChildEvent>
 #include <QEventLoop>
 #include <QFile>
@@ -170,8 +171,8 @@ QWidget *WebEngineDesignSurface::widget() const
 
 // The render widget accepts the shortcut override of every key it has an editing binding
 // for, so that Qt's shortcuts never see those keys. The editor's own come first: their
-// override is left unaccepted, and a press that still arrives (its command is off) goes
-// nowhere rather than to the engine's binding.
+// override is left unaccepted. A press that still arrives found no shortcut on: it goes to
+// the engine when its binding does what the command would, else nowhere but to a beep.
 bool WebEngineDesignSurface::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_view) {
@@ -186,12 +187,19 @@ bool WebEngineDesignSurface::eventFilter(QObject *watched, QEvent *event)
         return false;
     auto *key = static_cast<QKeyEvent *>(event);
     const QKeySequence keys = shortcutKeys(key);
-    if (keys.isEmpty() || !claimsShortcut(keys))
+    if (keys.isEmpty())
         return false;
-    if (event->type() == QEvent::ShortcutOverride)
+    const KeyClaim claim = shortcutClaim(keys);
+    if (claim == KeyClaim::Engine)
+        return false;
+    if (event->type() == QEvent::ShortcutOverride) {
         key->ignore();
-    else
-        key->accept();
+        return true;
+    }
+    if (claim == KeyClaim::ApplicationThenEngine)
+        return false;
+    key->accept();
+    QApplication::beep();
     return true;
 }
 
