@@ -253,8 +253,7 @@
     function withHints(html) {
         if (!html.includes(INERT_REL))
             return html;
-        INERT_REL_VALUE.lastIndex = 0;
-        return html.replace(INERT_REL_VALUE, (all, hidden) =>
+        return html.replace(INERT_REL_VALUE, (match, hidden) =>
             ' rel="' + serialisedValue(decodeURIComponent(hidden)) + '"');
     }
 
