@@ -7,6 +7,8 @@
 #include "../common/enginetest.h"
 #include "../common/tinyhttpserver.h"
 
+#include "platform/scintilla/sourceeditor.h"
+
 #include <QElapsedTimer>
 #include <QImage>
 #include <QNetworkProxy>
@@ -44,6 +46,8 @@ private Q_SLOTS:
     void twentyMegabyteDocumentRoundTrips();
     void staleElementHandleFailsCleanly();
     void onlyWhatRenderingNeedsIsFetched();
+    void hintsAddedLaterFetchNothing_data();
+    void hintsAddedLaterFetchNothing();
     void nothingWaitsInsideANotificationDelivery();
 
 private:
@@ -54,6 +58,16 @@ private:
 };
 
 namespace {
+
+// Hints that would fetch as images, sheets or fonts do, written as the serialiser writes them.
+const QStringList hintLinks{
+    QStringLiteral("<link rel=\"preload\" as=\"image\" href=\"hint.png\">"),
+    QStringLiteral("<link rel=\"preload\" as=\"style\" href=\"hint.css\">"),
+    QStringLiteral("<link rel=\"preload\" as=\"font\" href=\"hint.woff2\" crossorigin=\"\">"),
+    QStringLiteral("<link as=\"fetch\" href=\"hint.json\" rel=\"Preload  &amp;\">"),
+    QStringLiteral("<link rel=\"prerender\" href=\"hint.html\">"),
+    QStringLiteral("<link rel=\"icon\" href=\"hint.ico\">"),
+};
 
 const QString fontDivision
     = QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
@@ -430,6 +444,7 @@ void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
     m_editor->setReturnFullDocument(true);
     load(QStringLiteral("<html><head>"
                         "<link rel=\"stylesheet\" href=\"style.css\">"
+                        "%2"
                         "<link rel=\"prefetch\" href=\"next.html\">"
                         "<link rel=\"preload\" as=\"script\" href=\"app.js\">"
                         "<link rel=\"modulepreload\" href=\"module.js\">"
@@ -437,7 +452,7 @@ void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
                         "<link rel=\"preconnect\" href=\"%1\">"
                         "<script src=\"inert.js\"></script>"
                         "</head><body><p>text</p><img src=\"shown.png\"></body></html>")
-             .arg(other));
+             .arg(other, hintLinks.join(QString())));
 
     QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/style.css"))
             && site.requests.contains(QStringLiteral("/shown.png")),
@@ -449,6 +464,74 @@ void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
     QCOMPARE(requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
     QCOMPARE(elsewhere.connections, 0);
     QCOMPARE(elsewhere.requests, QStringList());
+
+    // The hints are kept as written, on every way out.
+    auto *surface = surfaceOf(*m_editor);
+    const QString head = surface->innerHTML(surface->head());
+    const QString html = m_editor->GetHtmlSource();
+    for (const QString &link : hintLinks) {
+        QVERIFY2(html.contains(link), qPrintable(html));
+        QVERIFY2(head.contains(link), qPrintable(head));
+    }
+    const Platform::Element hint = surface->elementsByTagName(QStringLiteral("link")).value(1);
+    QCOMPARE(surface->outerHTML(hint), hintLinks.first());
+    QCOMPARE(surface->attribute(hint, QStringLiteral("rel")), QStringLiteral("preload"));
+}
+
+void tst_DesignSurface::hintsAddedLaterFetchNothing_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("InsertHTML") << QStringLiteral("insert");
+    QTest::newRow("inner HTML by handle") << QStringLiteral("inner");
+    QTest::newRow("attributes by handle") << QStringLiteral("attributes");
+    QTest::newRow("source view") << QStringLiteral("source");
+}
+
+// Markup added by editing is held to what rendering needs as a loaded document is; the image
+// beside the hint shows when the hint would have gone out.
+void tst_DesignSurface::hintsAddedLaterFetchNothing()
+{
+    QFETCH(QString, way);
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    VantryTest::TinyHttpServer site;
+    QVERIFY(site.start());
+    m_editor->setBaseURL(site.url(QStringLiteral("/")));
+    load(QStringLiteral("<p>one XX two</p>"));
+    auto *surface = surfaceOf(*m_editor);
+    const QString link = QStringLiteral("<link as=\"image\" rel=\"preload\" href=\"late.png\">");
+    const QString added
+        = QStringLiteral("<b>added</b>") + link + QStringLiteral("<img src=\"shown.png\">");
+
+    if (way == QLatin1String("source")) {
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        auto *source = m_editor->findChild<Platform::SourceEditor *>();
+        QVERIFY(source);
+        source->setText(source->text().replace(QStringLiteral("XX"), added));
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+    } else if (way == QLatin1String("attributes")) {
+        const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
+        const Platform::Element late = surface->createElement(QStringLiteral("link"));
+        surface->setAttribute(late, QStringLiteral("as"), QStringLiteral("image"));
+        surface->setAttribute(late, QStringLiteral("rel"), QStringLiteral("preload"));
+        surface->setAttribute(late, QStringLiteral("href"), QStringLiteral("late.png"));
+        const Platform::Element image = surface->createElement(QStringLiteral("img"));
+        surface->setAttribute(image, QStringLiteral("src"), QStringLiteral("shown.png"));
+        QVERIFY(surface->appendChild(p, late) && surface->appendChild(p, image));
+    } else if (way == QLatin1String("inner")) {
+        const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
+        QVERIFY(surface->setInnerHTML(p, QStringLiteral("one ") + added + QStringLiteral(" two")));
+    } else {
+        QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
+            {QStringLiteral("XX"), QStringLiteral("XX")})
+                    .toBool());
+        m_editor->InsertHTML(added);
+    }
+
+    QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/shown.png")), 10000);
+    QTest::qWait(300);
+    QCOMPARE(site.requests, QStringList{QStringLiteral("/shown.png")});
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY2(html.contains(link), qPrintable(html));
 }
 
 // While the channel delivers a notification the engine cannot answer: a call made then

@@ -172,6 +172,91 @@
             base.setAttribute('href', href);
     }
 
+    // ---- resource hints ---------------------------------------------------------------
+
+    // A link with one of these tokens fetches as soon as it is in the page, and the request
+    // looks like one for a real image, sheet or font, so no filter on the network side can
+    // tell it apart. Such links are kept in the page with the tokens hidden in an inert
+    // one (the whole value, encoded, behind a marker no document can carry), and every read
+    // path puts the value back. The other tokens stay, so a sheet that is also a hint still
+    // draws.
+    const HINT_TOKENS = new Set(['preload', 'prefetch', 'modulepreload', 'dns-prefetch',
+                                 'preconnect', 'prerender', 'compression-dictionary']);
+    const INERT_REL = 'vantry-inert-' + Math.random().toString(36).slice(2) + '-';
+    const INERT_REL_VALUE = new RegExp(' rel="' + INERT_REL + '([^"\\s]*)[^"]*"', 'g');
+    const LINK_START = /<link[\s>\/]/i;
+
+    function isLink(node) {
+        return node.nodeType === Node.ELEMENT_NODE && node.localName === 'link'
+               && node.namespaceURI === 'http://www.w3.org/1999/xhtml';
+    }
+
+    // The rel value to keep in the page for the one written.
+    function inertRel(value) {
+        if (value.startsWith(INERT_REL))
+            return value;
+        const tokens = value.split(/[\t\n\f\r ]+/).filter(t => t);
+        if (!tokens.some(t => HINT_TOKENS.has(t.toLowerCase())))
+            return value;
+        const kept = tokens.filter(t => !HINT_TOKENS.has(t.toLowerCase()));
+        return [INERT_REL + encodeURIComponent(value)].concat(kept).join(' ');
+    }
+
+    function writtenRel(value) {
+        const hidden = /^\S*/.exec(value)[0];
+        return hidden.startsWith(INERT_REL)
+                   ? decodeURIComponent(hidden.slice(INERT_REL.length)) : value;
+    }
+
+    // Hides the hints of the links in root, which must not be in the page yet; true when
+    // there were any.
+    function inertHints(root) {
+        let hidden = false;
+        for (const link of root.querySelectorAll('link[rel]')) {
+            if (!isLink(link))
+                continue;
+            const rel = link.getAttribute('rel');
+            const inert = inertRel(rel);
+            if (inert !== rel) {
+                link.setAttribute('rel', inert);
+                hidden = true;
+            }
+        }
+        return hidden;
+    }
+
+    // Markup to parse into the page under context: as given unless it has hints, then
+    // parsed apart the way the page would, with the hints hidden.
+    function inertMarkup(html, context) {
+        html = String(html);
+        if (!LINK_START.test(html))
+            return html;
+        // Whether the page is in quirks mode changes how the markup parses.
+        const doc = new DOMParser().parseFromString(
+            document.compatMode === 'BackCompat' ? '' : '<!DOCTYPE html>', 'text/html');
+        const holder = doc.createElementNS(context && context.namespaceURI
+                                               || 'http://www.w3.org/1999/xhtml',
+                                           context ? context.localName : 'body');
+        holder.innerHTML = html;
+        return inertHints(holder) ? holder.innerHTML : html;
+    }
+
+    // An attribute value as the serialiser writes it.
+    const probe = document.implementation.createHTMLDocument('').createElement('span');
+    function serialisedValue(value) {
+        probe.setAttribute('title', value);
+        const tag = probe.outerHTML;
+        return tag.slice('<span title="'.length, tag.length - '"></span>'.length);
+    }
+
+    // Markup read from the page with the hints as they were written.
+    function withHints(html) {
+        if (!html.includes(INERT_REL))
+            return html;
+        return html.replace(INERT_REL_VALUE, (match, hidden) =>
+            ' rel="' + serialisedValue(decodeURIComponent(hidden)) + '"');
+    }
+
     // ---- loading ----------------------------------------------------------------------
 
     // The default-font division the editor puts around every text it loads.
@@ -253,8 +338,10 @@
         const parsed = new DOMParser().parseFromString(withoutEditorBase(text), 'text/html');
         if (wrapper !== null)
             wrapBody(parsed, wrapper);
-        // Before the content reaches the page, so that nothing loads from the wrong place.
+        // Before the content reaches the page, so that nothing loads from the wrong place
+        // and nothing loads that drawing does not need.
         applyBase(parsed);
+        inertHints(parsed);
         install(parsed);
         afterLoad();
         return true;
@@ -328,7 +415,7 @@
             else if (node.nodeType === Node.COMMENT_NODE)
                 out += commentText(node.data);
         }
-        return out;
+        return withHints(out);
     }
 
     // The parser keeps an XML declaration as a comment; it goes back out as it came in.
@@ -469,7 +556,7 @@
         ping: () => generation,
         load: text => load(text),
         documentHTML: () => documentHTML(),
-        bodyInnerHTML: () => (document.body ? document.body.innerHTML : ''),
+        bodyInnerHTML: () => (document.body ? withHints(document.body.innerHTML) : ''),
         // The text as a reader sees it, from the text model rather than the layout: blocks
         // the engine skips while they are far from view have no rendered text.
         bodyInnerText: () => {
@@ -482,7 +569,7 @@
         setBodyInnerHTML: html => {
             if (!document.body)
                 throw new Error('The document has no body');
-            document.body.innerHTML = html;
+            document.body.innerHTML = inertMarkup(html, document.body);
             afterContentReplaced();
             return true;
         },
@@ -491,7 +578,7 @@
         editBodyInnerHTML: html => {
             if (!document.body)
                 throw new Error('The document has no body');
-            document.body.innerHTML = html;
+            document.body.innerHTML = inertMarkup(html, document.body);
             return true;
         },
         title: () => document.title,
@@ -510,15 +597,21 @@
         },
         tagName: h => nodeFor(h).tagName,
         attribute: (h, name) => {
-            const value = nodeFor(h).getAttribute(name);
-            return value === null ? '' : value;
+            const node = nodeFor(h);
+            const value = node.getAttribute(name);
+            if (value === null)
+                return '';
+            return isLink(node) && String(name).toLowerCase() === 'rel' ? writtenRel(value)
+                                                                         : value;
         },
         hasAttribute: (h, name) => nodeFor(h).hasAttribute(name),
         setAttribute: (h, name, value) => {
-            nodeFor(h).setAttribute(name, value);
+            const node = nodeFor(h);
+            const rel = isLink(node) && String(name).toLowerCase() === 'rel';
+            node.setAttribute(name, rel ? inertRel(String(value)) : value);
             return true;
         },
-        outerHTML: h => nodeFor(h).outerHTML,
+        outerHTML: h => withHints(nodeFor(h).outerHTML),
         // Text as given, line ends included: markup would be parsed, and the parser turns
         // CR LF into LF.
         setText: (h, text) => {
@@ -701,6 +794,9 @@
         scheduleDisplayChanged: () => scheduleDisplayChanged(true),
         display: display,
         EDITOR_LAYER_ATTR: EDITOR_LAYER_ATTR,
+        inertHints: inertHints,
+        inertMarkup: inertMarkup,
+        withHints: withHints,
     };
 
     function connect() {

@@ -1602,7 +1602,7 @@
             const r = textRangeFor(h);
             const holder = document.createElement('div');
             holder.appendChild(r.cloneContents());
-            return holder.innerHTML;
+            return V.withHints(holder.innerHTML);
         },
         // Puts parsed markup in place of the range; the range ends up after it.
         rangePasteHTML: (h, html) => {
@@ -1610,6 +1610,7 @@
             const template = document.createElement('template');
             template.innerHTML = String(html);
             const content = template.content;
+            V.inertHints(content);
             const last = content.lastChild;
             deleteContents(r);
             if (last) {
@@ -1687,16 +1688,17 @@
                 out.push([V.handleFor(n), n.tagName]);
             return out;
         },
-        innerHTML: h => V.nodeFor(h).innerHTML,
+        innerHTML: h => V.withHints(V.nodeFor(h).innerHTML),
         setInnerHTML: (h, html) => {
-            V.nodeFor(h).innerHTML = String(html);
+            const el = V.nodeFor(h);
+            el.innerHTML = V.inertMarkup(html, el);
             return true;
         },
         setOuterHTML: (h, html) => {
             const el = V.nodeFor(h);
             if (!el.parentNode)
                 throw new Error('The element is not in the document');
-            el.outerHTML = String(html);
+            el.outerHTML = V.inertMarkup(html, el.parentElement);
             return true;
         },
         removeAttribute: (h, name) => {

@@ -7,7 +7,8 @@ namespace Vantry::Platform {
 // Lets through only what drawing the edited document needs. Hints that only speed up
 // browsing (prefetch, preload and modulepreload of scripts) would fetch from servers the
 // user never asked for, and scripts, workers, pings and reports have no place in an editor
-// whose documents never run.
+// whose documents never run. Preloads of images, sheets and fonts look like the real
+// requests here; the adapter keeps their links inert instead.
 class RequestFilter : public QWebEngineUrlRequestInterceptor
 {
     Q_OBJECT

@@ -387,7 +387,7 @@
         for (let r = 0; r < rows; ++r)
             html += '<tr>' + ('<td' + cellAttrs + '></td>').repeat(cols) + '</tr>';
         html += '</tbody></table>';
-        return document.execCommand('insertHTML', false, html);
+        return document.execCommand('insertHTML', false, V.inertMarkup(html));
     }
 
     const inCell = () => (V.editing() && currentCell() ? ENABLED : DISABLED);
