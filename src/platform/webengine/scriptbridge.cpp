@@ -20,6 +20,17 @@ struct PendingCall
     QEventLoop *loop = nullptr;
 };
 
+ScriptBridge::Result resultOf(const QString &operation, const QVariant &value)
+{
+    const QVariantMap answer = value.toMap();
+    if (answer.contains(QStringLiteral("e")))
+        return {false, {}, answer.value(QStringLiteral("e")).toString()};
+    if (!answer.contains(QStringLiteral("r")))
+        return {
+            false, {}, QStringLiteral("The editing surface gave no answer to %1").arg(operation)};
+    return {true, answer.value(QStringLiteral("r")), {}};
+}
+
 } // namespace
 
 ScriptBridge::ScriptBridge(QWebEnginePage *page, quint32 worldId)
@@ -79,14 +90,19 @@ ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariant
     if (!pending->done)
         return {false, {},
             QStringLiteral("The editing surface did not answer %1 in time").arg(operation)};
+    return resultOf(operation, pending->value);
+}
 
-    const QVariantMap answer = pending->value.toMap();
-    if (answer.contains(QStringLiteral("e")))
-        return {false, {}, answer.value(QStringLiteral("e")).toString()};
-    if (!answer.contains(QStringLiteral("r")))
-        return {
-            false, {}, QStringLiteral("The editing surface gave no answer to %1").arg(operation)};
-    return {true, answer.value(QStringLiteral("r")), {}};
+void ScriptBridge::callLater(const QString &operation, const QVariantList &arguments,
+    const QVariantList &released, std::function<void(const Result &)> done) const
+{
+    if (!m_page) {
+        done({false, {}, QStringLiteral("No page")});
+        return;
+    }
+    m_page->runJavaScript(script(operation, arguments, released), m_worldId,
+        [operation, done = std::move(done)](
+            const QVariant &value) { done(resultOf(operation, value)); });
 }
 
 } // namespace Vantry::Platform
