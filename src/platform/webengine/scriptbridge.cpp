@@ -100,9 +100,17 @@ void ScriptBridge::callLater(const QString &operation, const QVariantList &argum
         done({false, {}, QStringLiteral("No page")});
         return;
     }
+    // The engine runs the callback inside its own task, where nothing could wait for another
+    // answer; done runs from the event loop instead, as if it were a notification.
+    const QPointer<QWebEnginePage> page(m_page);
     m_page->runJavaScript(script(operation, arguments, released), m_worldId,
-        [operation, done = std::move(done)](
-            const QVariant &value) { done(resultOf(operation, value)); });
+        [page, operation, done = std::move(done)](const QVariant &value) {
+            if (!page)
+                return;
+            QMetaObject::invokeMethod(
+                page, [done, result = resultOf(operation, value)] { done(result); },
+                Qt::QueuedConnection);
+        });
 }
 
 } // namespace Vantry::Platform

@@ -33,7 +33,7 @@ public:
         const QVariantList &released = {}) const;
 
     // The same call without waiting: done runs with the result when the answer comes, from
-    // the event loop. Never called when the page goes away first.
+    // the event loop. Never runs when the page goes away first.
     void callLater(const QString &operation, const QVariantList &arguments,
         const QVariantList &released, std::function<void(const Result &)> done) const;
 
