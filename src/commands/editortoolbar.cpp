@@ -184,4 +184,9 @@ void EditorToolbar::refresh()
     m_selection->refresh();
 }
 
+void EditorToolbar::requestRefresh()
+{
+    m_selection->requestRefresh();
+}
+
 } // namespace Vantry::Commands

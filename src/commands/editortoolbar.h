@@ -84,8 +84,10 @@ public:
     // The design commands do nothing while the source view shows, and look it; back in
     // the design view the document's state and the host's permissions decide again.
     void followView(bool designView);
-    // The design surface's display changed.
+    // Brings the buttons up to date now.
     void refresh();
+    // The design surface's display changed: the buttons follow once the surface answers.
+    void requestRefresh();
 
     // Whether action is a button the host allows whose keys the engine's own bindings run
     // just as the button would: the clipboard buttons, and undo and redo, whose keys the

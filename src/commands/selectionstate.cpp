@@ -7,6 +7,7 @@
 #include "platform/designsurface.h"
 
 #include <QAction>
+#include <QPointer>
 
 namespace Vantry::Commands {
 
@@ -44,6 +45,23 @@ StatusSnapshot SurfaceStatusSource::queryStatus(const QList<int> &commandIds)
     return snapshot;
 }
 
+void SurfaceStatusSource::requestStatus(
+    const QList<int> &commandIds, std::function<void(const StatusSnapshot &)> done)
+{
+    m_surface.requestStatus(commandIds,
+        [done = std::move(done)](
+            bool answered, const QHash<int, int> &states, const QHash<int, QVariant> &values) {
+            StatusSnapshot snapshot;
+            snapshot.states = states;
+            snapshot.answered = answered;
+            if (answered) {
+                snapshot.fontName = values.value(DesignCommand::GetFontName).toString();
+                snapshot.fontSize = values.value(DesignCommand::GetFontSize).toInt();
+            }
+            done(snapshot);
+        });
+}
+
 SelectionState::SelectionState(ToolbarModel &model, ToolbarButtons &buttons, FontControls &fonts,
     std::function<bool()> designViewActive, QObject *parent)
     : QObject(parent)
@@ -72,8 +90,28 @@ void SelectionState::refresh()
 {
     if (m_designViewActive && !m_designViewActive())
         return;
+    ++m_refreshes;
     // One round trip for the whole toolbar; a refresh runs on every caret move.
-    const StatusSnapshot snapshot = m_source->queryStatus(queriedCommands());
+    apply(m_source->queryStatus(queriedCommands()));
+}
+
+void SelectionState::requestRefresh()
+{
+    if (m_designViewActive && !m_designViewActive())
+        return;
+    const quint64 ticket = ++m_refreshes;
+    const QPointer<SelectionState> self(this);
+    m_source->requestStatus(queriedCommands(), [self, ticket](const StatusSnapshot &snapshot) {
+        if (!self || ticket != self->m_refreshes)
+            return;
+        if (self->m_designViewActive && !self->m_designViewActive())
+            return;
+        self->apply(snapshot);
+    });
+}
+
+void SelectionState::apply(const StatusSnapshot &snapshot)
+{
     for (const ToolbarModel::StateEntry &entry : ToolbarModel::stateEntries())
         refreshButton(QString(entry.key), entry.statusCommand, snapshot);
     refreshFont(snapshot);

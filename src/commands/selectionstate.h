@@ -37,6 +37,13 @@ class CommandStatusSource
 public:
     virtual ~CommandStatusSource() = default;
     virtual StatusSnapshot queryStatus(const QList<int> &commandIds) = 0;
+    // The same question without waiting; done runs once with the answer, at once by
+    // default.
+    virtual void requestStatus(
+        const QList<int> &commandIds, std::function<void(const StatusSnapshot &)> done)
+    {
+        done(queryStatus(commandIds));
+    }
 
     // The state of one command; not supported when the surface cannot say.
     int commandState(int commandId);
@@ -54,6 +61,8 @@ public:
     { }
 
     StatusSnapshot queryStatus(const QList<int> &commandIds) override;
+    void requestStatus(
+        const QList<int> &commandIds, std::function<void(const StatusSnapshot &)> done) override;
 
 private:
     Platform::DesignSurface &m_surface;
@@ -77,6 +86,10 @@ public:
     static QList<int> queriedCommands();
 
     void refresh();
+    // A refresh that asks without waiting and brings the toolbar up to date when the answer
+    // comes: the way to follow the document's notifications. A later refresh supersedes an
+    // answer still on its way.
+    void requestRefresh();
 
 Q_SIGNALS:
     // Once per tracked button in list order, then for "FontName" and "FontSize".
@@ -87,12 +100,14 @@ Q_SIGNALS:
 private:
     void refreshButton(const QString &key, int statusCommand, const StatusSnapshot &snapshot);
     void refreshFont(const StatusSnapshot &snapshot);
+    void apply(const StatusSnapshot &snapshot);
 
     ToolbarModel &m_model;
     ToolbarButtons &m_buttons;
     FontControls &m_fonts;
     std::function<bool()> m_designViewActive;
     CommandStatusSource *m_source;
+    quint64 m_refreshes = 0;
 };
 
 } // namespace Vantry::Commands

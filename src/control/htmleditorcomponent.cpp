@@ -253,7 +253,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
 
     using Platform::DesignSurface;
     QObject::connect(
-        surface, &DesignSurface::displayChanged, q, [this] { toolbarControls->refresh(); });
+        surface, &DesignSurface::displayChanged, q, [this] { toolbarControls->requestRefresh(); });
     QObject::connect(
         surface, &DesignSurface::documentComplete, q, [this] { onDocumentComplete(); });
     QObject::connect(surface, &DesignSurface::keyDown, q, [this] {

@@ -47,6 +47,13 @@ QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds, QHash<i
     return status;
 }
 
+void DesignSurface::requestStatus(const QList<int> &commandIds, StatusAnswer done)
+{
+    QHash<int, QVariant> values;
+    const QHash<int, int> states = queryStatus(commandIds, &values);
+    done(!lastCallFailed(), states, values);
+}
+
 QVariant Element::toVariant() const
 {
     if (isNull())

@@ -261,6 +261,13 @@ public:
     virtual QHash<int, int> queryStatus(
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr);
     int commandStatus(int commandId) { return queryStatus(QList<int>{commandId}).value(commandId); }
+    // The same question, values included, without waiting for the answer: work that follows
+    // the document's own notifications asks this way, since the engine may hold answers
+    // back while anything waits for one. done runs once, with answered false when the
+    // surface could not say; at once where the surface answers without the engine.
+    using StatusAnswer = std::function<void(
+        bool answered, const QHash<int, int> &states, const QHash<int, QVariant> &values)>;
+    virtual void requestStatus(const QList<int> &commandIds, StatusAnswer done);
 
     // Editing aids drawn only while editing, never saved: "borders" (tables without a
     // border drawn dashed), "details" (marks for invisible elements) and "snapToGrid".

@@ -38,6 +38,21 @@ public:
         return snapshot;
     }
 
+    // Held until answerLater() when deferring, as an engine that answers later would.
+    void requestStatus(
+        const QList<int> &commandIds, std::function<void(const StatusSnapshot &)> done) override
+    {
+        if (!deferring) {
+            done(queryStatus(commandIds));
+            return;
+        }
+        held.append([this, commandIds, done] { done(queryStatus(commandIds)); });
+    }
+
+    void answerLater(qsizetype index) { held.at(index)(); }
+
+    bool deferring = false;
+    QList<std::function<void()>> held;
     bool answered = true;
     int fallback = Enabled;
     QHash<int, int> states;
@@ -80,6 +95,7 @@ private Q_SLOTS:
     void buttonsWithoutCommandFollowThePermission();
     void zOrderKeepsItsState();
     void unansweredQueryLeavesCommandButtons();
+    void onlyTheLatestRefreshIsApplied();
     void fontState_data();
     void fontState();
 
@@ -274,6 +290,40 @@ void tst_SelectionState::unansweredQueryLeavesCommandButtons()
     // Only the buttons that need no answer are reported.
     QCOMPARE(events.size(), 8);
     QCOMPARE(texts.size(), 0);
+}
+
+// A refresh that follows the document's notifications does not wait: its answer comes later
+// and applies only while it is the latest and the design view still shows.
+void tst_SelectionState::onlyTheLatestRefreshIsApplied()
+{
+    m_status.deferring = true;
+    QAction *bold = button(QStringLiteral("Bold"));
+    m_status.states.insert(DesignCommand::Bold, Latched);
+    m_toolbar->requestRefresh();
+    m_status.states.insert(DesignCommand::Bold, Disabled);
+    m_toolbar->requestRefresh();
+    QCOMPARE(m_status.held.size(), 2);
+    QVERIFY(!bold->isChecked());
+
+    m_status.states.insert(DesignCommand::Bold, Latched);
+    m_status.answerLater(0);
+    QVERIFY(!bold->isChecked());
+    m_status.answerLater(1);
+    QVERIFY(bold->isChecked());
+
+    // A refresh made now supersedes one still on its way.
+    m_toolbar->requestRefresh();
+    m_status.states.insert(DesignCommand::Bold, Enabled);
+    m_toolbar->refresh();
+    QVERIFY(!bold->isChecked());
+    m_status.states.insert(DesignCommand::Bold, Latched);
+    m_status.answerLater(2);
+    QVERIFY(!bold->isChecked());
+
+    m_toolbar->requestRefresh();
+    m_design = false;
+    m_status.answerLater(3);
+    QVERIFY(!bold->isChecked());
 }
 
 void tst_SelectionState::fontState_data()

@@ -9,12 +9,14 @@
 
 #include "platform/scintilla/sourceeditor.h"
 
+#include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QNetworkProxy>
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QUrl>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
@@ -49,6 +51,7 @@ private Q_SLOTS:
     void hintsAddedLaterFetchNothing_data();
     void hintsAddedLaterFetchNothing();
     void nothingWaitsInsideANotificationDelivery();
+    void displayChangesUpdateTheToolbarWithoutWaiting();
 
 private:
     void load(const QString &html);
@@ -569,6 +572,48 @@ void tst_DesignSurface::nothingWaitsInsideANotificationDelivery()
     QVERIFY2(took < 2000, qPrintable(QStringLiteral("waited %1 ms").arg(took)));
     QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
     disconnect(m_editor.get(), nullptr, this, nullptr);
+}
+
+// On a real display the engine may hold its answers back while a local loop waits for one,
+// right after the document takes the focus: a refresh that waited froze the window for the
+// whole bound. The toolbar follows the selection without any loop waiting, and a host that
+// reads the document from the state signal gets its answer at once.
+void tst_DesignSurface::displayChangesUpdateTheToolbarWithoutWaiting()
+{
+    load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
+    bool boldPressed = false;
+    bool reading = false;
+    qint64 readTook = -1;
+    connect(m_editor.get(), &HTMLEditorComponent::CurrentSelectionStateChange, this,
+        [&](QString &key, bool &, bool &pressed) {
+            if (key != QLatin1String("Bold"))
+                return;
+            boldPressed = pressed;
+            if (readTook >= 0)
+                return;
+            QElapsedTimer clock;
+            clock.start();
+            reading = true;
+            QVERIFY(m_editor->GetHtmlSource().contains(QLatin1String("ipsum")));
+            reading = false;
+            readTook = clock.elapsed();
+        });
+    QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
+        {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
+                .toBool());
+
+    int deepestWait = 0;
+    // The host's own read waits, as every read does; nothing else may.
+    const auto watch = connect(QAbstractEventDispatcher::instance(),
+        &QAbstractEventDispatcher::aboutToBlock, this, [&deepestWait, &reading] {
+            if (!reading)
+                deepestWait = std::max(deepestWait, QThread::currentThread()->loopLevel());
+        });
+    QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
+    disconnect(watch);
+    disconnect(m_editor.get(), nullptr, this, nullptr);
+    QCOMPARE(deepestWait, 0);
+    QVERIFY2(readTook >= 0 && readTook < 2000, qPrintable(QString::number(readTook)));
 }
 
 QTEST_MAIN(tst_DesignSurface)

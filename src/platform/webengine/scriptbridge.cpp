@@ -20,6 +20,17 @@ struct PendingCall
     QEventLoop *loop = nullptr;
 };
 
+ScriptBridge::Result resultOf(const QString &operation, const QVariant &value)
+{
+    const QVariantMap answer = value.toMap();
+    if (answer.contains(QStringLiteral("e")))
+        return {false, {}, answer.value(QStringLiteral("e")).toString()};
+    if (!answer.contains(QStringLiteral("r")))
+        return {
+            false, {}, QStringLiteral("The editing surface gave no answer to %1").arg(operation)};
+    return {true, answer.value(QStringLiteral("r")), {}};
+}
+
 } // namespace
 
 ScriptBridge::ScriptBridge(QWebEnginePage *page, quint32 worldId)
@@ -79,14 +90,27 @@ ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariant
     if (!pending->done)
         return {false, {},
             QStringLiteral("The editing surface did not answer %1 in time").arg(operation)};
+    return resultOf(operation, pending->value);
+}
 
-    const QVariantMap answer = pending->value.toMap();
-    if (answer.contains(QStringLiteral("e")))
-        return {false, {}, answer.value(QStringLiteral("e")).toString()};
-    if (!answer.contains(QStringLiteral("r")))
-        return {
-            false, {}, QStringLiteral("The editing surface gave no answer to %1").arg(operation)};
-    return {true, answer.value(QStringLiteral("r")), {}};
+void ScriptBridge::callLater(const QString &operation, const QVariantList &arguments,
+    const QVariantList &released, std::function<void(const Result &)> done) const
+{
+    if (!m_page) {
+        done({false, {}, QStringLiteral("No page")});
+        return;
+    }
+    // The engine runs the callback inside its own task, where nothing could wait for another
+    // answer; done runs from the event loop instead, as if it were a notification.
+    const QPointer<QWebEnginePage> page(m_page);
+    m_page->runJavaScript(script(operation, arguments, released), m_worldId,
+        [page, operation, done = std::move(done)](const QVariant &value) {
+            if (!page)
+                return;
+            QMetaObject::invokeMethod(
+                page, [done, result = resultOf(operation, value)] { done(result); },
+                Qt::QueuedConnection);
+        });
 }
 
 } // namespace Vantry::Platform

@@ -5,6 +5,7 @@
 #include <QVariantList>
 
 #include <chrono>
+#include <functional>
 
 class QWebEnginePage;
 
@@ -30,6 +31,11 @@ public:
     Result call(const QString &operation, const QVariantList &arguments = {},
         std::chrono::milliseconds timeout = defaultTimeout,
         const QVariantList &released = {}) const;
+
+    // The same call without waiting: done runs with the result when the answer comes, from
+    // the event loop. Never runs when the page goes away first.
+    void callLater(const QString &operation, const QVariantList &arguments,
+        const QVariantList &released, std::function<void(const Result &)> done) const;
 
     // Builds the script text for one call: the arguments travel as a JSON literal.
     static QString script(

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QPoint>
+#include <QPointer>
 #include <QTimer>
 #include <QUrl>
 #include <QWebChannel>
@@ -839,25 +840,16 @@ bool WebEngineDesignSurface::execCommand(
     return answer.ok;
 }
 
-QHash<int, int> WebEngineDesignSurface::queryStatus(
-    const QList<int> &commandIds, QHash<int, QVariant> *values)
+namespace {
+
+// Reads the adapter's status answer; false when it does not match the question.
+bool readStatus(const QVariant &value, const QList<int> &commandIds, QHash<int, int> &status,
+    QHash<int, QVariant> *values)
 {
-    QHash<int, int> status;
-    QVariantList ids;
-    ids.reserve(commandIds.size());
-    for (int id : commandIds) {
-        ids.append(id);
-        status.insert(id, StatusNotSupported);
-    }
-    const QVariantMap answer
-        = callValue(QStringLiteral("commandStatus"), QVariantList{QVariant(ids), values != nullptr})
-              .toMap();
+    const QVariantMap answer = value.toMap();
     const QVariantList states = answer.value(QStringLiteral("states")).toList();
-    if (states.size() != commandIds.size()) {
-        if (!lastCallFailed())
-            setLastError(QStringLiteral("The status answer does not match the question"));
-        return status;
-    }
+    if (states.size() != commandIds.size())
+        return false;
     for (qsizetype i = 0; i < commandIds.size(); ++i)
         status.insert(commandIds.at(i), states.at(i).toInt());
     if (values) {
@@ -865,7 +857,60 @@ QHash<int, int> WebEngineDesignSurface::queryStatus(
         for (auto it = read.cbegin(); it != read.cend(); ++it)
             values->insert(it.key().toInt(), it.value());
     }
+    return true;
+}
+
+QHash<int, int> unsupported(const QList<int> &commandIds)
+{
+    QHash<int, int> status;
+    for (int id : commandIds)
+        status.insert(id, DesignSurface::StatusNotSupported);
     return status;
+}
+
+QVariantList idList(const QList<int> &commandIds)
+{
+    QVariantList ids;
+    ids.reserve(commandIds.size());
+    for (int id : commandIds)
+        ids.append(id);
+    return ids;
+}
+
+const QString statusMismatch = QStringLiteral("The status answer does not match the question");
+
+} // namespace
+
+QHash<int, int> WebEngineDesignSurface::queryStatus(
+    const QList<int> &commandIds, QHash<int, QVariant> *values)
+{
+    QHash<int, int> status = unsupported(commandIds);
+    const ScriptBridge::Result answer = call(QStringLiteral("commandStatus"),
+        QVariantList{QVariant(idList(commandIds)), values != nullptr});
+    if (answer.ok && !readStatus(answer.value, commandIds, status, values))
+        setLastError(statusMismatch);
+    return status;
+}
+
+void WebEngineDesignSurface::requestStatus(const QList<int> &commandIds, StatusAnswer done)
+{
+    if (!m_ready) {
+        done(false, unsupported(commandIds), {});
+        return;
+    }
+    QVariantList released;
+    released.swap(*m_releasedRanges);
+    const QPointer<WebEngineDesignSurface> self(this);
+    m_bridge->callLater(QStringLiteral("commandStatus"), {QVariant(idList(commandIds)), true},
+        released, [self, commandIds, done = std::move(done)](const ScriptBridge::Result &answer) {
+            if (!self)
+                return;
+            QHash<int, int> status = unsupported(commandIds);
+            QHash<int, QVariant> values;
+            const bool answered
+                = answer.ok && readStatus(answer.value, commandIds, status, &values);
+            done(answered, status, values);
+        });
 }
 
 bool WebEngineDesignSurface::findNext(const QString &text, const SearchOptions &options)

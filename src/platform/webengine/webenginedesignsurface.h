@@ -106,6 +106,7 @@ public:
     bool findNext(const QString &text, const SearchOptions &options) override;
     QHash<int, int> queryStatus(
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr) override;
+    void requestStatus(const QList<int> &commandIds, StatusAnswer done) override;
 
     // Display switches of the editing view; what they draw never reaches the markup.
     bool setElementText(const Element &element, const QString &text) override;
