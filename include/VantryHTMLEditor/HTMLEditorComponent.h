@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VantryHTMLEditor/CompanionObjects.h>
+#include <VantryHTMLEditor/EditorDialogs.h>
 #include <VantryHTMLEditor/HTMLElement.h>
 #include <VantryHTMLEditor/PropertyBag.h>
 #include <VantryHTMLEditor/UserPrompts.h>
@@ -238,6 +239,10 @@ public:
     // previous ones (null goes back to the default WidgetPrompts). Not while a prompt shows.
     void setUserPrompts(std::unique_ptr<UserPrompts> prompts);
     UserPrompts &userPrompts() const;
+    // The table, image, link, page, style, element, spelling and upload dialogs go through
+    // these; null goes back to the default WidgetDialogs. Not while a dialog shows.
+    void setEditorDialogs(std::unique_ptr<EditorDialogs> dialogs);
+    EditorDialogs &editorDialogs() const;
 
     // The selection and markup. The element under the selection is the selected element,
     // or the one around the selected text or caret.

@@ -10,6 +10,7 @@
 #include <optional>
 
 namespace Vantry {
+class EditorDialogs;
 class UserPrompts;
 } // namespace Vantry
 
@@ -100,6 +101,7 @@ public:
         std::function<bool()> designViewActive;
         std::function<void()> markDirty;
         std::function<Platform::UserPrompts &()> prompts;
+        std::function<EditorDialogs &()> dialogs;
         // The toolbar button with this key; ignored when there is none.
         std::function<void(const QString &key, bool pressed)> setButtonPressed;
         std::function<void(const QString &key, const QString &toolTip)> setButtonToolTip;

@@ -86,6 +86,7 @@ public:
     std::unique_ptr<ContentExchange> exchange;
     std::unique_ptr<Control::SourceView> sourceView;
     std::unique_ptr<Platform::UserPrompts> prompts;
+    std::unique_ptr<EditorDialogs> dialogs;
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Text::FindReplace> finder;
@@ -158,6 +159,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     sourceView->setUp(settings.ApplicationDirectoryPath);
 
     prompts = std::make_unique<Platform::WidgetPrompts>(q);
+    dialogs = std::make_unique<WidgetDialogs>(q);
     Commands::SelectionAccess::Hooks selectionHooks;
     selectionHooks.isReady = [this] { return exchange->isDocumentReady(); };
     selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
@@ -177,6 +179,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     };
     executorHooks.markDirty = [q] { q->setisDirty(true); };
     executorHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
+    executorHooks.dialogs = [this]() -> EditorDialogs & { return *dialogs; };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
             button->setCheckable(true);
@@ -541,6 +544,16 @@ void HTMLEditorComponent::setUserPrompts(std::unique_ptr<UserPrompts> prompts)
 UserPrompts &HTMLEditorComponent::userPrompts() const
 {
     return *d->prompts;
+}
+
+void HTMLEditorComponent::setEditorDialogs(std::unique_ptr<EditorDialogs> dialogs)
+{
+    d->dialogs = dialogs ? std::move(dialogs) : std::make_unique<WidgetDialogs>(this);
+}
+
+EditorDialogs &HTMLEditorComponent::editorDialogs() const
+{
+    return *d->dialogs;
 }
 
 HTMLElement HTMLEditorComponent::GetSelectedElementObject()
