@@ -76,6 +76,13 @@ constexpr std::array<CommandEntry, 57> commandTable{{
     {P::CellProperties, 0, 0},
 }};
 
+// The rows are indexed by number; these pin the names to them.
+static_assert(commandTable[std::size_t(Command::Bold)].platformCommand == C::Bold);
+static_assert(
+    commandTable[std::size_t(Command::SendBelowText)].platformCommand == C::SendBelowText);
+static_assert(commandTable[std::size_t(Command::SpellCheck)].action == P::SpellCheck);
+static_assert(commandTable[std::size_t(Command::CellProperties)].action == P::CellProperties);
+
 struct KeyCommand
 {
     const char *key;
