@@ -76,52 +76,60 @@ constexpr std::array<CommandEntry, 57> commandTable{{
     {P::CellProperties, 0, 0},
 }};
 
-struct KeyNumber
+// The rows are indexed by number; these pin the names to them.
+static_assert(commandTable[std::size_t(Command::Bold)].platformCommand == C::Bold);
+static_assert(
+    commandTable[std::size_t(Command::SendBelowText)].platformCommand == C::SendBelowText);
+static_assert(commandTable[std::size_t(Command::SpellCheck)].action == P::SpellCheck);
+static_assert(commandTable[std::size_t(Command::CellProperties)].action == P::CellProperties);
+
+struct KeyCommand
 {
     const char *key;
-    int number;
+    Command command;
 };
 
 // Matched in this order; "uploadimage" is lower case because that is the button's key.
-constexpr std::array<KeyNumber, 38> keyTable{{
-    {"Bold", 1},
-    {"Italic", 2},
-    {"Underline", 3},
-    {"Numbers", 4},
-    {"Bullets", 5},
-    {"LeftAlign", 8},
-    {"CenterAlign", 9},
-    {"RightAlign", 10},
-    {"ForeColor", 11},
-    {"BackColor", 12},
-    {"Outdent", 6},
-    {"Indent", 7},
-    {"Hyperlink", 13},
-    {"uploadimage", 14},
-    {"InsertImage", 15},
-    {"Cut", 16},
-    {"Copy", 17},
-    {"Paste", 18},
-    {"UnDo", 19},
-    {"ReDo", 20},
-    {"Border", 21},
-    {"Details", 22},
-    {"Absolute", 23},
-    {"Lock", 24},
-    {"ZOrder", 25},
-    {"SnapToGrid", 26},
-    {"SpellCheck", 46},
-    {"InsertTable", 27},
-    {"InsertRow", 28},
-    {"DeleteRow", 29},
-    {"InsertColumn", 30},
-    {"DeleteColumn", 31},
-    {"InsertCell", 32},
-    {"DeleteCell", 33},
-    {"MergeCells", 34},
-    {"SplitCells", 35},
-    {"PageProperties", 50},
-    {"InsertFlash", 53},
+using enum Command;
+constexpr std::array<KeyCommand, 38> keyTable{{
+    {"Bold", Bold},
+    {"Italic", Italic},
+    {"Underline", Underline},
+    {"Numbers", NumberBullets},
+    {"Bullets", Bullets},
+    {"LeftAlign", LeftAlign},
+    {"CenterAlign", CenterAlign},
+    {"RightAlign", RightAlign},
+    {"ForeColor", ForeColor},
+    {"BackColor", BackColor},
+    {"Outdent", Outdent},
+    {"Indent", Indent},
+    {"Hyperlink", Hyperlink},
+    {"uploadimage", UploadImage},
+    {"InsertImage", InsertImage},
+    {"Cut", Cut},
+    {"Copy", Copy},
+    {"Paste", Paste},
+    {"UnDo", UnDo},
+    {"ReDo", ReDo},
+    {"Border", Border},
+    {"Details", Details},
+    {"Absolute", AbsolutePosition},
+    {"Lock", LockElement},
+    {"ZOrder", ZOrder},
+    {"SnapToGrid", SnapToGrid},
+    {"SpellCheck", SpellCheck},
+    {"InsertTable", InsertTable},
+    {"InsertRow", InsertRow},
+    {"DeleteRow", DeleteRow},
+    {"InsertColumn", InsertColumn},
+    {"DeleteColumn", DeleteColumn},
+    {"InsertCell", InsertCell},
+    {"DeleteCell", DeleteCell},
+    {"MergeCells", MergeCells},
+    {"SplitCells", SplitCells},
+    {"PageProperties", PageProperties},
+    {"InsertFlash", InsertFlash},
 }};
 
 QString quoted(QLatin1String name, const QString &value)
@@ -149,18 +157,19 @@ int boundedCount(double count, int maximum)
 
 } // namespace
 
-CommandEntry commandEntry(int number)
+CommandEntry commandEntry(Command command)
 {
+    const int number = static_cast<int>(command);
     if (number < 0 || number >= static_cast<int>(commandTable.size()))
         return {};
     return commandTable[static_cast<std::size_t>(number)];
 }
 
-std::optional<int> toolbarKeyNumber(QStringView key)
+std::optional<Command> toolbarKeyCommand(QStringView key)
 {
-    for (const KeyNumber &entry : keyTable) {
+    for (const KeyCommand &entry : keyTable) {
         if (key == QLatin1String(entry.key))
-            return entry.number;
+            return entry.command;
     }
     return std::nullopt;
 }
@@ -168,7 +177,7 @@ std::optional<int> toolbarKeyNumber(QStringView key)
 QList<QString> toolbarKeys()
 {
     QList<QString> keys;
-    for (const KeyNumber &entry : keyTable)
+    for (const KeyCommand &entry : keyTable)
         keys.append(QLatin1String(entry.key));
     return keys;
 }
@@ -181,14 +190,14 @@ QString absolutePositionToolTip(int makeAbsoluteStatus)
         : QStringLiteral("Set Position Attribute To Absolute");
 }
 
-QString lastTablePartMessage(int number)
+QString lastTablePartMessage(Command command)
 {
-    switch (number) {
-    case 29:
+    switch (command) {
+    case Command::DeleteRow:
         return QStringLiteral("Unable to remove the last table row.");
-    case 31:
+    case Command::DeleteColumn:
         return QStringLiteral("Unable to remove the last table column.");
-    case 33:
+    case Command::DeleteCell:
         return QStringLiteral("Unable to remove the last table cell.");
     default:
         return {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/command.h"
 #include "commands/commandsink.h"
 
 #include <QList>
@@ -11,7 +12,7 @@
 
 namespace Vantry::Commands {
 
-// What a command number does.
+// What a command does.
 enum class CommandAction
 {
     Inert,
@@ -43,11 +44,11 @@ struct CommandEntry
     int option = 0;
 };
 
-// The entry of a command number (1 to 56); anything outside is inert.
-CommandEntry commandEntry(int number);
+// The entry of a command; numbers outside 1 to 56 are inert.
+CommandEntry commandEntry(Command command);
 
-// The command number of a toolbar button key, compared case-sensitively.
-std::optional<int> toolbarKeyNumber(QStringView key);
+// The command of a toolbar button key, compared case-sensitively.
+std::optional<Command> toolbarKeyCommand(QStringView key);
 
 // The toolbar keys in the order they are matched.
 QList<QString> toolbarKeys();
@@ -55,8 +56,9 @@ QList<QString> toolbarKeys();
 // The tooltip of the "Absolute" button after a toggle, naming what the next click does.
 QString absolutePositionToolTip(int makeAbsoluteStatus);
 
-// The refusal of a guarded deletion (29, 31, 33); empty for other numbers.
-QString lastTablePartMessage(int number);
+// The refusal of a guarded deletion (DeleteRow, DeleteColumn, DeleteCell); empty for other
+// commands.
+QString lastTablePartMessage(Command command);
 
 // The arguments of the table-from-arguments commands, as passed by the host.
 struct TableArguments

@@ -15,9 +15,9 @@ using Menu = clsContextMenu::em_ContextMenu;
 
 namespace {
 
-ContextMenuEntry command(const char *caption, int number)
+ContextMenuEntry command(const char *caption, Command which)
 {
-    return {Kind::Command, QLatin1String(caption), number, {}};
+    return {Kind::Command, QLatin1String(caption), which, {}};
 }
 
 } // namespace
@@ -35,25 +35,32 @@ QList<ContextMenuEntry> contextMenuEntries(
     };
     const Group groups[] = {
         {Menu::cm_StandardMenus, true,
-            {command("Cut", 16), command("Copy", 17), command("Paste", 18),
-                command("Select All", 37), command("Font...", 36)}},
+            {command("Cut", Command::Cut), command("Copy", Command::Copy),
+                command("Paste", Command::Paste), command("Select All", Command::SelectAll),
+                command("Font...", Command::Font)}},
         {Menu::cm_AbsolutePosMenus, positioning,
-            {command(context.position.absolute ? "Make 1D" : "Make 2D", 23)}},
+            {command(
+                context.position.absolute ? "Make 1D" : "Make 2D", Command::AbsolutePosition)}},
         {Menu::cm_TableCellMenus, context.cell && !image,
-            {command("Insert Row", 28), command("Insert Column", 30), command("Delete Row", 29),
-                command("Delete Column", 31), command("Table Cell Properties", 56)}},
-        {Menu::cm_TableMenus, context.table && !image, {command("Table Properties", 55)}},
-        {Menu::cm_ImageMenus, image, {command("Image Properties", 15)}},
-        {Menu::cm_HyperlinkMenus, context.hyperlink, {command("Link Properties", 13)}},
-        {Menu::cm_BodyMenus, context.body, {command("Page Properties", 50)}},
+            {command("Insert Row", Command::InsertRow),
+                command("Insert Column", Command::InsertColumn),
+                command("Delete Row", Command::DeleteRow),
+                command("Delete Column", Command::DeleteColumn),
+                command("Table Cell Properties", Command::CellProperties)}},
+        {Menu::cm_TableMenus, context.table && !image,
+            {command("Table Properties", Command::TableProperties)}},
+        {Menu::cm_ImageMenus, image, {command("Image Properties", Command::InsertImage)}},
+        {Menu::cm_HyperlinkMenus, context.hyperlink,
+            {command("Link Properties", Command::Hyperlink)}},
+        {Menu::cm_BodyMenus, context.body, {command("Page Properties", Command::PageProperties)}},
         {Menu::cm_ElementPropertiesMenus, true,
-            {{Kind::ElementProperties, QStringLiteral("Element Properties"), 0, {}}}},
+            {{Kind::ElementProperties, QStringLiteral("Element Properties"), {}, {}}}},
     };
 
     QList<ContextMenuEntry> entries;
     const auto separate = [&entries] {
         if (!entries.isEmpty() && entries.constLast().kind != Kind::Separator)
-            entries.append({Kind::Separator, QStringLiteral("spacer"), 0, {}});
+            entries.append({Kind::Separator, QStringLiteral("spacer"), {}, {}});
     };
     for (const Group &group : groups) {
         if (!group.applies || !settings.isBuiltinContextMenuItemShown(group.menu))
@@ -67,9 +74,9 @@ QList<ContextMenuEntry> contextMenuEntries(
     for (const clsContextMenu::CustomItem &item : custom) {
         // The host asks for a separator with the key "Spacer".
         if (item.key == QLatin1String("Spacer"))
-            entries.append({Kind::Separator, QStringLiteral("spacer"), 0, {}});
+            entries.append({Kind::Separator, QStringLiteral("spacer"), {}, {}});
         else
-            entries.append({Kind::Custom, item.text, 0, item.key});
+            entries.append({Kind::Custom, item.text, {}, item.key});
     }
     return entries;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/command.h"
 #include "commands/positioning.h"
 
 #include <QList>
@@ -44,7 +45,7 @@ struct ContextMenuEntry
     };
     Kind kind = Kind::Separator;
     QString caption;
-    int command = 0;
+    Command command{};
     QString customKey;
 
     bool operator==(const ContextMenuEntry &) const = default;
@@ -64,7 +65,7 @@ public:
         std::function<bool()> designViewActive;
         std::function<bool()> disabled;
         std::function<clsContextMenu &()> settings;
-        std::function<void(int number)> execute;
+        std::function<void(Command command)> execute;
         std::function<void()> elementProperties;
         std::function<void(const QString &key)> customClicked;
     };

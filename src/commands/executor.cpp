@@ -93,18 +93,18 @@ void Executor::executeKey(const QString &key)
 {
     if (!m_hooks.designViewActive())
         return;
-    if (const std::optional<int> number = toolbarKeyNumber(key))
-        executeCommand(*number);
+    if (const std::optional<Command> command = toolbarKeyCommand(key))
+        executeCommand(*command);
 }
 
-void Executor::executeCommand(int number)
+void Executor::executeCommand(Command command)
 {
     if (!m_hooks.designViewActive())
         return;
-    const CommandEntry entry = commandEntry(number);
+    const CommandEntry entry = commandEntry(command);
     if (entry.action == CommandAction::Inert)
         return;
-    if (dispatch(number, entry))
+    if (dispatch(command, entry))
         m_hooks.markDirty();
 }
 
@@ -121,13 +121,13 @@ bool Executor::execute(int commandId, const QVariant &argument)
 void Executor::insertTableFromArguments(const TableArguments &table, bool appendToBody)
 {
     m_table = table;
-    executeCommand(appendToBody ? 54 : 48);
+    executeCommand(appendToBody ? Command::TableFromArgumentsToBody : Command::TableFromArguments);
 }
 
 void Executor::insertImageFromArguments(ImageArguments &image)
 {
     m_image = image;
-    executeCommand(47);
+    executeCommand(Command::ImageFromArguments);
     image = m_image;
 }
 
@@ -151,7 +151,7 @@ bool Executor::displaySwitch(DisplaySwitch which) const
     return m_switches[static_cast<int>(which)];
 }
 
-bool Executor::dispatch(int number, const CommandEntry &entry)
+bool Executor::dispatch(Command command, const CommandEntry &entry)
 {
     switch (entry.action) {
     case CommandAction::Inert:
@@ -182,7 +182,7 @@ bool Executor::dispatch(int number, const CommandEntry &entry)
             && m_surface.execCommand(entry.platformCommand, entry.option, parameters);
     }
     case CommandAction::GuardedDelete:
-        return deleteTablePart(m_surface, m_selection, m_references, prompts(), number)
+        return deleteTablePart(m_surface, m_selection, m_references, prompts(), command)
             == TableEdit::Done;
     case CommandAction::SpellCheck: {
         const QString body = m_surface.bodyInnerHTML();

@@ -89,7 +89,7 @@ enum class DisplaySwitch
 // The surface's name for a display switch.
 QString displaySwitchName(DisplaySwitch which);
 
-// Carries out the editing commands by number, whether they come from a toolbar button, a
+// Carries out the editing commands, whether they come from a toolbar button, a
 // context-menu entry or a public method. Nothing runs while the source view shows; every
 // command that completes marks the document dirty, and one the surface refuses ends
 // quietly without the mark.
@@ -121,7 +121,7 @@ public:
     // A design command run directly (the font boxes use this), under the same rules.
     bool execute(int commandId, const QVariant &argument = {}) override;
 
-    void executeCommand(int number);
+    void executeCommand(Command command);
     // A toolbar button's key; unknown keys do nothing.
     void executeKey(const QString &key);
 
@@ -137,7 +137,7 @@ public:
     DialogLauncher &dialogs() const { return *m_dialogs; }
 
 private:
-    bool dispatch(int number, const CommandEntry &entry);
+    bool dispatch(Command command, const CommandEntry &entry);
     bool pickColor(const CommandEntry &entry);
     bool promptedCommand(int designCommand);
     bool toggle(DisplaySwitch which, const QString &buttonKey);

@@ -6,14 +6,14 @@
 
 namespace Vantry::Commands {
 
-bool deletionKeepsTablePart(int number, const Platform::TableParts &parts)
+bool deletionKeepsTablePart(Command command, const Platform::TableParts &parts)
 {
-    switch (number) {
-    case 29:
+    switch (command) {
+    case Command::DeleteRow:
         return parts.rows > 1 && parts.selectedRows < parts.rows;
-    case 31:
+    case Command::DeleteColumn:
         return parts.cells > 1 && parts.selectedColumns < parts.columns;
-    case 33:
+    case Command::DeleteCell:
         return parts.cells > 1 && parts.selectedCells < parts.cells;
     default:
         return false;
@@ -21,9 +21,9 @@ bool deletionKeepsTablePart(int number, const Platform::TableParts &parts)
 }
 
 TableEdit deleteTablePart(Platform::DesignSurface &surface, SelectionAccess &selection,
-    const DocumentReferences &references, Platform::UserPrompts &prompts, int number)
+    const DocumentReferences &references, Platform::UserPrompts &prompts, Command command)
 {
-    const CommandEntry entry = commandEntry(number);
+    const CommandEntry entry = commandEntry(command);
     if (entry.action != CommandAction::GuardedDelete)
         return TableEdit::Failed;
     if (!selection.findSelectedTable())
@@ -31,8 +31,8 @@ TableEdit deleteTablePart(Platform::DesignSurface &surface, SelectionAccess &sel
     const Platform::TableParts parts = surface.tableParts(references.found);
     if (surface.lastCallFailed())
         return TableEdit::Failed;
-    if (!deletionKeepsTablePart(number, parts)) {
-        prompts.information(lastTablePartMessage(number));
+    if (!deletionKeepsTablePart(command, parts)) {
+        prompts.information(lastTablePartMessage(command));
         return TableEdit::Refused;
     }
     return surface.execCommand(entry.platformCommand, entry.option) ? TableEdit::Done

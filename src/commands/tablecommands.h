@@ -26,15 +26,15 @@ enum class TableEdit
     Failed
 };
 
-// Whether deleting rows (29), columns (31) or cells (33) at the selection leaves the table
-// at least one of them. A one-cell table keeps its last column and cell as the command
-// numbers have always counted them, over the whole table's cells.
-bool deletionKeepsTablePart(int number, const Platform::TableParts &parts);
+// Whether deleting rows, columns or cells (DeleteRow, DeleteColumn, DeleteCell) at the selection
+// leaves the table at least one of them. A one-cell table keeps its last column and cell as the
+// command numbers have always counted them, over the whole table's cells.
+bool deletionKeepsTablePart(Command command, const Platform::TableParts &parts);
 
-// Deletes a row (29), column (31) or cell (33) around the selection, refusing with the
+// Deletes a row, column or cell around the selection, refusing with the
 // matching message to take the last one.
 TableEdit deleteTablePart(Platform::DesignSurface &surface, SelectionAccess &selection,
-    const DocumentReferences &references, Platform::UserPrompts &prompts, int number);
+    const DocumentReferences &references, Platform::UserPrompts &prompts, Command command);
 
 // Pastes the table over the selection.
 bool insertTableAtSelection(Platform::DesignSurface &surface, const TableArguments &table);

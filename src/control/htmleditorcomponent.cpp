@@ -1,479 +1,31 @@
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 
+#include "control/htmleditorcomponent_p.h"
+
 #include "commands/commandtables.h"
-#include "commands/contextmenus.h"
 #include "commands/editortoolbar.h"
 #include "commands/executor.h"
 #include "commands/fontcontrols.h"
 #include "commands/htmlelement.h"
 #include "commands/selectionaccess.h"
-#include "commands/selectionstate.h"
-#include "commands/toolbarbuilder.h"
 #include "control/contentexchange.h"
 #include "control/documentfields.h"
-#include "control/editorlayout.h"
 #include "control/fileoperations.h"
-#include "control/focustracker.h"
-#include "control/settings.h"
-#include "control/shortcuts.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
-#include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
-#include "platform/scintilla/sourceeditor.h"
-#include "text/designsearch.h"
 #include "text/findreplace.h"
 #include "text/printing.h"
 #include "text/scriptinjection.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QHash>
 #include <QResizeEvent>
-#include <QScreen>
-#include <QTabBar>
-#include <QToolBar>
+
+#include <type_traits>
 
 namespace Vantry {
 
-using Control::ContentExchange;
-using Control::PropertyInfo;
-
-namespace {
-
-// Height of a toolbar row, in twips; the toolbar model keeps where each row sits.
-constexpr int rowHeightInTwips = 420;
-
-bool isNone(const QString &display)
-{
-    return display.compare(QLatin1String("none"), Qt::CaseInsensitive) == 0;
-}
-
-} // namespace
-
-class HTMLEditorComponent::Private
-{
-public:
-    explicit Private(HTMLEditorComponent *q);
-    ~Private();
-
-    void assign(const QString &name, const QVariant &value);
-    void applySideEffect(const QString &name);
-    void layout();
-    void applyToolbarDisplay();
-    void applyTabStripDisplay();
-    void applyEnabled();
-    bool insertTableByName(const QVariantMap &arguments, bool second);
-    void onDocumentComplete();
-    void onFocusChanged(QWidget *now);
-    void onDocumentEdited();
-    void raiseMouse(void (HTMLEditorComponent::*signal)(qint16 &, qint16 &, float &, float &),
-        int button, int shift, double x, double y);
-    template <typename T> T *companion(QPointer<T> &slot) const;
-    void attachStyle(clsStyle *style);
-    void showFindDialog();
-
-    HTMLEditorComponent *q;
-    Control::Settings settings;
-    std::array<QToolBar *, 3> rows{};
-    // Kept here: a hidden row is given no height, and on some platforms the toolbar's own
-    // layout drops the minimum that setFixedHeight set, so its height would stay 0.
-    int rowHeight = 0;
-    QWidget *tabPanel = nullptr;
-    QTabBar *tabs = nullptr;
-    QWidget *editPanel = nullptr;
-    Platform::DesignSurface *surface = nullptr; // owned by editPanel
-    std::unique_ptr<ContentExchange> exchange;
-    std::unique_ptr<Control::SourceView> sourceView;
-    std::unique_ptr<Platform::UserPrompts> prompts;
-    std::unique_ptr<EditorDialogs> dialogs;
-    Commands::DocumentReferences references;
-    std::unique_ptr<Commands::SelectionAccess> selection;
-    std::unique_ptr<Text::FindReplace> finder;
-    std::unique_ptr<Text::ScriptInjection> scriptInjection;
-    std::unique_ptr<Text::Printing> printing;
-    std::unique_ptr<Commands::Executor> executor;
-    std::unique_ptr<Commands::ContextMenus> menus;
-    std::unique_ptr<Control::FileOperations> files;
-    Control::FocusTracker focus;
-    std::unique_ptr<Commands::CommandStatusSource> commandStatus;
-    std::unique_ptr<Commands::EditorToolbar> toolbarControls;
-    bool firstCompletionHandled = false;
-    QMetaObject::Connection focusConnection;
-    std::unique_ptr<Text::DesignSearch> designSearch;
-    QPointer<Platform::FindReplaceDialog> findDialog;
-
-    mutable QPointer<clsContextMenu> contextMenu;
-    mutable QPointer<clsToolbar> toolbar;
-    mutable QPointer<clsStyle> styleSheet;
-    mutable QPointer<clsDocumentProperties> documentProperties;
-};
-
-HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
-    : q(q)
-{
-    const qreal dpi = q->logicalDpiY();
-    rowHeight = Control::twipsToPixels(rowHeightInTwips, dpi);
-    const char *rowNames[] = {"StandardToolbar", "FormattingToolbar", "TableEditingToolbar"};
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        rows[i] = new QToolBar(q);
-        rows[i]->setObjectName(QLatin1String(rowNames[i]));
-        rows[i]->setMovable(false);
-        rows[i]->setFloatable(false);
-        rows[i]->setFixedHeight(rowHeight);
-    }
-
-    tabPanel = new QWidget(q);
-    tabPanel->setObjectName(QStringLiteral("picTabs"));
-    tabs = new QTabBar(tabPanel);
-    tabs->setObjectName(QStringLiteral("TabStrip1"));
-    tabs->addTab(QStringLiteral("Design"));
-    tabs->addTab(QStringLiteral("Source"));
-    tabs->setDrawBase(false);
-    tabs->setExpanding(false);
-
-    editPanel = new QWidget(q);
-    editPanel->setObjectName(QStringLiteral("picDHTMLEdit"));
-    surface = Platform::createDesignSurface(editPanel);
-    surface->widget()->setObjectName(QStringLiteral("DHTMLEdit1"));
-
-    ContentExchange::Hooks hooks;
-    hooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
-    hooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
-    hooks.ensureDesignView = [this] { sourceView->switchBackToDesign(); };
-    hooks.sourceViewText = [this]() -> std::optional<QString> {
-        if (sourceView->isDesignViewActive())
-            return std::nullopt;
-        return sourceView->editor()->text();
-    };
-    exchange = std::make_unique<ContentExchange>(settings, *surface, std::move(hooks));
-
-    Control::SourceView::Hooks viewHooks;
-    viewHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
-    viewHooks.setEnabledFlag = [this](bool enabled) { exchange->setEnabled(enabled); };
-    viewHooks.styleSheetLinks = [q] { return q->StyleSheet()->LoadStylesSource(); };
-    viewHooks.refreshToolbarStates = [this] { toolbarControls->refresh(); };
-    viewHooks.setFocusTarget = [q](QWidget *target) { q->setFocusProxy(target); };
-    sourceView = std::make_unique<Control::SourceView>(
-        settings, *surface, editPanel, tabs, std::move(viewHooks));
-    sourceView->setUp(settings.ApplicationDirectoryPath);
-
-    prompts = std::make_unique<Platform::WidgetPrompts>(q);
-    dialogs = std::make_unique<WidgetDialogs>(q);
-    Commands::SelectionAccess::Hooks selectionHooks;
-    selectionHooks.isReady = [this] { return exchange->isDocumentReady(); };
-    selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
-    selection = std::make_unique<Commands::SelectionAccess>(
-        *surface, references, std::move(selectionHooks));
-    finder = std::make_unique<Text::FindReplace>(*surface, references);
-    scriptInjection = std::make_unique<Text::ScriptInjection>(*surface, *selection, references);
-    printing = std::make_unique<Text::Printing>(
-        *surface, [this]() -> Platform::UserPrompts & { return *prompts; });
-    Commands::Executor::Hooks executorHooks;
-    executorHooks.designViewActive = [q] { return q->DesignViewActive(); };
-    executorHooks.displaySwitch = [this](Commands::DisplaySwitch which) {
-        return surface->displaySwitch(Commands::displaySwitchName(which));
-    };
-    executorHooks.setDisplaySwitch = [this](Commands::DisplaySwitch which, bool on) {
-        return surface->setDisplaySwitch(Commands::displaySwitchName(which), on);
-    };
-    executorHooks.markDirty = [q] { q->setisDirty(true); };
-    executorHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
-    executorHooks.dialogs = [this]() -> EditorDialogs & { return *dialogs; };
-    executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
-        if (QAction *button = toolbarControls->buttons().button(key)) {
-            button->setCheckable(true);
-            button->setChecked(pressed);
-        }
-    };
-    executorHooks.setButtonToolTip = [this](const QString &key, const QString &toolTip) {
-        if (QAction *button = toolbarControls->buttons().button(key))
-            button->setToolTip(toolTip);
-    };
-    designSearch = std::make_unique<Text::DesignSearch>(*surface);
-    // Ctrl+F in the design view; the source editor has its own.
-    auto *findAction = new QAction(QStringLiteral("Find..."), surface->widget());
-    findAction->setShortcut(QKeySequence::Find);
-    findAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    surface->widget()->addAction(findAction);
-    surface->setShortcutClaim([this, q](const QKeySequence &keys) {
-        return Control::shortcutClaim(q->window(), keys, [this](const QAction *action) {
-            return toolbarControls && toolbarControls->enginesKeysDoTheSame(action);
-        });
-    });
-    QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
-    executorHooks.showFindDialog = [this] { showFindDialog(); };
-    executor = std::make_unique<Commands::Executor>(
-        *surface, *selection, references, std::move(executorHooks));
-    Commands::ContextMenus::Hooks menuHooks;
-    menuHooks.designViewActive = [q] { return q->DesignViewActive(); };
-    menuHooks.disabled = [this] { return settings.DisableContextMenus; };
-    menuHooks.settings = [q]() -> clsContextMenu & { return *q->ContextMenu(); };
-    menuHooks.execute = [this](int number) { executor->executeCommand(number); };
-    menuHooks.elementProperties = [this] { executor->dialogs().elementProperties(); };
-    menuHooks.customClicked = [q](const QString &key) {
-        QString sCustomMenuKey = key;
-        Q_EMIT q->CustomContextMenuClick(sCustomMenuKey);
-    };
-    menus = std::make_unique<Commands::ContextMenus>(*surface, *selection, std::move(menuHooks));
-    Control::FileOperations::Hooks fileHooks;
-    fileHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
-    fileHooks.setDirty = [q](bool dirty) { q->setisDirty(dirty); };
-    fileHooks.refreshSelectionState = [this] { toolbarControls->refresh(); };
-    fileHooks.settle = [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); };
-    fileHooks.focusDocument = [this] { sourceView->focusDocument(); };
-    files = std::make_unique<Control::FileOperations>(
-        settings, *exchange, *surface, std::move(fileHooks));
-
-    Commands::EditorToolbar::Hooks toolbarHooks;
-    toolbarHooks.isDocumentReady = [this] { return exchange->isDocumentReady(); };
-    toolbarHooks.designViewActive = [q] { return q->DesignViewActive(); };
-    toolbarHooks.focusDocument = [this] { surface->focusDocument(); };
-    toolbarControls = std::make_unique<Commands::EditorToolbar>(rows, q, std::move(toolbarHooks));
-    commandStatus = std::make_unique<Commands::SurfaceStatusSource>(*surface);
-    toolbarControls->setStatusSource(commandStatus.get());
-    toolbarControls->setCommandSink(executor.get());
-    toolbarControls->attach(companion(toolbar));
-    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::buttonClicked, q,
-        [this](const QString &key) { executor->executeKey(key); });
-    QObject::connect(
-        toolbarControls.get(), &Commands::EditorToolbar::rowsChanged, q, [this] { layout(); });
-    QObject::connect(sourceView.get(), &Control::SourceView::viewChanged, q,
-        [this](Control::SourceView::View view) {
-            toolbarControls->followView(view == Control::SourceView::View::Design);
-        });
-    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionStateChanged, q,
-        [q](const QString &key, bool enabled, bool selected) {
-            QString sCommandName = key;
-            Q_EMIT q->CurrentSelectionStateChange(sCommandName, enabled, selected);
-        });
-    QObject::connect(toolbarControls.get(), &Commands::EditorToolbar::selectionTextChanged, q,
-        [q](const QString &key, const QString &value) {
-            QString sCommandName = key;
-            QString sValue = value;
-            Q_EMIT q->CurrentSelectionStateChangeText(sCommandName, sValue);
-        });
-
-    using Platform::DesignSurface;
-    QObject::connect(
-        surface, &DesignSurface::displayChanged, q, [this] { toolbarControls->requestRefresh(); });
-    QObject::connect(
-        surface, &DesignSurface::documentComplete, q, [this] { onDocumentComplete(); });
-    QObject::connect(surface, &DesignSurface::keyDown, q, [this] {
-        Q_EMIT this->q->HTMLChanged();
-        if (!focus.hasFocus())
-            surface->focusDocument();
-    });
-    // Content changes, not key presses (a caret move is no edit), make the document dirty.
-    QObject::connect(surface, &DesignSurface::contentChanged, q, [this] { onDocumentEdited(); });
-    QObject::connect(
-        sourceView->editor(), &Platform::SourceEditor::edited, q, [this] { onDocumentEdited(); });
-    QObject::connect(
-        surface, &DesignSurface::mouseDown, q, [this](int b, int s, double x, double y) {
-            raiseMouse(&HTMLEditorComponent::MouseDown, b, s, x, y);
-        });
-    QObject::connect(
-        surface, &DesignSurface::mouseMove, q, [this](int b, int s, double x, double y) {
-            raiseMouse(&HTMLEditorComponent::MouseMove, b, s, x, y);
-        });
-    QObject::connect(surface, &DesignSurface::mouseUp, q, [this](int b, int s, double x, double y) {
-        raiseMouse(&HTMLEditorComponent::MouseUp, b, s, x, y);
-    });
-    QObject::connect(surface, &DesignSurface::contextMenuRequested, q,
-        [this](const QPoint &position) { menus->popup(surface->widget(), position); });
-    QObject::connect(surface, &DesignSurface::clicked, q, [this] {
-        if (focus.hasFocus())
-            surface->focusDocument();
-    });
-    focusConnection = QObject::connect(qApp, &QApplication::focusChanged, q,
-        [this](QWidget *, QWidget *now) { onFocusChanged(now); });
-}
-
-// The design view's find dialog is modeless and kept once made; it starts from the
-// selected text when there is a short one.
-void HTMLEditorComponent::Private::showFindDialog()
-{
-    if (!findDialog)
-        findDialog = new Platform::FindReplaceDialog(*designSearch, q);
-    const QString selected = surface->rangeText(surface->selectionRange());
-    if (!surface->lastCallFailed() && !selected.isEmpty() && selected.size() < 100
-        && !selected.contains(QLatin1Char('\n')))
-        findDialog->setFindText(selected);
-    findDialog->setReplaceMode(false);
-    findDialog->show();
-    findDialog->raise();
-    findDialog->activateWindow();
-}
-
-HTMLEditorComponent::Private::~Private()
-{
-    // The widgets outlive this object by a moment (QWidget's destructor deletes them and
-    // moves the focus); nothing may call back into it meanwhile.
-    QObject::disconnect(focusConnection);
-    QObject::disconnect(surface, nullptr, q, nullptr);
-}
-
-template <typename T> T *HTMLEditorComponent::Private::companion(QPointer<T> &slot) const
-{
-    if (!slot)
-        slot = new T(q);
-    return slot;
-}
-
-void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
-{
-    if (style)
-        style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
-}
-
-void HTMLEditorComponent::Private::raiseMouse(
-    void (HTMLEditorComponent::*signal)(qint16 &, qint16 &, float &, float &), int button,
-    int shift, double x, double y)
-{
-    qint16 b = static_cast<qint16>(button);
-    qint16 s = static_cast<qint16>(shift);
-    float fx = static_cast<float>(x);
-    float fy = static_cast<float>(y);
-    Q_EMIT(q->*signal)(b, s, fx, fy);
-}
-
-void HTMLEditorComponent::Private::onFocusChanged(QWidget *now)
-{
-    const bool inside = now && (now == q || q->isAncestorOf(now));
-    if (inside && focus.enter())
-        Q_EMIT q->EnterFocus();
-    else if (!inside && focus.leave())
-        Q_EMIT q->ExitFocus();
-}
-
-void HTMLEditorComponent::Private::onDocumentEdited()
-{
-    Q_EMIT q->HTMLChanged();
-    if (!settings.isDirty)
-        q->setisDirty(true);
-}
-
-void HTMLEditorComponent::Private::onDocumentComplete()
-{
-    if (!exchange->isDocumentReady()) {
-        exchange->setDocumentReady();
-        if (!firstCompletionHandled) {
-            firstCompletionHandled = true;
-            surface->useElementFormatting();
-            // Properties read from a bag ran no side effects; the surface still needs the
-            // base address for relative images.
-            if (!settings.BaseURL.isEmpty())
-                surface->setBaseUrl(settings.BaseURL);
-            layout();
-            // Replays a load the host asked for before the surface was ready; the host
-            // heard of that assignment when it made it.
-            if (exchange->isLoadPending()) {
-                if (!settings.SetHtmlSource.isEmpty())
-                    exchange->load(settings.SetHtmlSource);
-                if (!settings.DefaultFontColor.isEmpty())
-                    q->setDefaultFontColor(settings.DefaultFontColor);
-                if (!settings.DefaultFontName.isEmpty())
-                    q->setDefaultFontName(settings.DefaultFontName);
-                if (!settings.DefaultFontSize.isEmpty())
-                    q->setDefaultFontSize(settings.DefaultFontSize);
-            }
-        }
-    }
-    Q_EMIT q->DocumentLoaded();
-}
-
-void HTMLEditorComponent::Private::assign(const QString &name, const QVariant &value)
-{
-    const PropertyInfo *info = Control::findProperty(name);
-    if (!info)
-        return;
-    info->set(settings, value);
-    if (!info->announcedName.isEmpty())
-        Q_EMIT q->PropertyChanged(QString(info->announcedName));
-    applySideEffect(name);
-}
-
-void HTMLEditorComponent::Private::applySideEffect(const QString &name)
-{
-    if (name == QLatin1String("SetDisplayHeight") || name == QLatin1String("SetDisplayWidth")) {
-        layout();
-    } else if (name == QLatin1String("ScrollTop")) {
-        // Historically this property moves the page sideways; hosts rely on it.
-        surface->setScrollLeft(settings.ScrollTop);
-    } else if (name == QLatin1String("ScrollLeft")) {
-        surface->setScrollLeft(settings.ScrollLeft);
-    } else if (name == QLatin1String("SetHtmlSource")) {
-        // The field holds the text as assigned; the load stores the transformed text.
-        exchange->load(settings.SetHtmlSource);
-    } else if (name == QLatin1String("BaseURL")) {
-        surface->setBaseUrl(settings.BaseURL);
-    } else if (name == QLatin1String("ReturnFullDocument")) {
-        toolbarControls->setButtonState(
-            QStringLiteral("PageProperties"), settings.ReturnFullDocument);
-    } else if (name == QLatin1String("Enabled")) {
-        applyEnabled();
-    } else if (name == QLatin1String("ToolbarDisplay")) {
-        applyToolbarDisplay();
-    } else if (name == QLatin1String("TabStripDisplay")) {
-        applyTabStripDisplay();
-    } else if (name == QLatin1String("PageTitle")) {
-        Control::DocumentFields::setPageTitle(*surface, settings.PageTitle);
-    } else if (name == QLatin1String("KeyWords")) {
-        Control::DocumentFields::setKeyWords(*surface, settings.KeyWords);
-    } else if (name == QLatin1String("ScrollBars")) {
-        surface->setScrollBarsVisible(settings.ScrollBars);
-    }
-}
-
-void HTMLEditorComponent::Private::applyEnabled()
-{
-    const bool enabled = settings.Enabled;
-    surface->setEditable(enabled);
-    sourceView->setEditorEnabled(enabled);
-    exchange->setEnabled(enabled);
-    for (QToolBar *row : rows)
-        row->setEnabled(enabled);
-}
-
-void HTMLEditorComponent::Private::applyToolbarDisplay()
-{
-    const bool hide = isNone(settings.ToolbarDisplay);
-    for (int i : {1, 2, 0})
-        rows[i]->setVisible(!hide);
-    layout();
-}
-
-void HTMLEditorComponent::Private::applyTabStripDisplay()
-{
-    const bool hide = isNone(settings.TabStripDisplay);
-    tabPanel->setVisible(!hide);
-    tabs->setVisible(!hide);
-    layout();
-}
-
-void HTMLEditorComponent::Private::layout()
-{
-    Control::LayoutInput input;
-    input.size = q->size();
-    // The host may reorder the rows and hide single ones.
-    const std::array<QToolBar *, 3> ordered = toolbarControls->rowsTopToBottom();
-    for (std::size_t i = 0; i < ordered.size(); ++i)
-        input.rowHeights[i] = ordered[i]->isHidden() ? 0 : rowHeight;
-    input.toolbarsVisible = !isNone(settings.ToolbarDisplay);
-    input.tabStripVisible = !isNone(settings.TabStripDisplay);
-    input.tabStripHeight = tabs->sizeHint().height();
-    input.displayWidth = settings.SetDisplayWidth;
-    input.displayHeight = settings.SetDisplayHeight;
-
-    const Control::LayoutResult result = Control::computeLayout(input);
-    for (std::size_t i = 0; i < ordered.size(); ++i)
-        ordered[i]->setGeometry(result.rows[i]);
-    tabPanel->setGeometry(result.tabStrip);
-    tabs->setGeometry(0, 0, result.tabStrip.width(), result.tabStrip.height());
-    editPanel->setGeometry(result.editingPanel);
-    surface->widget()->setGeometry(0, 0, result.editingPanel.width(), result.editingPanel.height());
-    sourceView->layout(result.editingPanel.size(), result.tabStrip.size());
-}
+using Commands::Command;
+using Control::Settings;
 
 HTMLEditorComponent::HTMLEditorComponent(QWidget *parent)
     : QWidget(parent)
@@ -594,55 +146,25 @@ QVariant HTMLEditorComponent::CheckBoolean(const QVariant &sValue) const
     return Commands::CheckBoolean(sValue);
 }
 
-void HTMLEditorComponent::InsertButton()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Button), {});
-}
+// A form control pasted in place of the selection.
+#define VANTRY_INSERT_CONTROL(Method, Kind)                                                        \
+    void HTMLEditorComponent::Method()                                                             \
+    {                                                                                              \
+        d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Kind), {});                \
+    }
 
-void HTMLEditorComponent::InsertSubmitButton()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::SubmitButton), {});
-}
+VANTRY_INSERT_CONTROL(InsertButton, Button)
+VANTRY_INSERT_CONTROL(InsertSubmitButton, SubmitButton)
+VANTRY_INSERT_CONTROL(InsertResetButton, ResetButton)
+VANTRY_INSERT_CONTROL(InsertCheckBox, CheckBox)
+VANTRY_INSERT_CONTROL(InsertRadio, Radio)
+VANTRY_INSERT_CONTROL(InsertDropDown, DropDown)
+VANTRY_INSERT_CONTROL(InsertListBox, ListBox)
+VANTRY_INSERT_CONTROL(InsertTextBox, TextBox)
+VANTRY_INSERT_CONTROL(InsertTextArea, TextArea)
+VANTRY_INSERT_CONTROL(InsertForm, Form)
 
-void HTMLEditorComponent::InsertResetButton()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::ResetButton), {});
-}
-
-void HTMLEditorComponent::InsertCheckBox()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::CheckBox), {});
-}
-
-void HTMLEditorComponent::InsertRadio()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Radio), {});
-}
-
-void HTMLEditorComponent::InsertDropDown()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::DropDown), {});
-}
-
-void HTMLEditorComponent::InsertListBox()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::ListBox), {});
-}
-
-void HTMLEditorComponent::InsertTextBox()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::TextBox), {});
-}
-
-void HTMLEditorComponent::InsertTextArea()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::TextArea), {});
-}
-
-void HTMLEditorComponent::InsertForm()
-{
-    d->selection->insertMarkupAtSelection(int(Commands::InsertKind::Form), {});
-}
+#undef VANTRY_INSERT_CONTROL
 
 bool HTMLEditorComponent::FindFirstText(const QString &sTextoFind)
 {
@@ -835,304 +357,70 @@ void HTMLEditorComponent::setDocumentProperties(clsDocumentProperties *propertie
     d->documentProperties = properties;
 }
 
-// Stored properties: GET returns the field; LET stores, announces, then runs the side
-// effect (see Private::applySideEffect).
+namespace {
 
-bool HTMLEditorComponent::isDirty() const
-{
-    return d->settings.isDirty;
-}
+// Setters take texts by reference and the small kinds by value, as the header declares them.
+template <typename T>
+using Argument = std::conditional_t<std::is_same_v<T, QString>, const QString &, T>;
 
-void HTMLEditorComponent::setisDirty(bool value)
-{
-    d->assign(QStringLiteral("isDirty"), QVariant::fromValue(value));
-}
+} // namespace
 
-bool HTMLEditorComponent::UploadImagesWhenInserted() const
-{
-    return d->settings.UploadImagesWhenInserted;
-}
+// A stored property: the getter returns its field, the setter goes through assign.
+#define VANTRY_STORED_PROPERTY(Type, Name)                                                         \
+    Type HTMLEditorComponent::Name() const                                                         \
+    {                                                                                              \
+        return d->settings.Name;                                                                   \
+    }                                                                                              \
+    void HTMLEditorComponent::set##Name(Argument<Type> value)                                      \
+    {                                                                                              \
+        d->assign(&Settings::Name, QVariant::fromValue(value));                                    \
+    }
 
-void HTMLEditorComponent::setUploadImagesWhenInserted(bool value)
-{
-    d->assign(QStringLiteral("UploadImagesWhenInserted"), QVariant::fromValue(value));
-}
+VANTRY_STORED_PROPERTY(bool, isDirty)
+VANTRY_STORED_PROPERTY(bool, UploadImagesWhenInserted)
+VANTRY_STORED_PROPERTY(bool, CopyImagesWhenInserted)
+VANTRY_STORED_PROPERTY(qint16, SetDisplayHeight)
+VANTRY_STORED_PROPERTY(qint16, ScrollTop)
+VANTRY_STORED_PROPERTY(qint16, ScrollLeft)
+VANTRY_STORED_PROPERTY(QString, SetHtmlSource)
+VANTRY_STORED_PROPERTY(QString, FTP_ServerName)
+VANTRY_STORED_PROPERTY(QString, FTP_UserName)
+VANTRY_STORED_PROPERTY(QString, FTP_Password)
+VANTRY_STORED_PROPERTY(QString, FTP_InitialDir)
+VANTRY_STORED_PROPERTY(qint16, SetDisplayWidth)
+VANTRY_STORED_PROPERTY(QString, ContentPages)
+VANTRY_STORED_PROPERTY(QString, PortalPages)
+VANTRY_STORED_PROPERTY(QString, ContentSites)
+VANTRY_STORED_PROPERTY(QString, BaseURL)
+VANTRY_STORED_PROPERTY(QString, ImageDirectory)
+VANTRY_STORED_PROPERTY(QString, ImageVCDirectory)
+VANTRY_STORED_PROPERTY(QString, FTP_FileNamePrefix)
+VANTRY_STORED_PROPERTY(QString, FTP_FileNameSuffix)
+VANTRY_STORED_PROPERTY(QString, FTP_RistrictedDirectory)
+VANTRY_STORED_PROPERTY(QString, FTP_AllowMultiableFiles)
+VANTRY_STORED_PROPERTY(QString, FTP_OverWriteFiles)
+VANTRY_STORED_PROPERTY(QString, FTP_IncermentExistingFileNames)
+VANTRY_STORED_PROPERTY(bool, IncermentExistingFileNames)
+VANTRY_STORED_PROPERTY(QString, FTP_StripInvalidCharacters)
+VANTRY_STORED_PROPERTY(bool, PreserveWhiteSpace)
+VANTRY_STORED_PROPERTY(bool, ReturnFullDocument)
+VANTRY_STORED_PROPERTY(bool, MakePathsRelativeOnSave)
+VANTRY_STORED_PROPERTY(QString, LinkTargets)
+VANTRY_STORED_PROPERTY(QString, ToolbarDisplay)
+VANTRY_STORED_PROPERTY(QString, TabStripDisplay)
+VANTRY_STORED_PROPERTY(QString, ChangeImageOnDblClickTags)
+VANTRY_STORED_PROPERTY(QString, RelativePathToRoot)
+VANTRY_STORED_PROPERTY(QString, DefaultFontName)
+VANTRY_STORED_PROPERTY(QString, DefaultFontSize)
+VANTRY_STORED_PROPERTY(QString, DefaultFontColor)
+VANTRY_STORED_PROPERTY(QString, ApplicationDirectoryPath)
+VANTRY_STORED_PROPERTY(bool, ChangeImageOnDblClick)
+VANTRY_STORED_PROPERTY(bool, DisableContextMenus)
+VANTRY_STORED_PROPERTY(bool, ScrollBars)
 
-bool HTMLEditorComponent::CopyImagesWhenInserted() const
-{
-    return d->settings.CopyImagesWhenInserted;
-}
+#undef VANTRY_STORED_PROPERTY
 
-void HTMLEditorComponent::setCopyImagesWhenInserted(bool value)
-{
-    d->assign(QStringLiteral("CopyImagesWhenInserted"), QVariant::fromValue(value));
-}
-
-qint16 HTMLEditorComponent::SetDisplayHeight() const
-{
-    return d->settings.SetDisplayHeight;
-}
-
-void HTMLEditorComponent::setSetDisplayHeight(qint16 value)
-{
-    d->assign(QStringLiteral("SetDisplayHeight"), QVariant::fromValue(value));
-}
-
-qint16 HTMLEditorComponent::ScrollTop() const
-{
-    return d->settings.ScrollTop;
-}
-
-void HTMLEditorComponent::setScrollTop(qint16 value)
-{
-    d->assign(QStringLiteral("ScrollTop"), QVariant::fromValue(value));
-}
-
-qint16 HTMLEditorComponent::ScrollLeft() const
-{
-    return d->settings.ScrollLeft;
-}
-
-void HTMLEditorComponent::setScrollLeft(qint16 value)
-{
-    d->assign(QStringLiteral("ScrollLeft"), QVariant::fromValue(value));
-}
-
-void HTMLEditorComponent::setGetHtmlSource(const QString &value)
-{
-    d->assign(QStringLiteral("GetHtmlSource"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::SetHtmlSource() const
-{
-    return d->settings.SetHtmlSource;
-}
-
-void HTMLEditorComponent::setSetHtmlSource(const QString &value)
-{
-    d->assign(QStringLiteral("SetHtmlSource"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_ServerName() const
-{
-    return d->settings.FTP_ServerName;
-}
-
-void HTMLEditorComponent::setFTP_ServerName(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_ServerName"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_UserName() const
-{
-    return d->settings.FTP_UserName;
-}
-
-void HTMLEditorComponent::setFTP_UserName(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_UserName"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_Password() const
-{
-    return d->settings.FTP_Password;
-}
-
-void HTMLEditorComponent::setFTP_Password(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_Password"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_InitialDir() const
-{
-    return d->settings.FTP_InitialDir;
-}
-
-void HTMLEditorComponent::setFTP_InitialDir(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_InitialDir"), QVariant::fromValue(value));
-}
-
-qint16 HTMLEditorComponent::SetDisplayWidth() const
-{
-    return d->settings.SetDisplayWidth;
-}
-
-void HTMLEditorComponent::setSetDisplayWidth(qint16 value)
-{
-    d->assign(QStringLiteral("SetDisplayWidth"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ContentPages() const
-{
-    return d->settings.ContentPages;
-}
-
-void HTMLEditorComponent::setContentPages(const QString &value)
-{
-    d->assign(QStringLiteral("ContentPages"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::PortalPages() const
-{
-    return d->settings.PortalPages;
-}
-
-void HTMLEditorComponent::setPortalPages(const QString &value)
-{
-    d->assign(QStringLiteral("PortalPages"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ContentSites() const
-{
-    return d->settings.ContentSites;
-}
-
-void HTMLEditorComponent::setContentSites(const QString &value)
-{
-    d->assign(QStringLiteral("ContentSites"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::BaseURL() const
-{
-    return d->settings.BaseURL;
-}
-
-void HTMLEditorComponent::setBaseURL(const QString &value)
-{
-    d->assign(QStringLiteral("BaseURL"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ImageDirectory() const
-{
-    return d->settings.ImageDirectory;
-}
-
-void HTMLEditorComponent::setImageDirectory(const QString &value)
-{
-    d->assign(QStringLiteral("ImageDirectory"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ImageVCDirectory() const
-{
-    return d->settings.ImageVCDirectory;
-}
-
-void HTMLEditorComponent::setImageVCDirectory(const QString &value)
-{
-    d->assign(QStringLiteral("ImageVCDirectory"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_FileNamePrefix() const
-{
-    return d->settings.FTP_FileNamePrefix;
-}
-
-void HTMLEditorComponent::setFTP_FileNamePrefix(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_FileNamePrefix"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_FileNameSuffix() const
-{
-    return d->settings.FTP_FileNameSuffix;
-}
-
-void HTMLEditorComponent::setFTP_FileNameSuffix(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_FileNameSuffix"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_RistrictedDirectory() const
-{
-    return d->settings.FTP_RistrictedDirectory;
-}
-
-void HTMLEditorComponent::setFTP_RistrictedDirectory(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_RistrictedDirectory"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_AllowMultiableFiles() const
-{
-    return d->settings.FTP_AllowMultiableFiles;
-}
-
-void HTMLEditorComponent::setFTP_AllowMultiableFiles(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_AllowMultiableFiles"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_OverWriteFiles() const
-{
-    return d->settings.FTP_OverWriteFiles;
-}
-
-void HTMLEditorComponent::setFTP_OverWriteFiles(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_OverWriteFiles"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_IncermentExistingFileNames() const
-{
-    return d->settings.FTP_IncermentExistingFileNames;
-}
-
-void HTMLEditorComponent::setFTP_IncermentExistingFileNames(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_IncermentExistingFileNames"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::IncermentExistingFileNames() const
-{
-    return d->settings.IncermentExistingFileNames;
-}
-
-void HTMLEditorComponent::setIncermentExistingFileNames(bool value)
-{
-    d->assign(QStringLiteral("IncermentExistingFileNames"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::FTP_StripInvalidCharacters() const
-{
-    return d->settings.FTP_StripInvalidCharacters;
-}
-
-void HTMLEditorComponent::setFTP_StripInvalidCharacters(const QString &value)
-{
-    d->assign(QStringLiteral("FTP_StripInvalidCharacters"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::PreserveWhiteSpace() const
-{
-    return d->settings.PreserveWhiteSpace;
-}
-
-void HTMLEditorComponent::setPreserveWhiteSpace(bool value)
-{
-    d->assign(QStringLiteral("PreserveWhiteSpace"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::ReturnFullDocument() const
-{
-    return d->settings.ReturnFullDocument;
-}
-
-void HTMLEditorComponent::setReturnFullDocument(bool value)
-{
-    d->assign(QStringLiteral("ReturnFullDocument"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::MakePathsRelativeOnSave() const
-{
-    return d->settings.MakePathsRelativeOnSave;
-}
-
-void HTMLEditorComponent::setMakePathsRelativeOnSave(bool value)
-{
-    d->assign(QStringLiteral("MakePathsRelativeOnSave"), QVariant::fromValue(value));
-}
-
+// The editing switch has its own setter name: setEnabled is QWidget's.
 bool HTMLEditorComponent::Enabled() const
 {
     return d->settings.Enabled;
@@ -1140,370 +428,80 @@ bool HTMLEditorComponent::Enabled() const
 
 void HTMLEditorComponent::setEditorEnabled(bool value)
 {
-    d->assign(QStringLiteral("Enabled"), QVariant::fromValue(value));
+    d->assign(&Settings::Enabled, QVariant::fromValue(value));
 }
 
-QString HTMLEditorComponent::LinkTargets() const
+// These read the live document; assigning them still goes through the table.
+void HTMLEditorComponent::setGetHtmlSource(const QString &value)
 {
-    return d->settings.LinkTargets;
-}
-
-void HTMLEditorComponent::setLinkTargets(const QString &value)
-{
-    d->assign(QStringLiteral("LinkTargets"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ToolbarDisplay() const
-{
-    return d->settings.ToolbarDisplay;
-}
-
-void HTMLEditorComponent::setToolbarDisplay(const QString &value)
-{
-    d->assign(QStringLiteral("ToolbarDisplay"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::TabStripDisplay() const
-{
-    return d->settings.TabStripDisplay;
-}
-
-void HTMLEditorComponent::setTabStripDisplay(const QString &value)
-{
-    d->assign(QStringLiteral("TabStripDisplay"), QVariant::fromValue(value));
+    d->assign(&Settings::GetHtmlSource, QVariant::fromValue(value));
 }
 
 void HTMLEditorComponent::setPageTitle(const QString &value)
 {
-    d->assign(QStringLiteral("PageTitle"), QVariant::fromValue(value));
+    d->assign(&Settings::PageTitle, QVariant::fromValue(value));
 }
 
 void HTMLEditorComponent::setKeyWords(const QString &value)
 {
-    d->assign(QStringLiteral("KeyWords"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ChangeImageOnDblClickTags() const
-{
-    return d->settings.ChangeImageOnDblClickTags;
-}
-
-void HTMLEditorComponent::setChangeImageOnDblClickTags(const QString &value)
-{
-    d->assign(QStringLiteral("ChangeImageOnDblClickTags"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::RelativePathToRoot() const
-{
-    return d->settings.RelativePathToRoot;
-}
-
-void HTMLEditorComponent::setRelativePathToRoot(const QString &value)
-{
-    d->assign(QStringLiteral("RelativePathToRoot"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::DefaultFontName() const
-{
-    return d->settings.DefaultFontName;
-}
-
-void HTMLEditorComponent::setDefaultFontName(const QString &value)
-{
-    d->assign(QStringLiteral("DefaultFontName"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::DefaultFontSize() const
-{
-    return d->settings.DefaultFontSize;
-}
-
-void HTMLEditorComponent::setDefaultFontSize(const QString &value)
-{
-    d->assign(QStringLiteral("DefaultFontSize"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::DefaultFontColor() const
-{
-    return d->settings.DefaultFontColor;
-}
-
-void HTMLEditorComponent::setDefaultFontColor(const QString &value)
-{
-    d->assign(QStringLiteral("DefaultFontColor"), QVariant::fromValue(value));
-}
-
-QString HTMLEditorComponent::ApplicationDirectoryPath() const
-{
-    return d->settings.ApplicationDirectoryPath;
-}
-
-void HTMLEditorComponent::setApplicationDirectoryPath(const QString &value)
-{
-    d->assign(QStringLiteral("ApplicationDirectoryPath"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::ChangeImageOnDblClick() const
-{
-    return d->settings.ChangeImageOnDblClick;
-}
-
-void HTMLEditorComponent::setChangeImageOnDblClick(bool value)
-{
-    d->assign(QStringLiteral("ChangeImageOnDblClick"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::DisableContextMenus() const
-{
-    return d->settings.DisableContextMenus;
-}
-
-void HTMLEditorComponent::setDisableContextMenus(bool value)
-{
-    d->assign(QStringLiteral("DisableContextMenus"), QVariant::fromValue(value));
-}
-
-bool HTMLEditorComponent::ScrollBars() const
-{
-    return d->settings.ScrollBars;
-}
-
-void HTMLEditorComponent::setScrollBars(bool value)
-{
-    d->assign(QStringLiteral("ScrollBars"), QVariant::fromValue(value));
-}
-
-// Editing commands: each hands its number to the executor.
-
-void HTMLEditorComponent::Bold()
-{
-    d->executor->executeCommand(1);
-}
-
-void HTMLEditorComponent::Italic()
-{
-    d->executor->executeCommand(2);
-}
-
-void HTMLEditorComponent::Underline()
-{
-    d->executor->executeCommand(3);
-}
-
-void HTMLEditorComponent::NumberBullets()
-{
-    d->executor->executeCommand(4);
-}
-
-void HTMLEditorComponent::Bullets()
-{
-    d->executor->executeCommand(5);
-}
-
-void HTMLEditorComponent::Outdent()
-{
-    d->executor->executeCommand(6);
-}
-
-void HTMLEditorComponent::Indent()
-{
-    d->executor->executeCommand(7);
-}
-
-void HTMLEditorComponent::LeftAlign()
-{
-    d->executor->executeCommand(8);
-}
-
-void HTMLEditorComponent::CenterAlign()
-{
-    d->executor->executeCommand(9);
-}
-
-void HTMLEditorComponent::RightAlign()
-{
-    d->executor->executeCommand(10);
-}
-
-void HTMLEditorComponent::ForeColor()
-{
-    d->executor->executeCommand(11);
-}
-
-void HTMLEditorComponent::BackColor()
-{
-    d->executor->executeCommand(12);
-}
-
-void HTMLEditorComponent::Hyperlink()
-{
-    d->executor->executeCommand(13);
-}
-
-void HTMLEditorComponent::UploadImage()
-{
-    d->executor->executeCommand(14);
-}
-
-void HTMLEditorComponent::InsertImage()
-{
-    d->executor->executeCommand(15);
-}
-
-void HTMLEditorComponent::Cut()
-{
-    d->executor->executeCommand(16);
-}
-
-void HTMLEditorComponent::Copy()
-{
-    d->executor->executeCommand(17);
-}
-
-void HTMLEditorComponent::Paste()
-{
-    d->executor->executeCommand(18);
-}
-
-void HTMLEditorComponent::UnDo()
-{
-    d->executor->executeCommand(19);
-}
-
-void HTMLEditorComponent::ReDo()
-{
-    d->executor->executeCommand(20);
-}
-
-void HTMLEditorComponent::Border()
-{
-    d->executor->executeCommand(21);
-}
-
-void HTMLEditorComponent::Details()
-{
-    d->executor->executeCommand(22);
-}
-
-void HTMLEditorComponent::AbsolutePosition()
-{
-    d->executor->executeCommand(23);
-}
-
-void HTMLEditorComponent::LockElement()
-{
-    d->executor->executeCommand(24);
-}
-
-void HTMLEditorComponent::SnapToGrid()
-{
-    d->executor->executeCommand(26);
-}
-
-void HTMLEditorComponent::InsertTABLE()
-{
-    d->executor->executeCommand(27);
-}
-
-void HTMLEditorComponent::InsertRow()
-{
-    d->executor->executeCommand(28);
-}
-
-void HTMLEditorComponent::DeleteRow()
-{
-    d->executor->executeCommand(29);
-}
-
-void HTMLEditorComponent::InsertColumn()
-{
-    d->executor->executeCommand(30);
-}
-
-void HTMLEditorComponent::DeleteColumn()
-{
-    d->executor->executeCommand(31);
-}
-
-void HTMLEditorComponent::InsertCell()
-{
-    d->executor->executeCommand(32);
-}
-
-void HTMLEditorComponent::DeleteCell()
-{
-    d->executor->executeCommand(33);
-}
-
-void HTMLEditorComponent::MergeCells()
-{
-    d->executor->executeCommand(34);
-}
-
-void HTMLEditorComponent::SplitCells()
-{
-    d->executor->executeCommand(35);
-}
-
-void HTMLEditorComponent::Font()
-{
-    d->executor->executeCommand(36);
-}
-
-void HTMLEditorComponent::SelectAll()
-{
-    d->executor->executeCommand(37);
-}
-
-void HTMLEditorComponent::Find()
-{
-    d->executor->executeCommand(38);
-}
-
-void HTMLEditorComponent::BringToFront()
-{
-    d->executor->executeCommand(39);
-}
-
-void HTMLEditorComponent::SendToBack()
-{
-    d->executor->executeCommand(40);
-}
-
-void HTMLEditorComponent::BringForward()
-{
-    d->executor->executeCommand(41);
-}
-
-void HTMLEditorComponent::SendBack()
-{
-    d->executor->executeCommand(42);
-}
-
-void HTMLEditorComponent::BringAboveText()
-{
-    d->executor->executeCommand(43);
-}
-
-void HTMLEditorComponent::SendBelowText()
-{
-    d->executor->executeCommand(44);
-}
-
-void HTMLEditorComponent::FlashProperties()
-{
-    d->executor->executeCommand(53);
-}
-
-void HTMLEditorComponent::SpellCheck()
-{
-    d->executor->executeCommand(46);
-}
-
-void HTMLEditorComponent::PageProperties()
-{
-    d->executor->executeCommand(50);
-}
+    d->assign(&Settings::KeyWords, QVariant::fromValue(value));
+}
+
+// An editing command: the executor runs it under the rules every command follows.
+#define VANTRY_COMMAND(Method, Name)                                                               \
+    void HTMLEditorComponent::Method()                                                             \
+    {                                                                                              \
+        d->executor->executeCommand(Command::Name);                                                \
+    }
+
+VANTRY_COMMAND(Bold, Bold)
+VANTRY_COMMAND(Italic, Italic)
+VANTRY_COMMAND(Underline, Underline)
+VANTRY_COMMAND(NumberBullets, NumberBullets)
+VANTRY_COMMAND(Bullets, Bullets)
+VANTRY_COMMAND(Outdent, Outdent)
+VANTRY_COMMAND(Indent, Indent)
+VANTRY_COMMAND(LeftAlign, LeftAlign)
+VANTRY_COMMAND(CenterAlign, CenterAlign)
+VANTRY_COMMAND(RightAlign, RightAlign)
+VANTRY_COMMAND(ForeColor, ForeColor)
+VANTRY_COMMAND(BackColor, BackColor)
+VANTRY_COMMAND(Hyperlink, Hyperlink)
+VANTRY_COMMAND(UploadImage, UploadImage)
+VANTRY_COMMAND(InsertImage, InsertImage)
+VANTRY_COMMAND(Cut, Cut)
+VANTRY_COMMAND(Copy, Copy)
+VANTRY_COMMAND(Paste, Paste)
+VANTRY_COMMAND(UnDo, UnDo)
+VANTRY_COMMAND(ReDo, ReDo)
+VANTRY_COMMAND(Border, Border)
+VANTRY_COMMAND(Details, Details)
+VANTRY_COMMAND(AbsolutePosition, AbsolutePosition)
+VANTRY_COMMAND(LockElement, LockElement)
+VANTRY_COMMAND(SnapToGrid, SnapToGrid)
+VANTRY_COMMAND(InsertTABLE, InsertTable)
+VANTRY_COMMAND(InsertRow, InsertRow)
+VANTRY_COMMAND(DeleteRow, DeleteRow)
+VANTRY_COMMAND(InsertColumn, InsertColumn)
+VANTRY_COMMAND(DeleteColumn, DeleteColumn)
+VANTRY_COMMAND(InsertCell, InsertCell)
+VANTRY_COMMAND(DeleteCell, DeleteCell)
+VANTRY_COMMAND(MergeCells, MergeCells)
+VANTRY_COMMAND(SplitCells, SplitCells)
+VANTRY_COMMAND(Font, Font)
+VANTRY_COMMAND(SelectAll, SelectAll)
+VANTRY_COMMAND(Find, Find)
+VANTRY_COMMAND(BringToFront, BringToFront)
+VANTRY_COMMAND(SendToBack, SendToBack)
+VANTRY_COMMAND(BringForward, BringForward)
+VANTRY_COMMAND(SendBack, SendBack)
+VANTRY_COMMAND(BringAboveText, BringAboveText)
+VANTRY_COMMAND(SendBelowText, SendBelowText)
+VANTRY_COMMAND(FlashProperties, InsertFlash)
+VANTRY_COMMAND(SpellCheck, SpellCheck)
+VANTRY_COMMAND(PageProperties, PageProperties)
+
+#undef VANTRY_COMMAND
 
 void HTMLEditorComponent::InsertImageNoPrompt(QString &psIMAGE_Width, QString &psIMAGE_Height,
     QString &psIMAGE_vspace, QString &psIMAGE_hspace, QString &psIMAGE_align,
@@ -1590,20 +588,6 @@ bool HTMLEditorComponent::InsertTABLENoPrompt(const QVariantMap &arguments)
 bool HTMLEditorComponent::InsertTABLENoPrompt2(const QVariantMap &arguments)
 {
     return d->insertTableByName(arguments, true);
-}
-
-bool HTMLEditorComponent::Private::insertTableByName(const QVariantMap &arguments, bool second)
-{
-    QString error;
-    const std::optional<Commands::TableArguments> table
-        = Commands::tableArgumentsFromMap(arguments, second, &error);
-    if (!table) {
-        qWarning(
-            "%s: %s", second ? "InsertTABLENoPrompt2" : "InsertTABLENoPrompt", qPrintable(error));
-        return false;
-    }
-    executor->insertTableFromArguments(*table, second);
-    return true;
 }
 
 } // namespace Vantry

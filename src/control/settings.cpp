@@ -12,9 +12,10 @@ namespace {
 #define VANTRY_FIELD(field) QLatin1StringView(#field), &Settings::field
 
 // Stored, persisted and announced under its own name.
-constexpr PropertyInfo plain(QLatin1StringView name, SettingsField field)
+constexpr PropertyInfo plain(
+    QLatin1StringView name, SettingsField field, PropertyEffect effect = PropertyEffect::None)
 {
-    return {name, field, name, name};
+    return {name, field, name, name, effect};
 }
 
 // Persisted or announced under another name; hosts and saved bags depend on these spellings.
@@ -24,25 +25,27 @@ constexpr PropertyInfo renamed(
     return {name, field, QLatin1StringView(bagName), QLatin1StringView(announcedName)};
 }
 
+using enum PropertyEffect;
+
 constexpr PropertyInfo propertyTable[] = {
     plain(VANTRY_FIELD(isDirty)),
     plain(VANTRY_FIELD(UploadImagesWhenInserted)),
     plain(VANTRY_FIELD(CopyImagesWhenInserted)),
-    plain(VANTRY_FIELD(SetDisplayHeight)),
-    plain(VANTRY_FIELD(ScrollTop)),
-    plain(VANTRY_FIELD(ScrollLeft)),
+    plain(VANTRY_FIELD(SetDisplayHeight), Layout),
+    plain(VANTRY_FIELD(ScrollTop), ScrollSideways),
+    plain(VANTRY_FIELD(ScrollLeft), ScrollLeft),
     plain(VANTRY_FIELD(GetHtmlSource)),
     renamed(VANTRY_FIELD(GetPlainText), "GetHtmlText", ""),
-    plain(VANTRY_FIELD(SetHtmlSource)),
+    plain(VANTRY_FIELD(SetHtmlSource), Load),
     plain(VANTRY_FIELD(FTP_ServerName)),
     renamed(VANTRY_FIELD(FTP_UserName), "FTP_Username", "FTP_UserName"),
     plain(VANTRY_FIELD(FTP_Password)),
     plain(VANTRY_FIELD(FTP_InitialDir)),
-    plain(VANTRY_FIELD(SetDisplayWidth)),
+    plain(VANTRY_FIELD(SetDisplayWidth), Layout),
     plain(VANTRY_FIELD(ContentPages)),
     plain(VANTRY_FIELD(PortalPages)),
     plain(VANTRY_FIELD(ContentSites)),
-    plain(VANTRY_FIELD(BaseURL)),
+    plain(VANTRY_FIELD(BaseURL), BaseUrl),
     plain(VANTRY_FIELD(ImageDirectory)),
     plain(VANTRY_FIELD(ImageVCDirectory)),
     plain(VANTRY_FIELD(FTP_FileNamePrefix)),
@@ -55,14 +58,14 @@ constexpr PropertyInfo propertyTable[] = {
         "FTP_IncermentExistingFileNames"),
     plain(VANTRY_FIELD(FTP_StripInvalidCharacters)),
     plain(VANTRY_FIELD(PreserveWhiteSpace)),
-    plain(VANTRY_FIELD(ReturnFullDocument)),
+    plain(VANTRY_FIELD(ReturnFullDocument), PagePropertiesButton),
     plain(VANTRY_FIELD(MakePathsRelativeOnSave)),
-    plain(VANTRY_FIELD(Enabled)),
+    plain(VANTRY_FIELD(Enabled), EditingEnabled),
     plain(VANTRY_FIELD(LinkTargets)),
-    plain(VANTRY_FIELD(ToolbarDisplay)),
-    plain(VANTRY_FIELD(TabStripDisplay)),
-    plain(VANTRY_FIELD(PageTitle)),
-    plain(VANTRY_FIELD(KeyWords)),
+    plain(VANTRY_FIELD(ToolbarDisplay), ToolbarDisplay),
+    plain(VANTRY_FIELD(TabStripDisplay), TabStripDisplay),
+    plain(VANTRY_FIELD(PageTitle), PageTitle),
+    plain(VANTRY_FIELD(KeyWords), KeyWords),
     plain(VANTRY_FIELD(ChangeImageOnDblClickTags)),
     plain(VANTRY_FIELD(RelativePathToRoot)),
     plain(VANTRY_FIELD(DefaultFontName)),
@@ -71,7 +74,7 @@ constexpr PropertyInfo propertyTable[] = {
     plain(VANTRY_FIELD(ApplicationDirectoryPath)),
     plain(VANTRY_FIELD(ChangeImageOnDblClick)),
     plain(VANTRY_FIELD(DisableContextMenus)),
-    plain(VANTRY_FIELD(ScrollBars)),
+    plain(VANTRY_FIELD(ScrollBars), ScrollBars),
 };
 
 #undef VANTRY_FIELD
@@ -229,6 +232,15 @@ const PropertyInfo *findProperty(QStringView name)
 {
     for (const PropertyInfo &info : propertyTable) {
         if (name == info.name)
+            return &info;
+    }
+    return nullptr;
+}
+
+const PropertyInfo *findProperty(SettingsField field)
+{
+    for (const PropertyInfo &info : propertyTable) {
+        if (field == info.field)
             return &info;
     }
     return nullptr;

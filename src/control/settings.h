@@ -65,15 +65,35 @@ struct Settings
 
 using SettingsField = std::variant<QString Settings::*, bool Settings::*, qint16 Settings::*>;
 
+// What assigning a property does beyond storing and announcing it.
+enum class PropertyEffect
+{
+    None,
+    Layout,
+    // ScrollTop moves the page sideways, as hosts have always relied on.
+    ScrollSideways,
+    ScrollLeft,
+    Load,
+    BaseUrl,
+    PagePropertiesButton,
+    EditingEnabled,
+    ToolbarDisplay,
+    TabStripDisplay,
+    PageTitle,
+    KeyWords,
+    ScrollBars
+};
+
 // The description of one stored property: its interface name, where it lives in Settings,
-// its bag key and the name announced to the container when it is assigned (empty when the
-// assignment announces nothing).
+// its bag key, the name announced to the container when it is assigned (empty when the
+// assignment announces nothing) and what the assignment does to the editor.
 struct PropertyInfo
 {
     QLatin1StringView name;
     SettingsField field;
     QLatin1StringView bagName;
     QLatin1StringView announcedName;
+    PropertyEffect effect = PropertyEffect::None;
 
     PropertyBag::Kind kind() const;
     QVariant defaultValue() const;
@@ -88,6 +108,8 @@ std::span<const PropertyInfo> storedProperties();
 std::span<const PropertyInfo *const> bagOrder();
 // Lookup by interface name (exact spelling); nullptr when unknown.
 const PropertyInfo *findProperty(QStringView name);
+// The property stored in the field; nullptr for a field no property stores.
+const PropertyInfo *findProperty(SettingsField field);
 
 // Fresh instance: every field to its default.
 void initProperties(Settings &settings);

@@ -74,7 +74,7 @@ void tst_CommandTables::toolbarKeys()
 {
     QFETCH(QString, key);
     QFETCH(int, number);
-    QCOMPARE(toolbarKeyNumber(key).value_or(0), number);
+    QCOMPARE(int(toolbarKeyCommand(key).value_or(Command{})), number);
 }
 
 void tst_CommandTables::everyKeyReachesALiveOrDeliberatelyInertCommand()
@@ -82,8 +82,8 @@ void tst_CommandTables::everyKeyReachesALiveOrDeliberatelyInertCommand()
     const QList<QString> keys = Commands::toolbarKeys();
     QCOMPARE(keys.size(), 38);
     for (const QString &key : keys) {
-        const int number = toolbarKeyNumber(key).value_or(0);
-        const bool inert = commandEntry(number).action == CommandAction::Inert;
+        const Command command = toolbarKeyCommand(key).value_or(Command{});
+        const bool inert = commandEntry(command).action == CommandAction::Inert;
         QVERIFY2(inert == (key == QLatin1String("ZOrder") || key == QLatin1String("InsertFlash")),
             qPrintable(key));
     }
@@ -140,7 +140,7 @@ void tst_CommandTables::commandEntries()
     QFETCH(CommandAction, action);
     QFETCH(int, platformCommand);
     QFETCH(int, option);
-    const CommandEntry entry = commandEntry(number);
+    const CommandEntry entry = commandEntry(Command(number));
     QCOMPARE(entry.action, action);
     QCOMPARE(entry.platformCommand, platformCommand);
     QCOMPARE(entry.option, option);
@@ -168,10 +168,13 @@ void tst_CommandTables::absolutePositionToolTip()
 
 void tst_CommandTables::lastTablePartMessages()
 {
-    QCOMPARE(lastTablePartMessage(29), QStringLiteral("Unable to remove the last table row."));
-    QCOMPARE(lastTablePartMessage(31), QStringLiteral("Unable to remove the last table column."));
-    QCOMPARE(lastTablePartMessage(33), QStringLiteral("Unable to remove the last table cell."));
-    QVERIFY(lastTablePartMessage(28).isEmpty());
+    QCOMPARE(lastTablePartMessage(Command::DeleteRow),
+        QStringLiteral("Unable to remove the last table row."));
+    QCOMPARE(lastTablePartMessage(Command::DeleteColumn),
+        QStringLiteral("Unable to remove the last table column."));
+    QCOMPARE(lastTablePartMessage(Command::DeleteCell),
+        QStringLiteral("Unable to remove the last table cell."));
+    QVERIFY(lastTablePartMessage(Command::InsertRow).isEmpty());
 }
 
 void tst_CommandTables::deletionKeepsTablePart_data()
@@ -197,7 +200,7 @@ void tst_CommandTables::deletionKeepsTablePart()
     QFETCH(int, number);
     QFETCH(Platform::TableParts, parts);
     QFETCH(bool, keeps);
-    QCOMPARE(Commands::deletionKeepsTablePart(number, parts), keeps);
+    QCOMPARE(Commands::deletionKeepsTablePart(Command(number), parts), keeps);
 }
 
 namespace {
@@ -466,7 +469,7 @@ void tst_CommandTables::customItemsFollowTheBuiltInOnes()
             {QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}}));
     QCOMPARE(entries.constLast().kind, Entry::Kind::Custom);
     QCOMPARE(entries.constLast().customKey, QStringLiteral("k2"));
-    QCOMPARE(entries.first().command, 16);
+    QCOMPARE(entries.first().command, Command::Cut);
 
     settings.HideAllBuiltinContextMenuItems();
     QCOMPARE(captions(Commands::contextMenuEntries(text, settings)),

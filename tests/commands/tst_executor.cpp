@@ -243,7 +243,7 @@ void tst_Executor::inertCommandsLeaveTheDocumentClean()
     localExecutor().executeKey(key);
     m_editor->FlashProperties();
     for (int number : {0, 25, 45, 49, 51, 52, 53, 57, -3})
-        m_executor->executeCommand(number);
+        m_executor->executeCommand(Command(number));
 
     QCOMPARE(m_dirtyMarks, 0);
     QVERIFY(!m_editor->isDirty());
@@ -390,7 +390,7 @@ void tst_Executor::displayTogglesReturnAfterTwoClicks()
     executor.executeKey(key);
     QCOMPARE(executor.displaySwitch(which), !first);
     QCOMPARE(m_pressed.value(key), !first);
-    executor.executeCommand(number);
+    executor.executeCommand(Command(number));
     QCOMPARE(executor.displaySwitch(which), first);
     QCOMPARE(m_pressed.value(key), first);
     QCOMPARE(m_dirtyMarks, 2);
@@ -447,7 +447,7 @@ void tst_Executor::absolutePositionNamesTheNextAction()
         QVERIFY(m_surface->collapseRange(range, true));
         QVERIFY(m_surface->moveRange(range, Platform::TextUnit::Character, 2));
         QVERIFY(m_surface->selectRange(range));
-        executor.executeCommand(23);
+        executor.executeCommand(Command::AbsolutePosition);
         QCOMPARE(m_dirtyMarks, 0);
         QVERIFY(m_toolTips.isEmpty());
         QCOMPARE(body(), before);
@@ -456,14 +456,14 @@ void tst_Executor::absolutePositionNamesTheNextAction()
     selectElement(selected);
     const Element element = m_surface->elementsByTagName(selected).value(0);
 
-    executor.executeCommand(23);
+    executor.executeCommand(Command::AbsolutePosition);
     QCOMPARE(m_dirtyMarks, 1);
     QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
         QStringLiteral("Set Position Attribute To Relitive"));
     QCOMPARE(
         m_surface->styleProperty(element, QStringLiteral("position")), QStringLiteral("absolute"));
 
-    executor.executeCommand(23);
+    executor.executeCommand(Command::AbsolutePosition);
     QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
         QStringLiteral("Set Position Attribute To Absolute"));
     QCOMPARE(m_dirtyMarks, 2);
@@ -996,7 +996,7 @@ void tst_Executor::hyperlinkWrapsAndUnwraps()
     link.dataFld = QStringLiteral("page:7");
     m_dialogs->answer = link;
 
-    executor.executeCommand(13);
+    executor.executeCommand(Command::Hyperlink);
     QVERIFY(!m_dialogs->shownExisting);
     QCOMPARE(m_dirtyMarks, 1);
     QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
@@ -1008,7 +1008,7 @@ void tst_Executor::hyperlinkWrapsAndUnwraps()
     // Editing it shows what it holds; no address and no reference take the anchor away.
     select(QStringLiteral("there"));
     m_dialogs->answer = LinkFields{};
-    executor.executeCommand(13);
+    executor.executeCommand(Command::Hyperlink);
     QVERIFY(m_dialogs->shownExisting);
     QCOMPARE(m_dialogs->shown.href, link.href);
     QCOMPARE(m_dialogs->shown.dataFld, link.dataFld);
@@ -1065,7 +1065,7 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection()
     clsContextMenu settings;
     ContextMenus menus(*m_surface, *m_selection,
         {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
-            [&settings]() -> clsContextMenu & { return settings; }, [](int) {}, [] {},
+            [&settings]() -> clsContextMenu & { return settings; }, [](Command) {}, [] {},
             [](const QString &) {}});
     QStringList captions;
     const QList<ContextMenuEntry> entries = menus.entriesForSelection();
@@ -1086,8 +1086,8 @@ void tst_Executor::contextMenuRespectsHostSettings()
     ContextMenus menus(*m_surface, *m_selection,
         {[this] { return m_editor->DesignViewActive(); },
             [this] { return m_editor->DisableContextMenus(); },
-            [this]() -> clsContextMenu & { return *m_editor->ContextMenu(); }, [](int) {}, [] {},
-            [](const QString &) {}});
+            [this]() -> clsContextMenu & { return *m_editor->ContextMenu(); }, [](Command) {},
+            [] {}, [](const QString &) {}});
     clsContextMenu &settings = *m_editor->ContextMenu();
     settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
     QList<ContextMenuEntry> entries = menus.entriesForSelection();
@@ -1111,7 +1111,7 @@ void tst_Executor::customEntryRaisesItsKeyOnly()
     load(QStringLiteral("<p>text</p>"));
     select(QStringLiteral("text"));
     localExecutor();
-    QList<int> executed;
+    QList<Command> executed;
     QStringList clicked;
     int elementDialogs = 0;
     clsContextMenu settings;
@@ -1119,7 +1119,7 @@ void tst_Executor::customEntryRaisesItsKeyOnly()
     ContextMenus menus(*m_surface, *m_selection,
         {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
             [&settings]() -> clsContextMenu & { return settings; },
-            [&executed](int number) { executed.append(number); },
+            [&executed](Command command) { executed.append(command); },
             [&elementDialogs] { ++elementDialogs; },
             [&clicked](const QString &key) { clicked.append(key); }});
     const QList<ContextMenuEntry> entries = menus.entriesForSelection();
@@ -1130,7 +1130,7 @@ void tst_Executor::customEntryRaisesItsKeyOnly()
     QVERIFY(executed.isEmpty());
 
     menus.choose(entries.first());
-    QCOMPARE(executed, QList<int>{16});
+    QCOMPARE(executed, QList<Command>{Command::Cut});
     for (const ContextMenuEntry &entry : entries) {
         if (entry.kind == ContextMenuEntry::Kind::ElementProperties)
             menus.choose(entry);

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <VantryHTMLEditor/HTMLEditorComponent.h>
+
+#include "commands/selectionaccess.h"
+#include "control/editorframe.h"
+#include "control/settings.h"
+
+#include <QPointer>
+
+#include <memory>
+
+namespace Vantry {
+
+namespace Platform {
+class DesignSurface;
+} // namespace Platform
+
+namespace Commands {
+class CommandStatusSource;
+class ContextMenus;
+class EditorToolbar;
+class Executor;
+} // namespace Commands
+
+namespace Control {
+class ContentExchange;
+class EventRelay;
+class FileOperations;
+class FirstDocument;
+class SourceView;
+} // namespace Control
+
+namespace Text {
+class DesignFind;
+class FindReplace;
+class Printing;
+class ScriptInjection;
+} // namespace Text
+
+// The units behind the editor's public interface, built and wired together; the editor
+// delegates each of its methods to one of them.
+class HTMLEditorComponent::Private
+{
+public:
+    explicit Private(HTMLEditorComponent *q);
+    ~Private();
+
+    void assign(Control::SettingsField field, const QVariant &value);
+    void applyEffect(Control::PropertyEffect effect);
+    void layout();
+    void applyEnabled();
+    bool insertTableByName(const QVariantMap &arguments, bool second);
+    // A companion object the host has not set is made on first use.
+    template <typename T> T *companion(QPointer<T> &slot) const
+    {
+        if (!slot)
+            slot = new T(q);
+        return slot;
+    }
+    void attachStyle(clsStyle *style);
+
+    HTMLEditorComponent *q;
+    Control::Settings settings;
+    Control::EditorFrame frame;
+    Platform::DesignSurface *surface = nullptr; // owned by the frame's editing panel
+    std::unique_ptr<Control::ContentExchange> exchange;
+    std::unique_ptr<Control::SourceView> sourceView;
+    std::unique_ptr<Platform::UserPrompts> prompts;
+    std::unique_ptr<EditorDialogs> dialogs;
+    Commands::DocumentReferences references;
+    std::unique_ptr<Commands::SelectionAccess> selection;
+    std::unique_ptr<Text::FindReplace> finder;
+    std::unique_ptr<Text::ScriptInjection> scriptInjection;
+    std::unique_ptr<Text::Printing> printing;
+    std::unique_ptr<Text::DesignFind> designFind;
+    std::unique_ptr<Commands::Executor> executor;
+    std::unique_ptr<Commands::ContextMenus> menus;
+    std::unique_ptr<Control::FileOperations> files;
+    std::unique_ptr<Commands::CommandStatusSource> commandStatus;
+    std::unique_ptr<Commands::EditorToolbar> toolbarControls;
+    std::unique_ptr<Control::FirstDocument> firstDocument;
+
+    mutable QPointer<clsContextMenu> contextMenu;
+    mutable QPointer<clsToolbar> toolbar;
+    mutable QPointer<clsStyle> styleSheet;
+    mutable QPointer<clsDocumentProperties> documentProperties;
+
+    // Last, so that it goes first: nothing reaches the editor while the rest goes.
+    std::unique_ptr<Control::EventRelay> relay;
+};
+
+} // namespace Vantry
