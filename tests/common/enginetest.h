@@ -13,6 +13,10 @@
 
 namespace VantryTest {
 
+// The division the editor wraps a loaded body in, with the default font settings.
+inline const QString fontDivision
+    = QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
+
 // The design surface inside an editor, for tests that inspect the live document.
 inline Vantry::Platform::WebEngineDesignSurface *surfaceOf(Vantry::HTMLEditorComponent &editor)
 {
@@ -20,6 +24,13 @@ inline Vantry::Platform::WebEngineDesignSurface *surfaceOf(Vantry::HTMLEditorCom
     if (views.isEmpty())
         return nullptr;
     return editor.findChild<Vantry::Platform::WebEngineDesignSurface *>();
+}
+
+// The widget that takes the surface's keys and mouse events.
+inline QWidget *inputOf(Vantry::Platform::WebEngineDesignSurface &surface)
+{
+    QWidget *view = surface.widget();
+    return view->focusProxy() ? view->focusProxy() : view;
 }
 
 // Waits until the editor's surface has loaded its first document.

@@ -1,6 +1,6 @@
+#include "../common/files.h"
 #include "control/settings.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -10,6 +10,7 @@
 
 using namespace Vantry;
 using namespace Vantry::Control;
+using VantryTest::writeFile;
 
 namespace {
 
@@ -77,12 +78,6 @@ QString firstDifference(const Settings &actual, const Settings &expected)
                 + QStringLiteral(" instead of ") + info.get(expected).toString();
     }
     return {};
-}
-
-bool writeFile(const QString &fileName, const QByteArray &content)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
 } // namespace
@@ -366,9 +361,7 @@ void TestSettings::malformedIniFile()
         QVERIFY(!bag.sync());
         QCOMPARE(bag.errors().size(), 3);
     }
-    QFile file(fileName);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), content);
+    QCOMPARE(VantryTest::readBytes(fileName), content);
 }
 
 void TestSettings::unwritableIniFile()

@@ -4,6 +4,7 @@
 // application directory.
 
 #include "../common/enginetest.h"
+#include "../common/files.h"
 #include "../common/recordingprompts.h"
 
 #include "control/appdirectory.h"
@@ -17,7 +18,6 @@
 
 #include <QAction>
 #include <QCheckBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -28,19 +28,11 @@
 
 using namespace Vantry;
 using Platform::SourceEditor;
+using VantryTest::fontDivision;
 using VantryTest::surfaceOf;
+using VantryTest::writeFile;
 
 namespace {
-
-const QString fontDivision
-    = QStringLiteral("<div style=\"FONT-FAMILY:arial;COLOR:#000000;FONT-SIZE:10pt\">");
-
-bool writeFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
 
 bool anyDialogShown()
 {
@@ -65,7 +57,6 @@ private Q_SLOTS:
     void toggleNamesTheViewInAnyCase_data();
     void toggleNamesTheViewInAnyCase();
     void tabsSwitchTheViews();
-    void nothingSwitchesBeforeTheDocumentIsReady();
     void bodyOrWholeDocumentTravelsBothWays_data();
     void bodyOrWholeDocumentTravelsBothWays();
     void loadingWhileSourceShowsReturnsToDesign();
@@ -87,8 +78,7 @@ private Q_SLOTS:
     void caseCommandsChangeTheSelectionOnly_data();
     void caseCommandsChangeTheSelectionOnly();
     void whitespaceItemSaysWhatItWillDo();
-    void clipboardAndUndoItems();
-    void menuEnablesWhatApplies();
+    void clipboardAndUndoItemsWhenTheyApply();
     void findDialogSearchesBothWays();
     void replaceAllDoesNotSearchItsOwnReplacements();
     void goToLineDialogMovesTheCaret();
@@ -239,20 +229,6 @@ void tst_SourceView::tabsSwitchTheViews()
     tabs()->setCurrentIndex(0);
     QVERIFY(m_editor->DesignViewActive());
     QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>two</p>"));
-}
-
-void tst_SourceView::nothingSwitchesBeforeTheDocumentIsReady()
-{
-    HTMLEditorComponent early;
-    QVERIFY(!early.isDocumentReady());
-    early.ToggleDesignSourceView(QStringLiteral("source"));
-    QVERIFY(early.DesignViewActive());
-    // A tab chosen too early goes back to the view that shows.
-    auto *earlyTabs = early.findChild<QTabBar *>(QStringLiteral("TabStrip1"));
-    earlyTabs->setCurrentIndex(1);
-    QCOMPARE(earlyTabs->currentIndex(), 0);
-    QVERIFY(early.DesignViewActive());
-    QVERIFY(VantryTest::waitUntilReady(early));
 }
 
 void tst_SourceView::bodyOrWholeDocumentTravelsBothWays_data()
@@ -554,10 +530,20 @@ void tst_SourceView::whitespaceItemSaysWhatItWillDo()
     QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
 }
 
-void tst_SourceView::clipboardAndUndoItems()
+void tst_SourceView::clipboardAndUndoItemsWhenTheyApply()
 {
     editor()->setText(QStringLiteral("abc def"));
+    editor()->updateContextMenu();
+    // A fresh text has nothing to undo and nothing selected.
+    QVERIFY(!menuItem("mnuUndo")->isEnabled());
+    QVERIFY(!menuItem("mnuCut")->isEnabled());
+    QVERIFY(!menuItem("mnuMakeUpperCase")->isEnabled());
+    QVERIFY(menuItem("mnuFind")->isEnabled());
     editor()->select(1, 1, 1, 4);
+    editor()->updateContextMenu();
+    QVERIFY(menuItem("mnuCut")->isEnabled());
+    QVERIFY(menuItem("mnuMakeLowerCase")->isEnabled());
+
     choose("mnuCopy");
     editor()->setCaretPosition(1, 8);
     choose("mnuPaste");
@@ -569,21 +555,6 @@ void tst_SourceView::clipboardAndUndoItems()
     QCOMPARE(editor()->text(), QStringLiteral("abc defabc"));
     choose("mnuRedo");
     QCOMPARE(editor()->text(), QStringLiteral("abcabc"));
-}
-
-void tst_SourceView::menuEnablesWhatApplies()
-{
-    editor()->setText(QStringLiteral("abc"));
-    editor()->updateContextMenu();
-    // A fresh text has nothing to undo and nothing selected.
-    QVERIFY(!menuItem("mnuUndo")->isEnabled());
-    QVERIFY(!menuItem("mnuCut")->isEnabled());
-    QVERIFY(!menuItem("mnuMakeUpperCase")->isEnabled());
-    QVERIFY(menuItem("mnuFind")->isEnabled());
-    editor()->select(1, 1, 1, 2);
-    editor()->updateContextMenu();
-    QVERIFY(menuItem("mnuCut")->isEnabled());
-    QVERIFY(menuItem("mnuMakeLowerCase")->isEnabled());
 }
 
 void tst_SourceView::findDialogSearchesBothWays()
@@ -778,8 +749,7 @@ void tst_SourceView::missingMemberListFallsBackSilently()
     QVERIFY(QFileInfo(directory).isDir());
     QCOMPARE(editor()->memberList(), Platform::SourceText::builtInHtmlTags());
     QVERIFY(editor()->memberList().contains(QStringLiteral("table")));
-    QTest::qWait(50);
-    QVERIFY(!anyDialogShown());
+    QVERIFY(!QTest::qWaitFor(anyDialogShown, 50));
 
     // An empty list file counts as missing.
     QVERIFY(writeFile(directory + QStringLiteral("/memberlists/html tags.mbr"), "# none\n"));

@@ -85,7 +85,9 @@ private:
     void load(const QString &body);
     TextRange found(const QString &needle);
     void select(const QString &needle);
-    void caretAt(const QString &needle);
+    void caretAt(const QString &needle, bool atEnd = false);
+    // The widget that takes the keys, with the document focused.
+    QWidget *input();
     QVariant js(const QString &operation, const QVariantList &args = {});
     QString paintingOrder();
 
@@ -118,12 +120,18 @@ void tst_CommandSet::select(const QString &needle)
     QVERIFY(m_surface->selectRange(range));
 }
 
-void tst_CommandSet::caretAt(const QString &needle)
+void tst_CommandSet::caretAt(const QString &needle, bool atEnd)
 {
     const TextRange range = found(needle);
     QVERIFY2(!range.isNull(), qPrintable(needle));
-    QVERIFY(m_surface->collapseRange(range, true));
+    QVERIFY(m_surface->collapseRange(range, !atEnd));
     QVERIFY(m_surface->selectRange(range));
+}
+
+QWidget *tst_CommandSet::input()
+{
+    m_surface->focusDocument();
+    return VantryTest::inputOf(*m_surface);
 }
 
 QVariant tst_CommandSet::js(const QString &operation, const QVariantList &args)
@@ -611,14 +619,13 @@ void tst_CommandSet::draggingMovesPositionedElements()
     const QVariant ticket = js(QStringLiteral("frameTicket"));
     QTRY_VERIFY(js(QStringLiteral("frameRendered"), {ticket}).toBool());
 
-    QWidget *view = m_surface->widget();
-    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+    QWidget *mouse = VantryTest::inputOf(*m_surface);
     // On the left edge, where a click takes the element whole.
     const QPoint grip(102, 125);
-    QTest::mousePress(input, Qt::LeftButton, Qt::NoModifier, grip);
-    QTest::mouseMove(input, grip + QPoint(10, 10));
-    QTest::mouseMove(input, grip + QPoint(23, 17));
-    QTest::mouseRelease(input, Qt::LeftButton, Qt::NoModifier, grip + QPoint(23, 17));
+    QTest::mousePress(mouse, Qt::LeftButton, Qt::NoModifier, grip);
+    QTest::mouseMove(mouse, grip + QPoint(10, 10));
+    QTest::mouseMove(mouse, grip + QPoint(23, 17));
+    QTest::mouseRelease(mouse, Qt::LeftButton, Qt::NoModifier, grip + QPoint(23, 17));
     const QString left = QString::number(topLeft.x()) + QLatin1String("px");
     const QString top = QString::number(topLeft.y()) + QLatin1String("px");
     QTRY_COMPARE(m_surface->styleProperty(div, QStringLiteral("left")), left);
@@ -637,15 +644,11 @@ void tst_CommandSet::undoAndRedoFollowOneHistory()
     load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"));
     m_surface->useElementFormatting();
     const QString loaded = m_surface->bodyInnerHTML();
-    QWidget *view = m_surface->widget();
-    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
-    m_surface->focusDocument();
+    QWidget *keys = input();
 
     // Typing, then a table command, then formatting.
-    const TextRange end = found(QStringLiteral("word"));
-    QVERIFY(m_surface->collapseRange(end, false));
-    QVERIFY(m_surface->selectRange(end));
-    QTest::keyClicks(input, QStringLiteral("xy"));
+    caretAt(QStringLiteral("word"), true);
+    QTest::keyClicks(keys, QStringLiteral("xy"));
     QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxy")));
     const QString typed = m_surface->bodyInnerHTML();
 
@@ -676,15 +679,11 @@ void tst_CommandSet::undoAndRedoFollowOneHistory()
 void tst_CommandSet::enterDoesNotCopyIds()
 {
     load(QStringLiteral("<p id=\"intro\">first</p>"));
-    QWidget *view = m_surface->widget();
-    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
-    m_surface->focusDocument();
-    const TextRange end = found(QStringLiteral("first"));
-    QVERIFY(m_surface->collapseRange(end, false));
-    QVERIFY(m_surface->selectRange(end));
-    QTest::keyClick(input, Qt::Key_Return);
-    QTest::qWait(200);
-    QTest::keyClicks(input, QStringLiteral("next"));
+    QWidget *keys = input();
+    caretAt(QStringLiteral("first"), true);
+    QTest::keyClick(keys, Qt::Key_Return);
+    QTRY_COMPARE(m_surface->elementsByTagName(QStringLiteral("p")).size(), 2);
+    QTest::keyClicks(keys, QStringLiteral("next"));
     QTRY_VERIFY2(m_surface->bodyInnerText().contains(QLatin1String("next")),
         qPrintable(m_surface->bodyInnerHTML()));
     const QString html = m_surface->bodyInnerHTML();
@@ -692,17 +691,20 @@ void tst_CommandSet::enterDoesNotCopyIds()
     QVERIFY2(html.startsWith(QLatin1String("<p id=\"intro\">first</p>")), qPrintable(html));
 }
 
+// The key removes the element selected whole, and nothing else, as one undo step.
 void tst_CommandSet::deletingAnElementCanBeUndone()
 {
     load(QStringLiteral("<p>before <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
                         "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> after</p>"));
     const QString loaded = m_surface->bodyInnerHTML();
-    QWidget *view = m_surface->widget();
-    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
-    m_surface->focusDocument();
+    QWidget *keys = input();
     QVERIFY(m_surface->selectElement(m_surface->images().first()));
-    QTest::keyClick(input, Qt::Key_Delete);
+    QSignalSpy changed(m_surface, &Platform::DesignSurface::contentChanged);
+    QTest::keyClick(keys, Qt::Key_Delete);
     QTRY_VERIFY(m_surface->images().isEmpty());
+    QVERIFY(m_surface->bodyInnerHTML().contains(QStringLiteral("before  after")));
+    QTRY_VERIFY(!changed.isEmpty());
+    QCOMPARE(m_surface->selectionType(), Platform::SelectionType::None);
     QTRY_COMPARE(m_surface->commandStatus(Undo), 3);
     QVERIFY(m_surface->execCommand(Undo));
     QCOMPARE(m_surface->bodyInnerHTML(), loaded);
@@ -713,21 +715,17 @@ void tst_CommandSet::deletingAnElementCanBeUndone()
 void tst_CommandSet::keyboardUndoTakesTheSameSteps()
 {
     load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"));
-    QWidget *view = m_surface->widget();
-    QWidget *input = view->focusProxy() ? view->focusProxy() : view;
-    m_surface->focusDocument();
-    const TextRange end = found(QStringLiteral("word"));
-    QVERIFY(m_surface->collapseRange(end, false));
-    QVERIFY(m_surface->selectRange(end));
-    QTest::keyClicks(input, QStringLiteral("s"));
+    QWidget *keys = input();
+    caretAt(QStringLiteral("word"), true);
+    QTest::keyClicks(keys, QStringLiteral("s"));
     QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("words")));
     const QString typed = m_surface->bodyInnerHTML();
     caretAt(QStringLiteral("cell"));
     QVERIFY(m_surface->execCommand(InsertCol));
 
-    QTest::keyClick(input, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(keys, Qt::Key_Z, Qt::ControlModifier);
     QTRY_COMPARE(m_surface->bodyInnerHTML(), typed);
-    QTest::keyClick(input, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(keys, Qt::Key_Z, Qt::ControlModifier);
     QTRY_VERIFY(!m_surface->bodyInnerText().contains(QLatin1String("words")));
 }
 
