@@ -1,13 +1,18 @@
 #pragma once
 
+#include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
 #include <QPointer>
 #include <QtGlobal>
 
+#include <memory>
+
 class QWidget;
 
 namespace Vantry {
+
+class UserPrompts;
 
 // The editor's own dialogs: table, image, link, page, style, element properties, spelling
 // and upload. The editor fills a dialog's values from the document, hands them here, and
@@ -25,6 +30,12 @@ public:
     EditorDialogs() = default;
     virtual ~EditorDialogs();
     Q_DISABLE_COPY_MOVE(EditorDialogs)
+
+    // Tables. insertTable may leave the row and column counts as typed: the editor inserts
+    // nothing, and says why, when they are not 1 to 1,000 rows and 1 to 100 columns.
+    virtual bool insertTable(InsertTableValues &values) = 0;
+    virtual bool tableProperties(TablePropertiesValues &values) = 0;
+    virtual bool cellProperties(CellPropertiesValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -34,12 +45,21 @@ public:
     explicit WidgetDialogs(QWidget *parent);
     ~WidgetDialogs() override;
 
+    // Tables.
+    bool insertTable(InsertTableValues &values) override;
+    bool tableProperties(TablePropertiesValues &values) override;
+    bool cellProperties(CellPropertiesValues &values) override;
+
 protected:
     // The window the dialogs are modal to; none once parent is gone.
     QWidget *window() const;
+    // The colour and file pickers of the dialogs: the editor's prompts when parent is an
+    // editor, else the desktop's.
+    UserPrompts &prompts() const;
 
 private:
     QPointer<QWidget> m_parent;
+    mutable std::unique_ptr<UserPrompts> m_ownPrompts;
 };
 
 } // namespace Vantry

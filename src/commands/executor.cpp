@@ -4,6 +4,7 @@
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
+#include "dialogs/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
 
@@ -72,13 +73,49 @@ bool PendingDialogLauncher::spellCheck(const QString &)
     return announce(QStringLiteral("Spell checking"));
 }
 
+EditorDialogLauncher::EditorDialogLauncher(Platform::DesignSurface &surface,
+    SelectionAccess &selection, DocumentReferences &references, Executor::Hooks hooks)
+    : PendingDialogLauncher(hooks.prompts)
+    , m_surface(surface)
+    , m_selection(selection)
+    , m_references(references)
+    , m_hooks(std::move(hooks))
+{ }
+
+bool EditorDialogLauncher::insertTableDialog(QVariant *parameters)
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::insertTableDialog(parameters);
+    return Dialogs::askInsertTable(
+        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()},
+        parameters);
+}
+
+bool EditorDialogLauncher::tableProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::tableProperties();
+    return Dialogs::editTableProperties(
+        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+}
+
+bool EditorDialogLauncher::cellProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::cellProperties();
+    return Dialogs::editCellProperties({m_surface, m_selection, m_references, m_hooks.dialogs(),
+        m_hooks.prompts(), m_hooks.placeImage, QString()});
+}
+
 Executor::Executor(
     DesignSurface &surface, SelectionAccess &selection, DocumentReferences &references, Hooks hooks)
     : m_surface(surface)
     , m_selection(selection)
     , m_references(references)
     , m_hooks(std::move(hooks))
-    , m_dialogs(std::make_unique<PendingDialogLauncher>(m_hooks.prompts))
+    , m_dialogs(std::make_unique<EditorDialogLauncher>(surface, selection, references, m_hooks))
 { }
 
 Executor::~Executor() = default;

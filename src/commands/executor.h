@@ -112,6 +112,8 @@ public:
         std::function<QString(const QString &path)> placeImage;
         // Shows the design view's find dialog.
         std::function<void()> showFindDialog;
+        // The folder the table dialogs' background-image pickers start in.
+        std::function<QString()> imageDirectory;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,
@@ -155,6 +157,25 @@ private:
     TableArguments m_table;
     ImageArguments m_image;
     bool m_switches[3] = {false, false, false};
+};
+
+// The launcher an executor starts with: the table dialogs through the editor's dialogs
+// (hooks.dialogs; while unset they are announced like the others).
+class EditorDialogLauncher : public PendingDialogLauncher
+{
+public:
+    EditorDialogLauncher(Platform::DesignSurface &surface, SelectionAccess &selection,
+        DocumentReferences &references, Executor::Hooks hooks);
+
+    bool insertTableDialog(QVariant *parameters) override;
+    bool tableProperties() override;
+    bool cellProperties() override;
+
+private:
+    Platform::DesignSurface &m_surface;
+    SelectionAccess &m_selection;
+    DocumentReferences &m_references;
+    Executor::Hooks m_hooks;
 };
 
 } // namespace Vantry::Commands

@@ -85,6 +85,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     executorHooks.markDirty = [q] { q->setisDirty(true); };
     executorHooks.prompts = currentPrompts;
     executorHooks.dialogs = [this]() -> EditorDialogs & { return *dialogs; };
+    executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
             button->setCheckable(true);

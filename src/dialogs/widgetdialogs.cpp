@@ -1,4 +1,10 @@
 #include <VantryHTMLEditor/EditorDialogs.h>
+#include <VantryHTMLEditor/HTMLEditorComponent.h>
+#include <VantryHTMLEditor/UserPrompts.h>
+
+#include "dialogs/cellpropertiesdialog.h"
+#include "dialogs/inserttabledialog.h"
+#include "dialogs/tablepropertiesdialog.h"
 
 #include <QWidget>
 
@@ -15,6 +21,51 @@ WidgetDialogs::~WidgetDialogs() = default;
 QWidget *WidgetDialogs::window() const
 {
     return m_parent ? m_parent->window() : nullptr;
+}
+
+UserPrompts &WidgetDialogs::prompts() const
+{
+    if (auto *editor = qobject_cast<HTMLEditorComponent *>(m_parent.data()))
+        return editor->userPrompts();
+    if (!m_ownPrompts)
+        m_ownPrompts = std::make_unique<WidgetPrompts>(window());
+    return *m_ownPrompts;
+}
+
+namespace {
+
+// Shows a dialog over its values: filled from them, and on OK they take what was collected.
+// Closing the window is Cancel.
+template <typename Dialog, typename Values> bool runDialog(Dialog &dialog, Values &values)
+{
+    dialog.setValues(values);
+    if (dialog.exec() != QDialog::Accepted) {
+        values.Cancel = true;
+        return false;
+    }
+    values = dialog.values();
+    return true;
+}
+
+} // namespace
+
+bool WidgetDialogs::insertTable(InsertTableValues &values)
+{
+    Dialogs::InsertTableDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::tableProperties(TablePropertiesValues &values)
+{
+    Dialogs::TablePropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::cellProperties(CellPropertiesValues &values)
+{
+    Dialogs::CellPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
 }
 
 } // namespace Vantry

@@ -39,6 +39,32 @@ bool DesignSurface::setDisplaySwitch(const QString &name, bool)
     return false;
 }
 
+DesignSurface::ElementFields DesignSurface::elementFields(
+    const Element &element, const QStringList &attributes, const QStringList &styles)
+{
+    ElementFields fields;
+    for (const QString &name : attributes) {
+        const QString value = attribute(element, name);
+        fields.attributes.append(value.isEmpty() ? std::nullopt : std::optional<QString>(value));
+    }
+    for (const QString &name : styles)
+        fields.styles.append(styleProperty(element, name));
+    return fields;
+}
+
+bool DesignSurface::editElementFields(const Element &element, const QList<FieldEdit> &edits)
+{
+    for (const FieldEdit &edit : edits) {
+        const bool done = edit.style
+            ? setStyleProperty(element, edit.name, edit.value.value_or(QString()))
+            : edit.value ? setAttribute(element, edit.name, *edit.value)
+                         : removeAttribute(element, edit.name);
+        if (!done)
+            return false;
+    }
+    return true;
+}
+
 QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds, QHash<int, QVariant> *)
 {
     QHash<int, int> status;

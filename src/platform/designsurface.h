@@ -11,6 +11,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <optional>
 
 class QKeySequence;
 class QPrinter;
@@ -118,6 +119,24 @@ public:
     virtual bool setStyleProperty(const Element &element, const QString &name, const QString &value)
         = 0;
     virtual TableParts tableParts(const Element &table) = 0;
+    // What a property dialog shows of an element, in one call: each attribute (nothing
+    // when absent) and each style property (empty when unset).
+    struct ElementFields
+    {
+        QList<std::optional<QString>> attributes;
+        QStringList styles;
+    };
+    virtual ElementFields elementFields(
+        const Element &element, const QStringList &attributes, const QStringList &styles);
+    // A dialog's answer, written as one undo step: an attribute without a value and a style
+    // property with an empty one are removed.
+    struct FieldEdit
+    {
+        QString name;
+        std::optional<QString> value;
+        bool style = false;
+    };
+    virtual bool editElementFields(const Element &element, const QList<FieldEdit> &edits);
     virtual QList<Element> images() = 0;
     virtual QList<Element> scripts() = 0;
 

@@ -52,6 +52,29 @@ public:
     bool shownExisting = false;
 };
 
+// Answers the table dialogs as a user would, after looking at what they show.
+class TableAnswers : public EditorDialogs
+{
+public:
+    bool insertTable(InsertTableValues &values) override { return answer(insert, values); }
+    bool tableProperties(TablePropertiesValues &values) override { return answer(table, values); }
+    bool cellProperties(CellPropertiesValues &values) override { return answer(cell, values); }
+
+    std::function<void(InsertTableValues &)> insert;
+    std::function<void(TablePropertiesValues &)> table;
+    std::function<void(CellPropertiesValues &)> cell;
+
+private:
+    template <typename Values>
+    static bool answer(const std::function<void(Values &)> &user, Values &values)
+    {
+        values.Cancel = !user;
+        if (user)
+            user(values);
+        return !values.Cancel;
+    }
+};
+
 } // namespace
 
 class tst_Executor : public QObject
@@ -96,6 +119,8 @@ private Q_SLOTS:
     void dialogCommandsSayWhatIsComing_data();
     void dialogCommandsSayWhatIsComing();
     void hyperlinkWrapsAndUnwraps();
+    void tableDialogsWriteOneUndoStep_data();
+    void tableDialogsWriteOneUndoStep();
     void contextMenuForWhatIsUnderTheSelection_data();
     void contextMenuForWhatIsUnderTheSelection();
     void contextMenuRespectsHostSettings();
@@ -943,7 +968,6 @@ void tst_Executor::findDialogOpensOnTheSelectedText()
 void tst_Executor::dialogCommandsSayWhatIsComing_data()
 {
     QTest::addColumn<EditorMethod>("method");
-    QTest::newRow("InsertTABLE") << &HTMLEditorComponent::InsertTABLE;
     QTest::newRow("InsertImage") << &HTMLEditorComponent::InsertImage;
     QTest::newRow("UploadImage") << &HTMLEditorComponent::UploadImage;
     QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
@@ -964,6 +988,101 @@ void tst_Executor::dialogCommandsSayWhatIsComing()
         qPrintable(shown.first()));
     QCOMPARE(body(), before);
     QVERIFY(!m_editor->isDirty());
+}
+
+void tst_Executor::tableDialogsWriteOneUndoStep_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QString>("info");
+    QTest::newRow("insert") << 27 << "<p>here</p>"
+                            << "<table border=\"1\" cellpadding=\"2\" cellspacing=\"0\" "
+                               "width=\"50%\" align=\"center\"><tbody><tr><td bgcolor=\"#FF0000\">"
+                               "</td><td bgcolor=\"#FF0000\"></td></tr></tbody></table>"
+                            << "";
+    QTest::newRow("insert refuses 0 rows") << 27 << "<p>here</p>"
+                                           << ""
+                                           << "A table needs 1 to 1000 rows and 1 to 100 columns.";
+    QTest::newRow("table")
+        << 55
+        << "<table style=\"width: 80%;\" bordercolordark=\"#000000\" width=\"80%\">"
+           "<tbody><tr><td>here</td></tr></tbody></table>"
+        << "<table style=\"height: 40px;\" bordercolordark=\"#000000\" "
+           "height=\"40\" bordercolorlight=\"#111111\"><tbody><tr><td>here</td>"
+           "</tr></tbody></table>"
+        << "";
+    QTest::newRow("cell") << 56
+                          << "<table><tbody><tr><td bordercolorlight=\"#000000\" nowrap=\"\">here"
+                             "</td></tr></tbody></table>"
+                          << "<table><tbody><tr><td bordercolorlight=\"#000000\" "
+                             "width=\"30%\" style=\"width: 30%;\" valign=\"top\">here</td></tr>"
+                             "</tbody></table>"
+                          << "";
+}
+
+// Each answer is checked against what the dialog was shown: the highlight box shows
+// borderColorDark, the shadow box borderColorLight, and the no-wrap flag the bare attribute.
+// Undo puts a removed attribute back last, so the documents hold those last already.
+void tst_Executor::tableDialogsWriteOneUndoStep()
+{
+    QFETCH(int, number);
+    QFETCH(QString, start);
+    QFETCH(QString, expected);
+    QFETCH(QString, info);
+    load(start);
+    select(QStringLiteral("here"));
+    TableAnswers answers;
+    answers.insert = [&info](InsertTableValues &values) {
+        values.Rows = info.isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
+        values.Columns = QStringLiteral("2");
+        values.Width = QStringLiteral("50%");
+        values.Alignment = QStringLiteral("center");
+        values.BGColorCell = QStringLiteral("#FF0000");
+    };
+    answers.table = [](TablePropertiesValues &values) {
+        QCOMPARE(values.BorderHighlight, QStringLiteral("#000000"));
+        QCOMPARE(values.Width, QStringLiteral("80%"));
+        values.Width = QStringLiteral("0");
+        values.Height = QStringLiteral("40");
+        values.BorderShadow = QStringLiteral("#111111");
+    };
+    answers.cell = [](CellPropertiesValues &values) {
+        QVERIFY(values.NoWrap);
+        QCOMPARE(values.BorderShadow, QStringLiteral("#000000"));
+        values.NoWrap = false;
+        values.Width = QStringLiteral("30%");
+        values.VerticalAlignment = QStringLiteral("top");
+    };
+    localExecutor();
+    Executor::Hooks hooks;
+    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
+    m_executor->setDialogLauncher(
+        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
+    const QString before = body();
+
+    m_executor->executeCommand(number);
+    const QString after = body();
+    if (!info.isEmpty()) {
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{info});
+        QCOMPARE(after, before);
+        QCOMPARE(m_dirtyMarks, 0);
+        return;
+    }
+    QVERIFY2(after.contains(expected), qPrintable(after));
+    QCOMPARE(m_dirtyMarks, 1);
+    m_executor->executeCommand(19);
+    QCOMPARE(body(), before);
+
+    // Cancel writes nothing.
+    answers.insert = nullptr;
+    answers.table = nullptr;
+    answers.cell = nullptr;
+    select(QStringLiteral("here"));
+    m_executor->executeCommand(number);
+    QCOMPARE(body(), before);
+    QCOMPARE(m_dirtyMarks, 2);
 }
 
 void tst_Executor::hyperlinkWrapsAndUnwraps()

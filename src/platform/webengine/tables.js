@@ -372,6 +372,25 @@
         return true;
     }
 
+    // The parameters' attribute texts are unquoted, as the insert-table dialog has always
+    // written them ("border= cellPadding=2 width=100%"): a value ends at the next blank, and
+    // an empty value is no attribute rather than one that swallows the next.
+    function attributeText(text) {
+        let out = '';
+        const re = /([^\s="']+)(?:=("[^"]*"|'[^']*'|[^\s"']*))?/g;
+        let m;
+        while ((m = re.exec(String(text || ''))) !== null) {
+            if (m[2] === undefined) {
+                out += ' ' + m[1];
+                continue;
+            }
+            const value = /^["']/.test(m[2]) ? m[2].slice(1, -1) : m[2];
+            if (value !== '')
+                out += ' ' + m[1] + '="' + value.replace(/&/g, '&amp;').replace(/"/g, '&quot;') + '"';
+        }
+        return out;
+    }
+
     // Inserts a table built from the insert-table parameters at the selection.
     function insertTable(argument) {
         const a = argument || {};
@@ -379,8 +398,8 @@
         const cols = Math.max(1, parseInt(a.NumCols, 10) || 1);
         if (rows > MAX_ROWS || cols > MAX_COLUMNS)
             throw new Error(TOO_BIG);
-        const cellAttrs = a.CellAttrs ? ' ' + a.CellAttrs : '';
-        let html = '<table' + (a.TableAttrs ? ' ' + a.TableAttrs : '') + '>';
+        const cellAttrs = attributeText(a.CellAttrs);
+        let html = '<table' + attributeText(a.TableAttrs) + '>';
         if (a.Caption)
             html += '<caption>' + a.Caption + '</caption>';
         html += '<tbody>';
@@ -409,6 +428,32 @@
         const r = V.selectionRange();
         return r && V.inBody(r.startContainer) ? ENABLED : DISABLED;
     });
+
+    // A property dialog's fields of an element, read in one call: attributes (null when
+    // absent) and style properties.
+    V.register('elementFields', (h, attributes, styles) => {
+        const el = V.nodeFor(h);
+        return { attributes: attributes.map(name => el.getAttribute(name)),
+                 styles: styles.map(name => (el.style ? el.style.getPropertyValue(name) : '')) };
+    });
+    // A property dialog's answer as one undo step: [kind, name, value] with kind 'set',
+    // 'remove' or 'style' (an empty style value removes the property).
+    V.register('editElementFields', (h, edits) => V.recorded(() => {
+        const el = V.nodeFor(h);
+        for (const [kind, name, value] of edits) {
+            if (kind === 'set')
+                el.setAttribute(name, value);
+            else if (kind === 'remove')
+                el.removeAttribute(name);
+            else if (value === '')
+                el.style.removeProperty(name);
+            else
+                el.style.setProperty(name, value);
+        }
+        if (el.getAttribute('style') === '')
+            el.removeAttribute('style');
+        return true;
+    }));
 
     // The table's rows and cells, not those of nested tables, its width in columns, and how
     // many of each a deletion at the selection would take (none when the selection is not in

@@ -657,6 +657,35 @@ bool WebEngineDesignSurface::setStyleProperty(
     return callBool(QStringLiteral("setStyleProperty"), {element.toVariant(), name, value});
 }
 
+DesignSurface::ElementFields WebEngineDesignSurface::elementFields(
+    const Element &element, const QStringList &attributes, const QStringList &styles)
+{
+    const QVariantMap answer
+        = callValue(QStringLiteral("elementFields"), {element.toVariant(), attributes, styles})
+              .toMap();
+    ElementFields fields;
+    // An absent attribute comes back as null.
+    for (const QVariant &value : answer.value(QStringLiteral("attributes")).toList()) {
+        fields.attributes.append(
+            value.isNull() ? std::nullopt : std::optional<QString>(value.toString()));
+    }
+    fields.styles = answer.value(QStringLiteral("styles")).toStringList();
+    return fields;
+}
+
+bool WebEngineDesignSurface::editElementFields(
+    const Element &element, const QList<FieldEdit> &edits)
+{
+    QVariantList list;
+    for (const FieldEdit &edit : edits) {
+        const QString kind = edit.style ? QStringLiteral("style")
+            : edit.value                ? QStringLiteral("set")
+                                        : QStringLiteral("remove");
+        list.append(QVariant(QVariantList{kind, edit.name, edit.value.value_or(QString())}));
+    }
+    return callBool(QStringLiteral("editElementFields"), {element.toVariant(), list});
+}
+
 TableParts WebEngineDesignSurface::tableParts(const Element &table)
 {
     const QVariantMap answer = callValue(QStringLiteral("tableParts"), {table.toVariant()}).toMap();

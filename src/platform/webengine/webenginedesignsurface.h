@@ -58,6 +58,9 @@ public:
     QString styleProperty(const Element &element, const QString &name) override;
     bool setStyleProperty(
         const Element &element, const QString &name, const QString &value) override;
+    ElementFields elementFields(
+        const Element &element, const QStringList &attributes, const QStringList &styles) override;
+    bool editElementFields(const Element &element, const QList<FieldEdit> &edits) override;
     TableParts tableParts(const Element &table) override;
     QList<Element> images() override;
     QList<Element> scripts() override;
