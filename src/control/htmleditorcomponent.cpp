@@ -18,7 +18,7 @@
 #include "control/shortcuts.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
-#include "platform/prompts/findreplacedialog.h"
+#include "dialogs/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
 #include "platform/scintilla/sourceeditor.h"
 #include "text/designsearch.h"
@@ -100,7 +100,7 @@ public:
     bool firstCompletionHandled = false;
     QMetaObject::Connection focusConnection;
     std::unique_ptr<Text::DesignSearch> designSearch;
-    QPointer<Platform::FindReplaceDialog> findDialog;
+    QPointer<Dialogs::FindReplaceDialog> findDialog;
 
     mutable QPointer<clsContextMenu> contextMenu;
     mutable QPointer<clsToolbar> toolbar;
@@ -164,7 +164,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     selection = std::make_unique<Commands::SelectionAccess>(
         *surface, references, std::move(selectionHooks));
     finder = std::make_unique<Text::FindReplace>(*surface, references);
-    scriptInjection = std::make_unique<Text::ScriptInjection>(*surface, *selection, references);
+    scriptInjection = std::make_unique<Text::ScriptInjection>(
+        *surface,
+        [this](const QString &tagName) { return selection->findSelectedElementByTag(tagName); },
+        references);
     printing = std::make_unique<Text::Printing>(
         *surface, [this]() -> Platform::UserPrompts & { return *prompts; });
     Commands::Executor::Hooks executorHooks;
@@ -291,7 +294,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
 void HTMLEditorComponent::Private::showFindDialog()
 {
     if (!findDialog)
-        findDialog = new Platform::FindReplaceDialog(*designSearch, q);
+        findDialog = new Dialogs::FindReplaceDialog(*designSearch, q);
     const QString selected = surface->rangeText(surface->selectionRange());
     if (!surface->lastCallFailed() && !selected.isEmpty() && selected.size() < 100
         && !selected.contains(QLatin1Char('\n')))
