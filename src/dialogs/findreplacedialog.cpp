@@ -108,7 +108,7 @@ void FindReplaceDialog::report(bool found)
     m_status->setText(found ? QString() : QStringLiteral("The text was not found."));
 }
 
-SearchOptions FindReplaceDialog::options() const
+Platform::SearchOptions FindReplaceDialog::options() const
 {
     return {m_matchCase->isChecked(), m_wholeWord->isChecked(), m_searchUp->isChecked()};
 }
