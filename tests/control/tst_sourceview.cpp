@@ -9,8 +9,8 @@
 #include "control/appdirectory.h"
 #include "dialogs/findreplacedialog.h"
 #include "dialogs/gotolinedialog.h"
-#include "platform/scintilla/sourceeditor.h"
 #include "platform/scintilla/languagefile.h"
+#include "platform/scintilla/sourceeditor.h"
 #include "platform/scintilla/sourcetext.h"
 
 #include <Qsci/qscilexer.h>
