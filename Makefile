@@ -7,6 +7,11 @@ JOBS ?= 2
 SAMPLE ?= examples/host/samples/welcome.html
 SCREENSHOT ?= $(BUILD_DIR)/vantry-editor.png
 ENGINE_ENV = QTWEBENGINE_DISABLE_SANDBOX=1 QTWEBENGINE_CHROMIUM_FLAGS=--disable-gpu
+CMAKE_ARGS ?=
+# CI builds with warnings as errors; an existing build folder is switched over too.
+ifeq ($(CI),true)
+CMAKE_ARGS += -DVANTRY_WARNINGS_AS_ERRORS=ON
+endif
 
 .PHONY: all deps configure build run test bench format clean
 
@@ -16,9 +21,12 @@ deps:
 	@bash tools/install-deps.sh
 
 $(BUILD_DIR)/build.ninja: | deps
-	cmake -S . -B $(BUILD_DIR) -G Ninja -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+	cmake -S . -B $(BUILD_DIR) -G Ninja -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_ARGS)
 
 configure: deps $(BUILD_DIR)/build.ninja
+ifeq ($(CI),true)
+	cmake -S . -B $(BUILD_DIR) $(CMAKE_ARGS)
+endif
 
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)

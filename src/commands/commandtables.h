@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dialogs/tablemarkup.h"
 #include "commands/command.h"
 #include "commands/commandsink.h"
 
@@ -79,10 +80,8 @@ struct TableArguments
     QString className;
 };
 
-// The largest table hosts may build from arguments: already far more than a page shows,
-// and its markup stays at a few megabytes.
-inline constexpr int maxTableRows = 1000;
-inline constexpr int maxTableColumns = 100;
+using Dialogs::maxTableColumns;
+using Dialogs::maxTableRows;
 
 // Why no table can be built from these arguments (rows or columns out of 1 to the maximum);
 // empty when one can.

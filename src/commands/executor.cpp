@@ -4,7 +4,7 @@
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
-#include "dialogs/tableflow.h"
+#include "commands/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
 

@@ -17,12 +17,13 @@ class UserPrompts;
 namespace Vantry::Platform {
 class DesignSurface;
 using Vantry::UserPrompts;
+struct DocumentReferences;
 } // namespace Vantry::Platform
 
 namespace Vantry::Commands {
 
 class SelectionAccess;
-struct DocumentReferences;
+using Platform::DocumentReferences;
 
 // What the link dialog shows and returns; the values go into the anchor as they are.
 struct LinkFields

@@ -7,7 +7,7 @@
 namespace Vantry::Commands {
 
 using Platform::DesignSurface;
-using Platform::FontChoice;
+using Vantry::FontChoice;
 
 namespace {
 
@@ -27,7 +27,7 @@ std::optional<FontChoice> selectionFont(DesignSurface &surface)
     FontChoice font;
     font.family = values.value(DesignCommand::GetFontName).toString();
     font.htmlSize = values.value(DesignCommand::GetFontSize).toInt();
-    font.color = Platform::colorFromCss(values.value(GetForeColor).toString());
+    font.color = Dialogs::colorFromCss(values.value(GetForeColor).toString());
     font.bold = states.value(DesignCommand::Bold) == Latched;
     font.italic = states.value(DesignCommand::Italic) == Latched;
     font.underline = states.value(DesignCommand::Underline) == Latched;

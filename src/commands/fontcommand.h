@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/prompts/fontchoice.h"
+#include "dialogs/fontchoice.h"
 
 #include <optional>
 
@@ -17,12 +17,12 @@ namespace Vantry::Commands {
 
 // The selection's font as the font dialog shows it, read in one round trip; nothing when
 // the surface cannot say.
-std::optional<Platform::FontChoice> selectionFont(Platform::DesignSurface &surface);
+std::optional<Vantry::FontChoice> selectionFont(Platform::DesignSurface &surface);
 
 // Runs the formatting commands that turn before into after, and only those; returns
 // whether any of them changed the document.
-bool applyFontChoice(Platform::DesignSurface &surface, const Platform::FontChoice &before,
-    const Platform::FontChoice &after);
+bool applyFontChoice(Platform::DesignSurface &surface, const Vantry::FontChoice &before,
+    const Vantry::FontChoice &after);
 
 // The font dialog's command: shows the selection's font and applies what the user chose.
 bool chooseFont(Platform::DesignSurface &surface, Platform::UserPrompts &prompts);

@@ -1,7 +1,7 @@
 #include "commands/fontcontrols.h"
 
 #include "commands/commandsink.h"
-#include "commands/selectionstate.h"
+#include "commands/commandstatus.h"
 
 #include <QComboBox>
 #include <QKeyEvent>

@@ -1,6 +1,5 @@
 #include "commands/selectionaccess.h"
 
-#include "control/contentrules.h"
 #include "platform/prompts/userprompts.h"
 
 namespace Vantry::Commands {
@@ -9,53 +8,6 @@ using Platform::Element;
 using Platform::SelectionType;
 using Platform::TextRange;
 using Platform::TextUnit;
-
-std::optional<QString> insertionMarkup(int kind, const QString &html)
-{
-    switch (static_cast<InsertKind>(kind)) {
-    case InsertKind::Button:
-        return QStringLiteral("<BUTTON TITLE=Button>Button!</BUTTON>");
-    case InsertKind::SubmitButton:
-        return QStringLiteral("<input type=\"submit\" value=\"Submit\">");
-    case InsertKind::ResetButton:
-        return QStringLiteral("<input type=\"reset\" value=\"reset\">");
-    case InsertKind::CheckBox:
-        return QStringLiteral("<input type=\"checkbox\" checked value=\"ON\">");
-    case InsertKind::Radio:
-        return QStringLiteral("<input type=\"radio\" checked value=\"V1\">");
-    case InsertKind::DropDown:
-        return QStringLiteral("<select size=\"1\"><option></option></select>");
-    case InsertKind::ListBox:
-        return QStringLiteral("<select size=\"4\"><option></option></select>");
-    case InsertKind::TextBox:
-        return QStringLiteral("<input type=\"text\" size=\"24\" value=\"\">");
-    case InsertKind::TextArea:
-        return QStringLiteral("<textarea rows=\"3\" cols=\"30\"></textarea>");
-    case InsertKind::Form:
-        return QStringLiteral("<FORM action=\"\" method=POST></FORM>");
-    case InsertKind::Html:
-        return html;
-    }
-    return std::nullopt;
-}
-
-bool CheckBoolean(const QVariant &value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Bool:
-        return value.toBool();
-    case QMetaType::QString:
-    case QMetaType::QByteArray: {
-        const QString text = value.toString();
-        return text == QLatin1String("1") || text.toLower() == QLatin1String("true");
-    }
-    default:
-        break;
-    }
-    bool numeric = false;
-    const double number = value.toDouble(&numeric);
-    return numeric && number == 1.0;
-}
 
 SelectionAccess::SelectionAccess(
     Platform::DesignSurface &surface, DocumentReferences &references, Hooks hooks)
@@ -213,7 +165,7 @@ void SelectionAccess::findAndReplaceHTML(const QString &find, const QString &rep
     const QString markup = m_surface.bodyInnerHTML();
     if (failed())
         return;
-    m_surface.editBodyInnerHTML(Control::ContentRules::ReplaceNoCase(markup, find, replacement));
+    m_surface.editBodyInnerHTML(ReplaceNoCase(markup, find, replacement));
 }
 
 } // namespace Vantry::Commands

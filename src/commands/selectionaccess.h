@@ -1,13 +1,14 @@
 #pragma once
 
+#include "commands/insertionrules.h"
 #include "platform/designsurface.h"
+#include "platform/documentreferences.h"
 
 #include <QString>
 #include <QVariant>
 
 #include <functional>
 #include <optional>
-#include <variant>
 
 namespace Vantry {
 class UserPrompts;
@@ -19,39 +20,7 @@ using Vantry::UserPrompts;
 
 namespace Vantry::Commands {
 
-// The two control-wide references into the document that the selection lookups leave
-// behind. The find methods keep their search range in current too, so a find overwrites
-// what a lookup left there, and a lookup ends a search in progress.
-struct DocumentReferences
-{
-    std::variant<std::monostate, Platform::Element, Platform::TextRange> current;
-    // Set by a successful findSelectedElementByTag.
-    Platform::Element found;
-};
-
-// What the insert methods paste; the numbers are the kinds hosts and commands pass.
-enum class InsertKind
-{
-    Button = 1,
-    SubmitButton,
-    ResetButton,
-    CheckBox,
-    Radio,
-    DropDown,
-    ListBox,
-    TextBox,
-    TextArea,
-    Form,
-    Html
-};
-
-// The markup a kind pastes, exactly as written (case and quoting are part of it); html is
-// used by Html only. Nothing for a number outside the kinds.
-std::optional<QString> insertionMarkup(int kind, const QString &html);
-
-// True for the text "1", the number 1, Boolean true, and any text that lower-cased is
-// "true"; false for everything else ("yes", "0", -1 ...).
-bool CheckBoolean(const QVariant &value);
+using Platform::DocumentReferences;
 
 // What is selected in the design view, and putting markup into it. Every method ends
 // quietly with its default (nothing, false, empty) when a document call fails or before

@@ -11,27 +11,6 @@
 
 namespace Vantry::Commands {
 
-namespace {
-
-class UnansweredStatus final : public CommandStatusSource
-{
-public:
-    StatusSnapshot queryStatus(const QList<int> &) override { return {}; }
-};
-
-} // namespace
-
-int CommandStatusSource::commandState(int commandId)
-{
-    return queryStatus({commandId}).states.value(commandId, NotSupported);
-}
-
-CommandStatusSource &noStatusSource()
-{
-    static UnansweredStatus source;
-    return source;
-}
-
 StatusSnapshot SurfaceStatusSource::queryStatus(const QList<int> &commandIds)
 {
     StatusSnapshot snapshot;

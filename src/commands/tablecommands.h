@@ -10,12 +10,13 @@ namespace Vantry::Platform {
 class DesignSurface;
 using Vantry::UserPrompts;
 struct TableParts;
+struct DocumentReferences;
 } // namespace Vantry::Platform
 
 namespace Vantry::Commands {
 
 class SelectionAccess;
-struct DocumentReferences;
+using Platform::DocumentReferences;
 
 enum class TableEdit
 {

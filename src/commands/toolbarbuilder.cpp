@@ -1,6 +1,6 @@
 #include "commands/toolbarbuilder.h"
 
-#include "control/editorlayout.h"
+#include "commands/toolbarmodel.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -140,7 +140,7 @@ void ToolbarButtons::build(
         if (key == QLatin1String("Font") || key == QLatin1String("FontSize")) {
             QComboBox *combo = key == QLatin1String("Font") ? fontCombo : fontSizeCombo;
             const int twips = combo == fontCombo ? fontComboWidthTwips : fontSizeComboWidthTwips;
-            combo->setFixedWidth(Control::twipsToPixels(twips, dpi));
+            combo->setFixedWidth(twipsToPixels(twips, dpi));
             combo->setToolTip(text);
             button = row->addWidget(combo);
         } else {

@@ -7,6 +7,11 @@
 
 namespace Vantry::Commands {
 
+int twipsToPixels(int twips, qreal logicalDpi)
+{
+    return qRound(twips / 15.0 * logicalDpi / 96.0);
+}
+
 namespace {
 
 // Indexed by button member minus one. Two spellings differ from the toolbar's own keys;

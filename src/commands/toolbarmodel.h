@@ -10,6 +10,10 @@
 
 namespace Vantry::Commands {
 
+// Converts twips, the unit the toolbar's geometry is given in, to device-independent
+// pixels at the given logical dpi.
+int twipsToPixels(int twips, qreal logicalDpi);
+
 // The toolbar's rules without its widgets: the key of every configurable button, the rows
 // the three toolbars occupy, and the two dictionaries the host's configuration and the
 // selection refresh share. Keys are looked up ignoring letter case, because the host's

@@ -1,6 +1,10 @@
 #include "control/contentrules.h"
 
+#include "commands/insertionrules.h"
+
 namespace Vantry::Control::ContentRules {
+
+using Commands::indexOfNoCase;
 
 namespace {
 
@@ -9,49 +13,7 @@ QString htmlTag()
     return QStringLiteral("<HTML>");
 }
 
-// Case-insensitive search that is fast on markup: a needle that starts with a character
-// without case variants ('<' for tags) is found by its first character, which QString
-// scans for with SIMD, and only the candidates are compared ignoring case. The generic
-// case-insensitive search folds every character of the document.
-qsizetype indexOfNoCase(QStringView text, QStringView needle, qsizetype from)
-{
-    const QChar first = needle.front();
-    if (first.toLower() != first || first.toUpper() != first)
-        return text.indexOf(needle, from, Qt::CaseInsensitive);
-    const QStringView rest = needle.sliced(1);
-    for (qsizetype at = text.indexOf(first, from); at >= 0; at = text.indexOf(first, at + 1)) {
-        if (text.size() - at < needle.size())
-            return -1;
-        if (text.sliced(at + 1, rest.size()).compare(rest, Qt::CaseInsensitive) == 0)
-            return at;
-    }
-    return -1;
-}
-
 } // namespace
-
-QString ReplaceNoCase(const QString &text, const QString &find, const QString &replacement)
-{
-    if (find.isEmpty())
-        return text;
-    qsizetype hit = indexOfNoCase(text, find, 0);
-    if (hit < 0)
-        return text;
-
-    // One pass with a single growing result: repeated in-place replacement would move the
-    // tail of a large document once per hit.
-    QString result;
-    result.reserve(text.size());
-    qsizetype from = 0;
-    do {
-        result.append(QStringView(text).sliced(from, hit - from));
-        result.append(replacement);
-        from = hit + find.size();
-        hit = indexOfNoCase(text, find, from);
-    } while (hit >= 0);
-    result.append(QStringView(text).sliced(from));
-    return result;
-}
 
 QString removeLineBreaks(const QString &text)
 {

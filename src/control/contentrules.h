@@ -1,5 +1,7 @@
 #pragma once
 
+#include "commands/insertionrules.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -7,10 +9,8 @@
 // document or an engine.
 namespace Vantry::Control::ContentRules {
 
-// Replaces every occurrence of find, ignoring letter case, by replacement; the rest of
-// the text is left as it is and the search continues after each inserted replacement.
-// An empty find text leaves the text unchanged.
-QString ReplaceNoCase(const QString &text, const QString &find, const QString &replacement);
+// Lives with the selection rules that paste markup; the content rules use it throughout.
+using Commands::ReplaceNoCase;
 
 // Removes every carriage-return line-feed pair; a lone line feed or carriage return stays.
 QString removeLineBreaks(const QString &text);

@@ -29,9 +29,4 @@ LayoutResult computeLayout(const LayoutInput &input)
     return result;
 }
 
-int twipsToPixels(int twips, qreal logicalDpi)
-{
-    return qRound(twips / 15.0 * logicalDpi / 96.0);
-}
-
 } // namespace Vantry::Control

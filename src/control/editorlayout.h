@@ -1,5 +1,7 @@
 #pragma once
 
+#include "commands/toolbarmodel.h"
+
 #include <QRect>
 #include <QSize>
 
@@ -30,7 +32,6 @@ struct LayoutResult
 
 LayoutResult computeLayout(const LayoutInput &input);
 
-// Converts twips to device-independent pixels at the given logical dpi.
-int twipsToPixels(int twips, qreal logicalDpi);
+using Commands::twipsToPixels;
 
 } // namespace Vantry::Control

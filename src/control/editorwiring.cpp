@@ -69,7 +69,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     selection = std::make_unique<Commands::SelectionAccess>(
         *surface, references, std::move(selectionHooks));
     finder = std::make_unique<Text::FindReplace>(*surface, references);
-    scriptInjection = std::make_unique<Text::ScriptInjection>(*surface, *selection, references);
+    scriptInjection = std::make_unique<Text::ScriptInjection>(
+        *surface,
+        [this](const QString &tagName) { return selection->findSelectedElementByTag(tagName); },
+        references);
     printing = std::make_unique<Text::Printing>(*surface, currentPrompts);
     designFind = std::make_unique<Text::DesignFind>(
         *surface, q, [this] { executor->executeCommand(Command::Find); });

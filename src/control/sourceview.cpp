@@ -2,11 +2,14 @@
 
 #include "control/appdirectory.h"
 #include "control/contentrules.h"
+#include "dialogs/findreplacedialog.h"
+#include "dialogs/gotolinedialog.h"
 #include "platform/designsurface.h"
 #include "platform/scintilla/sourceeditor.h"
 
 #include <QDir>
 #include <QLabel>
+#include <QMenu>
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QVariant>
@@ -38,8 +41,12 @@ SourceView::SourceView(const Settings &settings, Platform::DesignSurface &surfac
     m_position->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_position->hide();
 
+    createContextMenu();
+
     connect(
         m_editor, &Platform::SourceEditor::caretMoved, this, &SourceView::updatePositionDisplay);
+    connect(m_editor, &Platform::SourceEditor::contextMenuRequested, this,
+        &SourceView::showContextMenu);
     connect(m_tabs, &QTabBar::currentChanged, this,
         [this](int index) { switchTo(index == sourceTab ? View::Source : View::Design); });
 }
@@ -185,6 +192,113 @@ void SourceView::layout(const QSize &editingPanel, const QSize &tabPanel)
         + margin;
     m_position->setGeometry(
         std::max(0, tabPanel.width() - width - margin), 0, width, tabPanel.height());
+}
+
+Dialogs::FindReplaceDialog *SourceView::findReplaceDialog()
+{
+    if (!m_findDialog)
+        m_findDialog = new Dialogs::FindReplaceDialog(*m_editor, m_editor);
+    if (m_editor->hasSelectedText() && !m_editor->selectedText().contains(QLatin1Char('\n')))
+        m_findDialog->setFindText(m_editor->selectedText());
+    return m_findDialog;
+}
+
+Dialogs::FindReplaceDialog *SourceView::showFindDialog()
+{
+    Dialogs::FindReplaceDialog *dialog = findReplaceDialog();
+    dialog->setReplaceMode(false);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+    return dialog;
+}
+
+Dialogs::FindReplaceDialog *SourceView::showReplaceDialog()
+{
+    Dialogs::FindReplaceDialog *dialog = findReplaceDialog();
+    dialog->setReplaceMode(true);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+    return dialog;
+}
+
+Dialogs::GoToLineDialog *SourceView::showGoToLineDialog()
+{
+    if (!m_goToDialog)
+        m_goToDialog = new Dialogs::GoToLineDialog(m_editor);
+    m_goToDialog->prepare(m_editor->lineCount(), m_editor->caretLine());
+    m_goToDialog->open();
+    return m_goToDialog;
+}
+
+QAction *SourceView::addMenuAction(
+    const char *objectName, const QString &caption, void (Platform::SourceEditor::*command)())
+{
+    QAction *action = m_menu->addAction(caption);
+    action->setObjectName(QLatin1String(objectName));
+    connect(action, &QAction::triggered, m_editor, command);
+    return action;
+}
+
+void SourceView::createContextMenu()
+{
+    using Platform::SourceEditor;
+    m_menu = new QMenu(m_editor);
+    m_menu->setObjectName(QStringLiteral("mnuSource"));
+    addMenuAction("mnuCommentSelection", QStringLiteral("Comment Selection"),
+        &SourceEditor::commentSelection);
+    addMenuAction("mnuUncommentSelection", QStringLiteral("Uncomment Selection"),
+        &SourceEditor::uncommentSelection);
+    m_menu->addSeparator();
+    addMenuAction("mnuCut", QStringLiteral("Cut"), &SourceEditor::cut);
+    addMenuAction("mnuCopy", QStringLiteral("Copy"), &SourceEditor::copy);
+    addMenuAction("mnuPaste", QStringLiteral("Paste"), &SourceEditor::paste);
+    m_menu->addSeparator();
+    addMenuAction("mnuUndo", QStringLiteral("Undo"), &SourceEditor::undo);
+    addMenuAction("mnuRedo", QStringLiteral("Redo"), &SourceEditor::redo);
+    m_menu->addSeparator();
+    QAction *find = m_menu->addAction(QStringLiteral("Find..."));
+    find->setObjectName(QStringLiteral("mnuFind"));
+    connect(find, &QAction::triggered, this, &SourceView::showFindDialog);
+    QAction *replace = m_menu->addAction(QStringLiteral("Replace..."));
+    replace->setObjectName(QStringLiteral("mnuReplace"));
+    connect(replace, &QAction::triggered, this, &SourceView::showReplaceDialog);
+    QAction *goTo = m_menu->addAction(QStringLiteral("Go To Line..."));
+    goTo->setObjectName(QStringLiteral("mnuGoTo"));
+    connect(goTo, &QAction::triggered, this, &SourceView::showGoToLineDialog);
+    m_menu->addSeparator();
+    addMenuAction(
+        "mnuMakeUpperCase", QStringLiteral("Make Uppercase"), &SourceEditor::makeUpperCase);
+    addMenuAction(
+        "mnuMakeLowerCase", QStringLiteral("Make Lowercase"), &SourceEditor::makeLowerCase);
+    m_menu->addSeparator();
+    m_whitespaceAction = addMenuAction(
+        "mnuShowWhiteSpace", m_editor->whitespaceCaption(), &SourceEditor::toggleWhitespace);
+    connect(m_menu, &QMenu::aboutToShow, this, &SourceView::updateContextMenu);
+}
+
+void SourceView::updateContextMenu()
+{
+    const bool selected = m_editor->hasSelectedText();
+    const bool writable = !m_editor->isReadOnly();
+    auto enable = [this](const char *name, bool enabled) {
+        if (QAction *action = m_menu->findChild<QAction *>(QLatin1String(name)))
+            action->setEnabled(enabled);
+    };
+    enable("mnuCut", selected && writable);
+    enable("mnuCopy", selected);
+    enable("mnuPaste", writable && m_editor->canPaste());
+    enable("mnuUndo", m_editor->isUndoAvailable());
+    enable("mnuRedo", m_editor->isRedoAvailable());
+    enable("mnuMakeUpperCase", selected && writable);
+    enable("mnuMakeLowerCase", selected && writable);
+    m_whitespaceAction->setText(m_editor->whitespaceCaption());
+}
+
+void SourceView::showContextMenu(const QPoint &globalPos)
+{
+    m_menu->popup(globalPos);
 }
 
 } // namespace Vantry::Control

@@ -3,12 +3,16 @@
 #include "control/settings.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
 #include <optional>
 
+class QAction;
 class QLabel;
+class QMenu;
+class QPoint;
 class QSize;
 class QTabBar;
 class QVariant;
@@ -18,6 +22,11 @@ namespace Vantry::Platform {
 class DesignSurface;
 class SourceEditor;
 } // namespace Vantry::Platform
+
+namespace Vantry::Dialogs {
+class FindReplaceDialog;
+class GoToLineDialog;
+} // namespace Vantry::Dialogs
 
 namespace Vantry::Control {
 
@@ -85,6 +94,15 @@ public:
     // end of the tab panel.
     void layout(const QSize &editingPanel, const QSize &tabPanel);
 
+    // The source editor's context menu: editing commands, find, replace and go to line.
+    QMenu *contextMenu() const { return m_menu; }
+    // Brings captions and enabled states of the menu up to date.
+    void updateContextMenu();
+    // The dialogs are modeless and stay with the editor once created.
+    Dialogs::FindReplaceDialog *showFindDialog();
+    Dialogs::FindReplaceDialog *showReplaceDialog();
+    Dialogs::GoToLineDialog *showGoToLineDialog();
+
 Q_SIGNALS:
     // The other view shows now.
     void viewChanged(View view);
@@ -94,6 +112,11 @@ private:
     bool showSource();
     void handOver(QWidget *from, QWidget *to);
     void syncTabs();
+    void createContextMenu();
+    QAction *addMenuAction(
+        const char *objectName, const QString &caption, void (Platform::SourceEditor::*command)());
+    void showContextMenu(const QPoint &globalPos);
+    Dialogs::FindReplaceDialog *findReplaceDialog();
 
     const Settings &m_settings;
     Platform::DesignSurface &m_surface;
@@ -102,6 +125,10 @@ private:
     QLabel *m_position;
     Hooks m_hooks;
     View m_current = View::Design;
+    QMenu *m_menu = nullptr;
+    QAction *m_whitespaceAction = nullptr;
+    QPointer<Dialogs::FindReplaceDialog> m_findDialog;
+    QPointer<Dialogs::GoToLineDialog> m_goToDialog;
 };
 
 } // namespace Vantry::Control

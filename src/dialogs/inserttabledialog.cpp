@@ -1,6 +1,5 @@
 #include "dialogs/inserttabledialog.h"
 
-#include "commands/commandtables.h"
 #include "dialogs/tablemarkup.h"
 
 #include <QCheckBox>
@@ -13,8 +12,8 @@ namespace Vantry::Dialogs {
 
 InsertTableDialog::InsertTableDialog(PromptsAccess prompts, QWidget *parent)
     : QDialog(parent)
-    , m_rows(new NumberBox(1, Commands::maxTableRows, this))
-    , m_columns(new NumberBox(1, Commands::maxTableColumns, this))
+    , m_rows(new NumberBox(1, maxTableRows, this))
+    , m_columns(new NumberBox(1, maxTableColumns, this))
     , m_borderSize(new NumberBox(0, 100, this))
     , m_cellPadding(new NumberBox(0, 100, this))
     , m_cellSpacing(new NumberBox(0, 100, this))
@@ -112,11 +111,11 @@ InsertTableValues InsertTableDialog::values() const
 
 void InsertTableDialog::accept()
 {
-    if (!tablePartCount(m_rows->text(), Commands::maxTableRows)) {
+    if (!tablePartCount(m_rows->text(), maxTableRows)) {
         m_rows->setFocus();
         return;
     }
-    if (!tablePartCount(m_columns->text(), Commands::maxTableColumns)) {
+    if (!tablePartCount(m_columns->text(), maxTableColumns)) {
         m_columns->setFocus();
         return;
     }

@@ -10,6 +10,11 @@
 // The markup rules of the table dialogs. Qt Core only.
 namespace Vantry::Dialogs {
 
+// The largest table hosts and users may build: already far more than a page shows, and
+// its markup stays at a few megabytes.
+inline constexpr int maxTableRows = 1000;
+inline constexpr int maxTableColumns = 100;
+
 // The insert-table command's parameters, as the dialog has always built them.
 struct InsertTableParameters
 {

@@ -1,7 +1,7 @@
 #include "text/designfind.h"
 
 #include "platform/designsurface.h"
-#include "platform/prompts/findreplacedialog.h"
+#include "dialogs/findreplacedialog.h"
 #include "text/designsearch.h"
 
 #include <QAction>
@@ -26,7 +26,7 @@ DesignFind::~DesignFind() = default;
 void DesignFind::showDialog()
 {
     if (!m_dialog)
-        m_dialog = new Platform::FindReplaceDialog(*m_search, m_dialogParent);
+        m_dialog = new Dialogs::FindReplaceDialog(*m_search, m_dialogParent);
     const QString selected = m_surface.rangeText(m_surface.selectionRange());
     if (!m_surface.lastCallFailed() && !selected.isEmpty() && selected.size() < 100
         && !selected.contains(QLatin1Char('\n')))

@@ -9,8 +9,11 @@ class QWidget;
 
 namespace Vantry::Platform {
 class DesignSurface;
-class FindReplaceDialog;
 } // namespace Vantry::Platform
+
+namespace Vantry::Dialogs {
+class FindReplaceDialog;
+} // namespace Vantry::Dialogs
 
 namespace Vantry::Text {
 
@@ -33,7 +36,7 @@ private:
     Platform::DesignSurface &m_surface;
     QWidget *m_dialogParent;
     std::unique_ptr<DesignSearch> m_search;
-    QPointer<Platform::FindReplaceDialog> m_dialog;
+    QPointer<Dialogs::FindReplaceDialog> m_dialog;
 };
 
 } // namespace Vantry::Text

@@ -7,7 +7,7 @@ using Platform::TextRange;
 using Platform::TextUnit;
 using ReplaceScope = Platform::DesignSurface::ReplaceScope;
 
-FindReplace::FindReplace(Platform::DesignSurface &surface, Commands::DocumentReferences &references)
+FindReplace::FindReplace(Platform::DesignSurface &surface, Platform::DocumentReferences &references)
     : m_surface(surface)
     , m_references(references)
 { }

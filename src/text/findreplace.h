@@ -1,7 +1,7 @@
 #pragma once
 
-#include "commands/selectionaccess.h"
 #include "platform/designsurface.h"
+#include "platform/documentreferences.h"
 
 #include <QString>
 
@@ -18,7 +18,7 @@ namespace Vantry::Text {
 class FindReplace
 {
 public:
-    FindReplace(Platform::DesignSurface &surface, Commands::DocumentReferences &references);
+    FindReplace(Platform::DesignSurface &surface, Platform::DocumentReferences &references);
 
     bool findFirstText(const QString &find);
     bool findNextText(const QString &find);
@@ -56,7 +56,7 @@ private:
         const QString &replacement);
 
     Platform::DesignSurface &m_surface;
-    Commands::DocumentReferences &m_references;
+    Platform::DocumentReferences &m_references;
     Platform::TextRange m_selectionCopy;
     QString m_selectionBookmark;
 };

@@ -17,9 +17,9 @@ QString libraryScript(const QString &functionName)
 }
 
 ScriptInjection::ScriptInjection(Platform::DesignSurface &surface,
-    Commands::SelectionAccess &selection, Commands::DocumentReferences &references)
+    ElementLookup findSelectedElementByTag, Platform::DocumentReferences &references)
     : m_surface(surface)
-    , m_selection(selection)
+    , m_findSelectedElementByTag(std::move(findSelectedElementByTag))
     , m_references(references)
 { }
 
@@ -57,7 +57,7 @@ void ScriptInjection::addJavaScript(const QVariant &functionName)
     // The walk from the selection ends at the HTML element; with nothing selected there is
     // no walk, and the body's parent is that element.
     Platform::Element html;
-    if (m_selection.findSelectedElementByTag(QStringLiteral("HTML")))
+    if (m_findSelectedElementByTag(QStringLiteral("HTML")))
         html = m_references.found;
     else if (!m_surface.lastCallFailed())
         html = m_surface.parentElement(m_surface.body());

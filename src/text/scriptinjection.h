@@ -1,10 +1,12 @@
 #pragma once
 
-#include "commands/selectionaccess.h"
 #include "platform/designsurface.h"
+#include "platform/documentreferences.h"
 
 #include <QString>
 #include <QVariant>
+
+#include <functional>
 
 namespace Vantry::Text {
 
@@ -18,15 +20,19 @@ QString libraryScript(const QString &functionName);
 class ScriptInjection
 {
 public:
-    ScriptInjection(Platform::DesignSurface &surface, Commands::SelectionAccess &selection,
-        Commands::DocumentReferences &references);
+    // findSelectedElementByTag is the selection lookup, which leaves what it finds in
+    // references.found.
+    using ElementLookup = std::function<bool(const QString &tagName)>;
+
+    ScriptInjection(Platform::DesignSurface &surface, ElementLookup findSelectedElementByTag,
+        Platform::DocumentReferences &references);
 
     void addJavaScript(const QVariant &functionName);
 
 private:
     Platform::DesignSurface &m_surface;
-    Commands::SelectionAccess &m_selection;
-    Commands::DocumentReferences &m_references;
+    ElementLookup m_findSelectedElementByTag;
+    Platform::DocumentReferences &m_references;
 };
 
 } // namespace Vantry::Text

@@ -5,7 +5,7 @@
 #include "commands/contextmenus.h"
 #include "commands/tablecommands.h"
 #include "platform/designsurface.h"
-#include "platform/prompts/fontchoice.h"
+#include "dialogs/fontchoice.h"
 
 #include <VantryHTMLEditor/CompanionObjects.h>
 
@@ -339,7 +339,7 @@ QStringList join(std::initializer_list<QStringList> parts)
 
 void tst_CommandTables::fontDialogSizesAndColours()
 {
-    using namespace Vantry::Platform;
+    using namespace Vantry::Dialogs;
     // Every HTML size survives the trip through the dialog's point sizes; points in
     // between go to the nearest size.
     for (int size = 1; size <= 7; ++size)

@@ -10,8 +10,8 @@
 #include "commands/contextmenus.h"
 #include "commands/executor.h"
 #include "commands/selectionaccess.h"
-#include "platform/prompts/findreplacedialog.h"
-#include "platform/prompts/fontdialog.h"
+#include "dialogs/findreplacedialog.h"
+#include "dialogs/fontdialog.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -631,7 +631,7 @@ void tst_Executor::imageFromArguments()
 
 void tst_Executor::fontDialogEndsOnEscapeAndShowsNoStrikeOut()
 {
-    Platform::FontDialog dialog(Platform::FontChoice{}, m_editor.get());
+    Dialogs::FontDialog dialog(Dialogs::FontChoice{}, m_editor.get());
     dialog.show();
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
     QStringList boxes;
@@ -879,7 +879,7 @@ void tst_Executor::newEmptyCellsCanBeClickedInto()
 
 void tst_Executor::fontDialogShowsAndAppliesTheSelectionsFont()
 {
-    using Platform::FontChoice;
+    using Vantry::FontChoice;
     load(QStringLiteral("<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
                         "</font> plain</p>"));
     m_surface->useElementFormatting();
@@ -937,7 +937,7 @@ void tst_Executor::findDialogOpensOnTheSelectedText()
     load(QStringLiteral("<p>needle in a haystack, another needle</p>"));
     select(QStringLiteral("needle"));
     m_editor->Find();
-    auto *dialog = m_editor->findChild<Platform::FindReplaceDialog *>();
+    auto *dialog = m_editor->findChild<Dialogs::FindReplaceDialog *>();
     QVERIFY(dialog);
     QVERIFY(dialog->isVisible());
     QVERIFY(!dialog->isReplaceMode());

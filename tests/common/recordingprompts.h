@@ -47,8 +47,8 @@ public:
     // A print dialog answered with a path prints to that PDF file.
     QQueue<QString> printFiles;
     // Each font dialog's answer; what it was shown lands in fontsShown.
-    QQueue<std::optional<Vantry::Platform::FontChoice>> fonts;
-    QList<Vantry::Platform::FontChoice> fontsShown;
+    QQueue<std::optional<Vantry::FontChoice>> fonts;
+    QList<Vantry::FontChoice> fontsShown;
     // Whether a progress is cancelled as soon as it shows; otherwise it waits to the end.
     bool cancelProgress = false;
 
@@ -113,8 +113,8 @@ public:
         return true;
     }
 
-    std::optional<Vantry::Platform::FontChoice> font(
-        const Vantry::Platform::FontChoice &initial) override
+    std::optional<Vantry::FontChoice> font(
+        const Vantry::FontChoice &initial) override
     {
         shown.append({Kind::Font, {}, {}, {}});
         fontsShown.append(initial);

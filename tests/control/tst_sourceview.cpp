@@ -8,8 +8,9 @@
 #include "../common/recordingprompts.h"
 
 #include "control/appdirectory.h"
-#include "platform/prompts/findreplacedialog.h"
-#include "platform/scintilla/gotolinedialog.h"
+#include "dialogs/findreplacedialog.h"
+#include "dialogs/gotolinedialog.h"
+#include "platform/scintilla/languagefile.h"
 #include "platform/scintilla/sourceeditor.h"
 #include "platform/scintilla/sourcetext.h"
 
@@ -102,14 +103,17 @@ private:
     {
         return m_editor->findChild<QLabel *>(QStringLiteral("lblLnCol"));
     }
+    QMenu *menu() const { return editor()->findChild<QMenu *>(QStringLiteral("mnuSource")); }
     QAction *menuItem(const char *name) const
     {
-        return editor()->contextMenu()->findChild<QAction *>(QLatin1String(name));
+        return menu()->findChild<QAction *>(QLatin1String(name));
     }
-    // Picks an item the way a user does: the menu is brought up to date as it opens.
+    // The menu is brought up to date as it opens.
+    void openMenu() const { Q_EMIT menu()->aboutToShow(); }
+    // Picks an item the way a user does.
     void choose(const char *name) const
     {
-        editor()->updateContextMenu();
+        openMenu();
         menuItem(name)->trigger();
     }
     void readApplicationDirectory(const QString &path);
@@ -363,7 +367,7 @@ void tst_SourceView::sourceEditsAreChangesAndLoadsAreNot()
         choose("mnuRedo");
     } else if (edit == QLatin1String("replace all")) {
         choose("mnuReplace");
-        auto *dialog = editor()->findChild<Platform::FindReplaceDialog *>();
+        auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
         dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("p"));
         dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("P"));
         dialog->findChild<QPushButton *>(QStringLiteral("cmdReplaceAll"))->click();
@@ -517,30 +521,30 @@ void tst_SourceView::caseCommandsChangeTheSelectionOnly()
 void tst_SourceView::whitespaceItemSaysWhatItWillDo()
 {
     QAction *item = menuItem("mnuShowWhiteSpace");
-    editor()->updateContextMenu();
+    openMenu();
     QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
     choose("mnuShowWhiteSpace");
     QVERIFY(editor()->isWhitespaceVisible());
     QCOMPARE(scintilla()->whitespaceVisibility(), QsciScintilla::WsVisible);
-    editor()->updateContextMenu();
+    openMenu();
     QCOMPARE(item->text(), QStringLiteral("Hide Whitespace"));
     choose("mnuShowWhiteSpace");
     QVERIFY(!editor()->isWhitespaceVisible());
-    editor()->updateContextMenu();
+    openMenu();
     QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
 }
 
 void tst_SourceView::clipboardAndUndoItemsWhenTheyApply()
 {
     editor()->setText(QStringLiteral("abc def"));
-    editor()->updateContextMenu();
+    openMenu();
     // A fresh text has nothing to undo and nothing selected.
     QVERIFY(!menuItem("mnuUndo")->isEnabled());
     QVERIFY(!menuItem("mnuCut")->isEnabled());
     QVERIFY(!menuItem("mnuMakeUpperCase")->isEnabled());
     QVERIFY(menuItem("mnuFind")->isEnabled());
     editor()->select(1, 1, 1, 4);
-    editor()->updateContextMenu();
+    openMenu();
     QVERIFY(menuItem("mnuCut")->isEnabled());
     QVERIFY(menuItem("mnuMakeLowerCase")->isEnabled());
 
@@ -561,7 +565,7 @@ void tst_SourceView::findDialogSearchesBothWays()
 {
     editor()->setText(QStringLiteral("Cat cat\ncategory CAT"));
     choose("mnuFind");
-    auto *dialog = editor()->findChild<Platform::FindReplaceDialog *>();
+    auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
     QVERIFY(dialog);
     QVERIFY(dialog->isVisible());
     QVERIFY(!dialog->isModal());
@@ -604,7 +608,7 @@ void tst_SourceView::replaceAllDoesNotSearchItsOwnReplacements()
 {
     editor()->setText(QStringLiteral("a b A\na"));
     choose("mnuReplace");
-    auto *dialog = editor()->findChild<Platform::FindReplaceDialog *>();
+    auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
     QVERIFY(dialog->isVisible());
     QVERIFY(dialog->isReplaceMode());
     QCOMPARE(dialog->windowTitle(), QStringLiteral("Replace"));
@@ -634,7 +638,7 @@ void tst_SourceView::goToLineDialogMovesTheCaret()
 {
     editor()->setText(QStringLiteral("1\n2\n3\n4"));
     choose("mnuGoTo");
-    auto *dialog = editor()->findChild<Platform::GoToLineDialog *>();
+    auto *dialog = editor()->findChild<Dialogs::GoToLineDialog *>();
     QVERIFY(dialog);
     QVERIFY(dialog->isVisible());
     QCOMPARE(dialog->line(), 1);

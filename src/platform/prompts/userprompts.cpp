@@ -1,6 +1,6 @@
 #include "platform/prompts/userprompts.h"
 
-#include "platform/prompts/fontdialog.h"
+#include "dialogs/fontdialog.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -133,7 +133,7 @@ std::unique_ptr<UserPrompts::Progress> WidgetPrompts::progress(
 
 std::optional<FontChoice> WidgetPrompts::font(const FontChoice &initial)
 {
-    Platform::FontDialog dialog(initial, window());
+    Dialogs::FontDialog dialog(initial, window());
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.choice();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/prompts/fontchoice.h"
-
 #include <VantryHTMLEditor/UserPrompts.h>
 
 namespace Vantry::Platform {

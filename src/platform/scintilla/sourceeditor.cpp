@@ -1,7 +1,6 @@
 #include "platform/scintilla/sourceeditor.h"
 
-#include "platform/prompts/findreplacedialog.h"
-#include "platform/scintilla/gotolinedialog.h"
+#include "platform/scintilla/languagefile.h"
 #include "platform/scintilla/sourcetext.h"
 
 #include <Qsci/qsciabstractapis.h>
@@ -12,7 +11,6 @@
 #include <QFile>
 #include <QFontDatabase>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
@@ -56,7 +54,7 @@ private:
 
 } // namespace
 
-// QScintilla's own context menu gives way to the source view's.
+// QScintilla's own context menu gives way to the one of the source view.
 class ScintillaView : public QsciScintilla
 {
 public:
@@ -121,7 +119,7 @@ SourceEditor::SourceEditor(QWidget *parent)
 {
     m_view = new ScintillaView(this);
     m_view->setObjectName(QStringLiteral("HTMLSourceText"));
-    m_view->contextMenuRequested = [this](const QPoint &pos) { showContextMenu(pos); };
+    m_view->contextMenuRequested = [this](const QPoint &pos) { Q_EMIT contextMenuRequested(pos); };
     m_view->completionRequested = [this] { showTagList(); };
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -139,7 +137,6 @@ SourceEditor::SourceEditor(QWidget *parent)
         [this](int, int modificationType) { textModified(modificationType); });
     connect(m_view, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::charAdded);
 
-    createContextMenu();
     configure();
     loadMemberList(QString());
 }
@@ -515,110 +512,24 @@ void SourceEditor::goToLine(int line)
     m_view->setFocus();
 }
 
-FindReplaceDialog *SourceEditor::findReplaceDialog()
+bool SourceEditor::isReadOnly() const
 {
-    if (!m_findDialog)
-        m_findDialog = new FindReplaceDialog(*this, this);
-    if (m_view->hasSelectedText() && !m_view->selectedText().contains(QLatin1Char('\n')))
-        m_findDialog->setFindText(m_view->selectedText());
-    return m_findDialog;
+    return m_view->isReadOnly();
 }
 
-FindReplaceDialog *SourceEditor::showFindDialog()
+bool SourceEditor::canPaste() const
 {
-    FindReplaceDialog *dialog = findReplaceDialog();
-    dialog->setReplaceMode(false);
-    dialog->show();
-    dialog->raise();
-    dialog->activateWindow();
-    return dialog;
+    return m_view->SendScintilla(QsciScintillaBase::SCI_CANPASTE) != 0;
 }
 
-FindReplaceDialog *SourceEditor::showReplaceDialog()
+bool SourceEditor::isUndoAvailable() const
 {
-    FindReplaceDialog *dialog = findReplaceDialog();
-    dialog->setReplaceMode(true);
-    dialog->show();
-    dialog->raise();
-    dialog->activateWindow();
-    return dialog;
+    return m_view->isUndoAvailable();
 }
 
-GoToLineDialog *SourceEditor::showGoToLineDialog()
+bool SourceEditor::isRedoAvailable() const
 {
-    if (!m_goToDialog)
-        m_goToDialog = new GoToLineDialog(this);
-    m_goToDialog->prepare(lineCount(), caretLine());
-    m_goToDialog->open();
-    return m_goToDialog;
-}
-
-QAction *SourceEditor::addMenuAction(
-    const char *objectName, const QString &caption, void (SourceEditor::*command)())
-{
-    QAction *action = m_menu->addAction(caption);
-    action->setObjectName(QLatin1String(objectName));
-    connect(action, &QAction::triggered, this, command);
-    return action;
-}
-
-void SourceEditor::createContextMenu()
-{
-    m_menu = new QMenu(this);
-    m_menu->setObjectName(QStringLiteral("mnuSource"));
-    addMenuAction("mnuCommentSelection", QStringLiteral("Comment Selection"),
-        &SourceEditor::commentSelection);
-    addMenuAction("mnuUncommentSelection", QStringLiteral("Uncomment Selection"),
-        &SourceEditor::uncommentSelection);
-    m_menu->addSeparator();
-    addMenuAction("mnuCut", QStringLiteral("Cut"), &SourceEditor::cut);
-    addMenuAction("mnuCopy", QStringLiteral("Copy"), &SourceEditor::copy);
-    addMenuAction("mnuPaste", QStringLiteral("Paste"), &SourceEditor::paste);
-    m_menu->addSeparator();
-    addMenuAction("mnuUndo", QStringLiteral("Undo"), &SourceEditor::undo);
-    addMenuAction("mnuRedo", QStringLiteral("Redo"), &SourceEditor::redo);
-    m_menu->addSeparator();
-    QAction *find = m_menu->addAction(QStringLiteral("Find..."));
-    find->setObjectName(QStringLiteral("mnuFind"));
-    connect(find, &QAction::triggered, this, &SourceEditor::showFindDialog);
-    QAction *replace = m_menu->addAction(QStringLiteral("Replace..."));
-    replace->setObjectName(QStringLiteral("mnuReplace"));
-    connect(replace, &QAction::triggered, this, &SourceEditor::showReplaceDialog);
-    QAction *goTo = m_menu->addAction(QStringLiteral("Go To Line..."));
-    goTo->setObjectName(QStringLiteral("mnuGoTo"));
-    connect(goTo, &QAction::triggered, this, &SourceEditor::showGoToLineDialog);
-    m_menu->addSeparator();
-    addMenuAction(
-        "mnuMakeUpperCase", QStringLiteral("Make Uppercase"), &SourceEditor::makeUpperCase);
-    addMenuAction(
-        "mnuMakeLowerCase", QStringLiteral("Make Lowercase"), &SourceEditor::makeLowerCase);
-    m_menu->addSeparator();
-    m_whitespaceAction
-        = addMenuAction("mnuShowWhiteSpace", whitespaceCaption(), &SourceEditor::toggleWhitespace);
-    connect(m_menu, &QMenu::aboutToShow, this, &SourceEditor::updateContextMenu);
-}
-
-void SourceEditor::updateContextMenu()
-{
-    const bool selected = m_view->hasSelectedText();
-    const bool writable = !m_view->isReadOnly();
-    auto enable = [this](const char *name, bool enabled) {
-        if (QAction *action = m_menu->findChild<QAction *>(QLatin1String(name)))
-            action->setEnabled(enabled);
-    };
-    enable("mnuCut", selected && writable);
-    enable("mnuCopy", selected);
-    enable("mnuPaste", writable && m_view->SendScintilla(QsciScintillaBase::SCI_CANPASTE) != 0);
-    enable("mnuUndo", m_view->isUndoAvailable());
-    enable("mnuRedo", m_view->isRedoAvailable());
-    enable("mnuMakeUpperCase", selected && writable);
-    enable("mnuMakeLowerCase", selected && writable);
-    m_whitespaceAction->setText(whitespaceCaption());
-}
-
-void SourceEditor::showContextMenu(const QPoint &globalPos)
-{
-    m_menu->popup(globalPos);
+    return m_view->isRedoAvailable();
 }
 
 } // namespace Vantry::Platform

@@ -2,24 +2,18 @@
 
 #include "platform/searchtarget.h"
 
-#include <QPointer>
 #include <QStringList>
 #include <QWidget>
 
-class QMenu;
-class QAction;
 class QsciAbstractAPIs;
 class QsciLexerHTML;
 
 namespace Vantry::Platform {
 
-class FindReplaceDialog;
-class GoToLineDialog;
 class ScintillaView;
 
 // The source view's text editor: QScintilla with HTML colouring, tag completion from the
-// member list "HTML Tags", a context menu of editing commands and find, replace and
-// go-to-line dialogs.
+// member list "HTML Tags", and the editing commands of the source view's context menu.
 //
 // The tag list opens by itself only while a tag name is typed (after "<" or "</"), and on
 // Ctrl+Space anywhere; elsewhere Enter always starts a new line.
@@ -64,6 +58,11 @@ public:
     // "Ln N, Col M" for the caret.
     QString positionText() const;
 
+    bool isReadOnly() const;
+    bool canPaste() const;
+    bool isUndoAvailable() const;
+    bool isRedoAvailable() const;
+
     // Commands of the context menu.
     void commentSelection();
     void uncommentSelection();
@@ -95,15 +94,6 @@ public:
     // Opens the tag list for the word at the caret; nothing opens when no tag fits.
     void showTagList();
 
-    // The dialogs are modeless and stay with the editor once created.
-    FindReplaceDialog *showFindDialog();
-    FindReplaceDialog *showReplaceDialog();
-    GoToLineDialog *showGoToLineDialog();
-
-    QMenu *contextMenu() const { return m_menu; }
-    // Brings captions and enabled states of the menu up to date.
-    void updateContextMenu();
-
 Q_SIGNALS:
     void caretMoved(int line, int column);
     void memberListPrepared();
@@ -111,6 +101,8 @@ Q_SIGNALS:
     // replacement); a command or an undo step counts once however much it changes.
     // Emitted from the event loop once the change is complete.
     void edited();
+    // The user asked for a context menu at this global position.
+    void contextMenuRequested(const QPoint &globalPos);
 
 private:
     class EditStep;
@@ -118,22 +110,13 @@ private:
     void textModified(int modificationType);
     void reportEdit();
     void charAdded();
-    void createContextMenu();
-    QAction *addMenuAction(
-        const char *objectName, const QString &caption, void (SourceEditor::*command)());
     void transformSelectedLines(QString (*transform)(const QString &));
-    void showContextMenu(const QPoint &globalPos);
-    FindReplaceDialog *findReplaceDialog();
     QString lineWithoutEol(int line) const;
 
     ScintillaView *m_view = nullptr;
     QsciLexerHTML *m_lexer = nullptr;
     QsciAbstractAPIs *m_apis = nullptr;
     QStringList m_memberList;
-    QMenu *m_menu = nullptr;
-    QAction *m_whitespaceAction = nullptr;
-    QPointer<FindReplaceDialog> m_findDialog;
-    QPointer<GoToLineDialog> m_goToDialog;
     bool m_settingText = false;
     int m_stepDepth = 0;
     bool m_stepChanged = false;

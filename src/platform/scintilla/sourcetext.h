@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -19,19 +18,6 @@ QString uncommentLine(const QString &line);
 QStringList parseMemberList(const QString &content);
 // The tags offered when there is no member-list file.
 QStringList builtInHtmlTags();
-
-// One line of the language file: "<style name> = <colour>[, <background colour>]".
-// Style names are the HTML lexer's style descriptions ("Tag", "Attribute",
-// "HTML comment", ...), compared ignoring case; colours are anything QColor reads
-// ("#000080", "navy"). Empty lines and lines starting with "#" or ";" are comments.
-struct StyleColour
-{
-    QString styleName;
-    QColor foreground;
-    QColor background; // invalid when not given
-};
-// Lines that do not follow the format, or carry an unreadable colour, are skipped.
-QList<StyleColour> parseLanguageFile(const QString &content);
 
 // Whether the text in front of the caret ends in a tag name being typed: "<" or "</"
 // followed by a letter and then letters or digits.

@@ -1,4 +1,4 @@
-#include "platform/scintilla/gotolinedialog.h"
+#include "dialogs/gotolinedialog.h"
 
 #include "platform/scintilla/sourceeditor.h"
 
@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 GoToLineDialog::GoToLineDialog(SourceEditor *editor)
     : QDialog(editor)
@@ -58,4 +58,4 @@ void GoToLineDialog::accept()
     QDialog::accept();
 }
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

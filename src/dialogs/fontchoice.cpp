@@ -1,11 +1,11 @@
-#include "platform/prompts/fontchoice.h"
+#include "dialogs/fontchoice.h"
 
 #include <QRegularExpression>
 
 #include <array>
 #include <cmath>
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 namespace {
 
@@ -48,4 +48,4 @@ QColor colorFromCss(const QString &text)
     return QColor::fromString(text.trimmed());
 }
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

@@ -6,8 +6,12 @@ class QLabel;
 class QSpinBox;
 
 namespace Vantry::Platform {
-
 class SourceEditor;
+} // namespace Vantry::Platform
+
+namespace Vantry::Dialogs {
+
+using Platform::SourceEditor;
 
 // Asks for a line number and moves the source editor's caret there when accepted.
 class GoToLineDialog : public QDialog
@@ -30,4 +34,4 @@ private:
     QSpinBox *m_line = nullptr;
 };
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

@@ -5,7 +5,7 @@
 #include <QColor>
 #include <QString>
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 using Vantry::FontChoice;
 
@@ -17,4 +17,4 @@ int htmlSizeForPointSize(double points);
 // name); invalid when it cannot be read.
 QColor colorFromCss(const QString &text);
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

@@ -1,4 +1,4 @@
-#include "platform/prompts/fontdialog.h"
+#include "dialogs/fontdialog.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 namespace {
 
@@ -106,4 +106,4 @@ FontChoice FontDialog::choice() const
     return result;
 }
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

@@ -1,4 +1,4 @@
-#include "dialogs/tableflow.h"
+#include "commands/tableflow.h"
 
 #include "commands/commandtables.h"
 #include "commands/selectionaccess.h"

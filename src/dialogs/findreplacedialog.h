@@ -9,7 +9,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 // A modeless find dialog over one view; in replace mode, for a target that can replace,
 // it also offers replacing. Its buttons call the target and report the outcome here.
@@ -19,7 +19,7 @@ class FindReplaceDialog : public QDialog
 
 public:
     // The target outlives the dialog: it is the parent's, or the parent itself.
-    FindReplaceDialog(SearchTarget &target, QWidget *parent);
+    FindReplaceDialog(Platform::SearchTarget &target, QWidget *parent);
 
     void setReplaceMode(bool replace);
     bool isReplaceMode() const { return m_replaceMode; }
@@ -31,10 +31,10 @@ public:
     void replaceAll();
 
 private:
-    SearchOptions options() const;
+    Platform::SearchOptions options() const;
     void report(bool found);
 
-    SearchTarget &m_target;
+    Platform::SearchTarget &m_target;
     bool m_replaceMode = false;
     QLineEdit *m_find = nullptr;
     QLineEdit *m_replace = nullptr;
@@ -47,4 +47,4 @@ private:
     QLabel *m_status = nullptr;
 };
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

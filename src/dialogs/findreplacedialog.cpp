@@ -1,4 +1,4 @@
-#include "platform/prompts/findreplacedialog.h"
+#include "dialogs/findreplacedialog.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 namespace {
 
@@ -21,7 +21,7 @@ QPushButton *button(const QString &caption, const char *objectName, QWidget *par
 
 } // namespace
 
-FindReplaceDialog::FindReplaceDialog(SearchTarget &target, QWidget *parent)
+FindReplaceDialog::FindReplaceDialog(Platform::SearchTarget &target, QWidget *parent)
     : QDialog(parent)
     , m_target(target)
 {
@@ -108,7 +108,7 @@ void FindReplaceDialog::report(bool found)
     m_status->setText(found ? QString() : QStringLiteral("The text was not found."));
 }
 
-SearchOptions FindReplaceDialog::options() const
+Platform::SearchOptions FindReplaceDialog::options() const
 {
     return {m_matchCase->isChecked(), m_wholeWord->isChecked(), m_searchUp->isChecked()};
 }
@@ -135,4 +135,4 @@ void FindReplaceDialog::replaceAll()
         m_status->setText(QString::number(count) + QStringLiteral(" occurrences replaced."));
 }
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/prompts/fontchoice.h"
+#include "dialogs/fontchoice.h"
 
 #include <QDialog>
 #include <QFont>
@@ -8,7 +8,7 @@
 class QFontDialog;
 class QPushButton;
 
-namespace Vantry::Platform {
+namespace Vantry::Dialogs {
 
 // The font dialog: Qt's font chooser (face, style, size, underline) with a colour button
 // beside it. What the user leaves alone comes back as it went in, so a selection of mixed
@@ -36,4 +36,4 @@ private:
     QPushButton *m_colorButton = nullptr;
 };
 
-} // namespace Vantry::Platform
+} // namespace Vantry::Dialogs
