@@ -1,6 +1,7 @@
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 
 #include "commands/commandtables.h"
+#include "commands/companionlinks.h"
 #include "commands/contextmenus.h"
 #include "commands/editortoolbar.h"
 #include "commands/executor.h"
@@ -319,8 +320,7 @@ template <typename T> T *HTMLEditorComponent::Private::companion(QPointer<T> &sl
 
 void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
 {
-    if (style)
-        style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
+    Commands::StyleSheetLink::attach(style, surface);
 }
 
 void HTMLEditorComponent::Private::raiseMouse(
@@ -543,7 +543,7 @@ UserPrompts &HTMLEditorComponent::userPrompts() const
     return *d->prompts;
 }
 
-HTMLElement HTMLEditorComponent::GetSelectedElementObject()
+HTMLElement HTMLEditorComponent::GetSelectedElementObject() const
 {
     return Commands::HTMLElementAccess::make(d->surface, d->selection->selectedElement());
 }
@@ -554,7 +554,7 @@ QVariant HTMLEditorComponent::RemoveSelectedElementObject(const QString &sTagNam
     return {};
 }
 
-QVariant HTMLEditorComponent::GetSelectedHTML()
+QVariant HTMLEditorComponent::GetSelectedHTML() const
 {
     return d->selection->selectedMarkup();
 }
@@ -717,24 +717,24 @@ void HTMLEditorComponent::resizeEvent(QResizeEvent *event)
     d->layout();
 }
 
-QString HTMLEditorComponent::GetHtmlSource()
+QString HTMLEditorComponent::GetHtmlSource() const
 {
     return d->exchange->getHtmlSource();
 }
 
-QString HTMLEditorComponent::GetPlainText()
+QString HTMLEditorComponent::GetPlainText() const
 {
     return d->exchange->getPlainText();
 }
 
-QString HTMLEditorComponent::PageTitle()
+QString HTMLEditorComponent::PageTitle() const
 {
     if (!d->exchange->isDocumentReady())
         return d->settings.PageTitle;
     return Control::DocumentFields::pageTitle(*d->surface);
 }
 
-QString HTMLEditorComponent::KeyWords()
+QString HTMLEditorComponent::KeyWords() const
 {
     if (!d->exchange->isDocumentReady())
         return d->settings.KeyWords;
