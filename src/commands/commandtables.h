@@ -53,7 +53,7 @@ std::optional<int> toolbarKeyNumber(QStringView key);
 QList<QString> toolbarKeys();
 
 // The tooltip of the "Absolute" button after a toggle, naming what the next click does.
-QString absolutePositionToolTip(int makeAbsoluteStatus);
+QString absolutePositionToolTip(CommandState makeAbsoluteStatus);
 
 // The refusal of a guarded deletion (29, 31, 33); empty for other numbers.
 QString lastTablePartMessage(int number);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "commands/commandsink.h"
+
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -22,8 +24,8 @@ struct StatusSnapshot
 {
     // False when the surface could not answer; nothing below is known then.
     bool answered = false;
-    // CommandState per command asked for; a command missing here is not supported.
-    QHash<int, int> states;
+    // The state of each command asked for; a command missing here is not supported.
+    QHash<int, CommandState> states;
     // Filled when the get-font-name command was asked for and is enabled or latched.
     QString fontName;
     // Likewise for get-font-size: the HTML size 1 to 7, or below 1 for none.
@@ -46,7 +48,7 @@ public:
     }
 
     // The state of one command; not supported when the surface cannot say.
-    int commandState(int commandId);
+    CommandState commandState(int commandId);
 };
 
 // A source that never answers, for an editor whose surface has not been connected yet.
