@@ -2,7 +2,7 @@
 
 namespace Vantry::Platform {
 
-Q_LOGGING_CATEGORY(lcSurface, "vantry.surface")
-Q_LOGGING_CATEGORY(lcBridge, "vantry.bridge")
+Q_LOGGING_CATEGORY(lcSurface, "vantry.surface", QtInfoMsg)
+Q_LOGGING_CATEGORY(lcBridge, "vantry.bridge", QtInfoMsg)
 
 } // namespace Vantry::Platform
