@@ -163,7 +163,7 @@ void tst_CommandTables::absolutePositionToolTip()
 {
     QFETCH(int, status);
     QFETCH(QString, toolTip);
-    QCOMPARE(Commands::absolutePositionToolTip(status), toolTip);
+    QCOMPARE(Commands::absolutePositionToolTip(Commands::CommandState(status)), toolTip);
 }
 
 void tst_CommandTables::lastTablePartMessages()
