@@ -23,10 +23,7 @@ HostWindow::HostWindow(const QString &settingsFile, QWidget *parent)
     bool wholeDocuments = true;
     if (!settingsFile.isEmpty()) {
         m_bag = std::make_unique<Vantry::IniPropertyBag>(settingsFile);
-        m_bag->setErrorHandler([this](const QString &message) {
-            statusBar()->showMessage(message);
-            qWarning("%s", qPrintable(message));
-        });
+        m_bag->setErrorReceiver(this);
         m_editor->ReadProperties(*m_bag);
         wholeDocuments = m_bag
                              ->readProperty(QStringLiteral("ReturnFullDocument"), true,
@@ -51,6 +48,12 @@ HostWindow::HostWindow(const QString &settingsFile, QWidget *parent)
 }
 
 HostWindow::~HostWindow() = default;
+
+void HostWindow::propertyBagError(const QString &message)
+{
+    statusBar()->showMessage(message);
+    qWarning("%s", qPrintable(message));
+}
 
 void HostWindow::createFileMenu()
 {

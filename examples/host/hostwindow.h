@@ -1,5 +1,7 @@
 #pragma once
 
+#include <VantryHTMLEditor/PropertyBag.h>
+
 #include <QMainWindow>
 #include <QString>
 
@@ -7,12 +9,11 @@
 
 namespace Vantry {
 class HTMLEditorComponent;
-class IniPropertyBag;
 } // namespace Vantry
 
 // A main window around the editor, the way a host application embeds it: a File menu on
 // the editor's file methods, the editor's properties kept in an optional settings file.
-class HostWindow : public QMainWindow
+class HostWindow : public QMainWindow, private Vantry::PropertyBag::ErrorReceiver
 {
     Q_OBJECT
 
@@ -33,6 +34,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void propertyBagError(const QString &message) override;
     void createFileMenu();
     // Offers to save a changed document; false when the user keeps it open.
     bool maySetDocumentAside();

@@ -2,16 +2,9 @@
 
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
+#include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QString>
-#include <QStringList>
-
-#include <functional>
-
-namespace Vantry::Commands {
-class EditorToolbar;
-}
 
 namespace Vantry {
 
@@ -163,10 +156,6 @@ public:
     Q_INVOKABLE bool ButtonVisibleState(Vantry::clsToolbar::em_ToolbarButtons ButtonKey) const;
     Q_INVOKABLE bool setButtonVisibleState(
         Vantry::clsToolbar::em_ToolbarButtons ButtonKey, bool state);
-
-private:
-    friend class Commands::EditorToolbar;
-    QPointer<Commands::EditorToolbar> m_toolbar;
 };
 
 class VANTRYHTMLEDITOR_EXPORT clsStyle : public QObject
@@ -180,11 +169,6 @@ public:
     // A LINK tag for every style sheet the document links, in document order; the editor
     // puts this just before the end of HEAD whenever it hands the document out.
     Q_INVOKABLE QString LoadStylesSource() const;
-
-private:
-    friend class HTMLEditorComponent;
-    // Supplied by the editor that owns the document: the address of every linked sheet.
-    std::function<QStringList()> m_sheetAddresses;
 };
 
 class VANTRYHTMLEDITOR_EXPORT clsDocumentProperties : public QObject

@@ -7,7 +7,6 @@
 #include <VantryHTMLEditor/UserPrompts.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
-#include <QPointer>
 #include <QString>
 #include <QVariant>
 #include <QWidget>
@@ -105,9 +104,9 @@ public:
     void setScrollTop(qint16 value);
     qint16 ScrollLeft() const;
     void setScrollLeft(qint16 value);
-    QString GetHtmlSource();
+    QString GetHtmlSource() const;
     void setGetHtmlSource(const QString &value);
-    QString GetPlainText();
+    QString GetPlainText() const;
     QString SetHtmlSource() const;
     void setSetHtmlSource(const QString &value);
     QString FTP_ServerName() const;
@@ -168,9 +167,9 @@ public:
     void setToolbarDisplay(const QString &value);
     QString TabStripDisplay() const;
     void setTabStripDisplay(const QString &value);
-    QString PageTitle();
+    QString PageTitle() const;
     void setPageTitle(const QString &value);
-    QString KeyWords();
+    QString KeyWords() const;
     void setKeyWords(const QString &value);
     QString ChangeImageOnDblClickTags() const;
     void setChangeImageOnDblClickTags(const QString &value);
@@ -246,12 +245,12 @@ public:
 
     // The selection and markup. The element under the selection is the selected element,
     // or the one around the selected text or caret.
-    Q_INVOKABLE Vantry::HTMLElement GetSelectedElementObject();
+    Q_INVOKABLE Vantry::HTMLElement GetSelectedElementObject() const;
     // Deletes the selected image; sTagName is not consulted, and nothing but an image goes.
     // Returns an invalid QVariant.
     Q_INVOKABLE QVariant RemoveSelectedElementObject(const QString &sTagName);
     // The selection's markup as a QString (empty for no selection).
-    Q_INVOKABLE QVariant GetSelectedHTML();
+    Q_INVOKABLE QVariant GetSelectedHTML() const;
     // Returns an invalid QVariant.
     Q_INVOKABLE QVariant ReplaceSelectedHTML(const QString &sHTMLToReplace);
     Q_INVOKABLE void InsertHTML(const QString &sHTML);

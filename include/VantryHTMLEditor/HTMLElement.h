@@ -8,10 +8,6 @@
 
 namespace Vantry {
 
-namespace Commands {
-struct HTMLElementAccess;
-}
-
 // An element of the editor's document, as GetSelectedElementObject hands it out. It
 // refers to the element while the document it came from stays loaded; a null element, or
 // one whose document is gone, reads as empty texts and ignores writes.
@@ -41,9 +37,11 @@ public:
     // The same element of the same document.
     bool operator==(const HTMLElement &other) const;
 
-private:
-    friend struct Commands::HTMLElementAccess;
+protected:
+    // An element of the document loaded in surface; the editor makes these.
+    HTMLElement(QObject *surface, int id, int generation);
 
+private:
     QPointer<QObject> m_surface;
     int m_id = 0;
     int m_generation = -1;

@@ -2,15 +2,11 @@
 
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 
-#include <functional>
 #include <memory>
-
-class QSettings;
 
 namespace Vantry {
 
@@ -30,23 +26,36 @@ public:
         Integer
     };
 
-    using ErrorHandler = std::function<void(const QString &message)>;
+    // Told of every error as it happens, on the thread that uses the bag.
+    class VANTRYHTMLEDITOR_EXPORT ErrorReceiver
+    {
+    public:
+        ErrorReceiver() = default;
+        virtual ~ErrorReceiver();
+        Q_DISABLE_COPY_MOVE(ErrorReceiver)
+
+        virtual void propertyBagError(const QString &message) = 0;
+    };
 
     virtual ~PropertyBag();
+    Q_DISABLE_COPY_MOVE(PropertyBag)
 
     // Returns a QString, a bool or a qint16 (as int) according to kind.
-    QVariant readProperty(const QString &name, const QVariant &defaultValue, Kind kind);
+    [[nodiscard]] QVariant readProperty(
+        const QString &name, const QVariant &defaultValue, Kind kind);
     void writeProperty(const QString &name, const QVariant &value, const QVariant &defaultValue);
 
     // Every error reported since the bag was made, oldest first.
-    QStringList errors() const { return m_errors; }
-    // Called for every error as it happens, in addition to recording it; the default
-    // handler logs a warning.
-    void setErrorHandler(ErrorHandler handler);
+    QStringList errors() const;
+    // Told of every error as it happens, in addition to recording it; the bag does not own
+    // it, and the receiver must outlive the bag or be unset first. Without one (the default)
+    // errors are logged as warnings.
+    void setErrorReceiver(ErrorReceiver *receiver);
 
     // Converts a raw stored value to the requested kind. Returns an invalid QVariant and
     // fills *error when the value is of the wrong kind or out of range.
-    static QVariant convert(const QString &name, const QVariant &raw, Kind kind, QString *error);
+    [[nodiscard]] static QVariant convert(
+        const QString &name, const QVariant &raw, Kind kind, QString *error);
 
 protected:
     PropertyBag();
@@ -59,20 +68,21 @@ protected:
     virtual void rawRemove(const QString &name) = 0;
 
 private:
-    QStringList m_errors;
-    ErrorHandler m_handler;
+    class Private;
+    std::unique_ptr<Private> d;
 };
 
 // A bag held in memory, for hosts that persist elsewhere and for tests.
 class VANTRYHTMLEDITOR_EXPORT MemoryPropertyBag : public PropertyBag
 {
 public:
-    MemoryPropertyBag() = default;
+    MemoryPropertyBag();
+    ~MemoryPropertyBag() override;
 
-    bool contains(const QString &name) const { return m_values.contains(name); }
-    QVariant value(const QString &name) const { return m_values.value(name); }
-    void setValue(const QString &name, const QVariant &value) { m_values.insert(name, value); }
-    QStringList keys() const { return m_values.keys(); }
+    bool contains(const QString &name) const;
+    QVariant value(const QString &name) const;
+    void setValue(const QString &name, const QVariant &value);
+    QStringList keys() const;
 
 protected:
     QVariant rawRead(const QString &name) const override;
@@ -80,7 +90,8 @@ protected:
     void rawRemove(const QString &name) override;
 
 private:
-    QHash<QString, QVariant> m_values;
+    class Private;
+    std::unique_ptr<Private> d;
 };
 
 // A bag in an INI file, through QSettings. Keys live in the group given (default
@@ -103,14 +114,8 @@ protected:
     void rawRemove(const QString &name) override;
 
 private:
-    QString key(const QString &name) const;
-
-    std::unique_ptr<QSettings> m_settings;
-    QString m_group;
-    // A file QSettings could not parse is never rewritten (that would drop the lines it
-    // skipped); changes to it are held here instead.
-    bool m_malformed = false;
-    QHash<QString, QVariant> m_unsaved;
+    class Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace Vantry

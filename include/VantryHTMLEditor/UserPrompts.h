@@ -3,10 +3,10 @@
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
 #include <QColor>
+#include <QObject>
 #include <QPointer>
 #include <QString>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -27,12 +27,22 @@ struct FontChoice
     bool italic = false;
     bool underline = false;
 
-    friend bool operator==(const FontChoice &a, const FontChoice &b)
-    {
-        return a.family == b.family && a.htmlSize == b.htmlSize && a.color == b.color
-            && a.bold == b.bold && a.italic == b.italic && a.underline == b.underline;
-    }
-    friend bool operator!=(const FontChoice &a, const FontChoice &b) { return !(a == b); }
+    bool operator==(const FontChoice &other) const = default;
+};
+
+// A wait shown to the user; it ends when the object is destroyed. The implementation
+// emits canceled() when the user gives up waiting, from the event loop once the object
+// has been handed out.
+class VANTRYHTMLEDITOR_EXPORT PromptProgress : public QObject
+{
+    Q_OBJECT
+
+public:
+    PromptProgress() = default;
+    ~PromptProgress() override;
+
+Q_SIGNALS:
+    void canceled();
 };
 
 // Every message box and picker the editor shows goes through here. A host that wants its
@@ -60,14 +70,7 @@ public:
         OkCancel
     };
 
-    // A wait shown to the user; it ends when the object is destroyed.
-    class VANTRYHTMLEDITOR_EXPORT Progress
-    {
-    public:
-        Progress() = default;
-        virtual ~Progress();
-        Q_DISABLE_COPY_MOVE(Progress)
-    };
+    using Progress = PromptProgress;
 
     UserPrompts() = default;
     virtual ~UserPrompts();
@@ -96,10 +99,9 @@ public:
     // The font dialog, starting from initial; nothing when the user cancels.
     virtual std::optional<FontChoice> font(const FontChoice &initial) = 0;
     // Shows text with a Cancel button while the editor waits for something slow (a page
-    // from a server). cancel is called when the user gives up waiting; the wait ends when
-    // the returned object is destroyed.
-    virtual std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel)
-        = 0;
+    // from a server). The returned object emits canceled() when the user gives up waiting;
+    // the wait ends when it is destroyed.
+    virtual std::unique_ptr<Progress> progress(const QString &text) = 0;
 };
 
 // The prompts of a desktop session and the editor's default: QMessageBox, QFileDialog,
@@ -120,7 +122,7 @@ public:
     std::optional<QColor> color(const QColor &initial, const QString &title = QString()) override;
     bool printSetup(QPrinter &printer) override;
     std::optional<FontChoice> font(const FontChoice &initial) override;
-    std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel) override;
+    std::unique_ptr<Progress> progress(const QString &text) override;
 
 protected:
     // The window the boxes are modal to; none once parent is gone.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/commandstate.h"
+
 #include <QVariant>
 
 namespace Vantry::Commands {
@@ -53,15 +55,8 @@ constexpr int Undo = 5049;
 constexpr int UnorderList = 5051;
 } // namespace DesignCommand
 
-// What a status query says about a command.
-enum CommandState : int
-{
-    NotSupported = 0,
-    Disabled = 1,
-    Enabled = 3,
-    Latched = 7, // enabled and on: the selection is bold, the element is locked ...
-    Ninched = 11 // the selection mixes several values
-};
+using Platform::CommandState;
+using enum Platform::CommandState;
 
 // Runs design commands on the document without prompting the user.
 class CommandSink

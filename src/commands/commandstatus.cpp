@@ -14,7 +14,7 @@ public:
 
 } // namespace
 
-int CommandStatusSource::commandState(int commandId)
+CommandState CommandStatusSource::commandState(int commandId)
 {
     return queryStatus({commandId}).states.value(commandId, NotSupported);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/commandstate.h"
+
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -8,13 +10,15 @@
 
 namespace Vantry::Commands {
 
+using Platform::CommandState;
+
 // The surface's answer to one status query.
 struct StatusSnapshot
 {
     // False when the surface could not answer; nothing below is known then.
     bool answered = false;
     // CommandState per command asked for; a command missing here is not supported.
-    QHash<int, int> states;
+    QHash<int, CommandState> states;
     // Filled when the get-font-name command was asked for and is enabled or latched.
     QString fontName;
     // Likewise for get-font-size: the HTML size 1 to 7, or below 1 for none.
@@ -37,7 +41,7 @@ public:
     }
 
     // The state of one command; not supported when the surface cannot say.
-    int commandState(int commandId);
+    CommandState commandState(int commandId);
 };
 
 // A source that never answers, for an editor whose surface has not been connected yet.

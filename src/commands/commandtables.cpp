@@ -182,7 +182,7 @@ QList<QString> toolbarKeys()
     return keys;
 }
 
-QString absolutePositionToolTip(int makeAbsoluteStatus)
+QString absolutePositionToolTip(CommandState makeAbsoluteStatus)
 {
     // The misspelling is the product's own; hosts and users know the text as it is.
     return makeAbsoluteStatus == CommandState::Latched

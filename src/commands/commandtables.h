@@ -55,7 +55,7 @@ std::optional<Command> toolbarKeyCommand(QStringView key);
 QList<QString> toolbarKeys();
 
 // The tooltip of the "Absolute" button after a toggle, naming what the next click does.
-QString absolutePositionToolTip(int makeAbsoluteStatus);
+QString absolutePositionToolTip(CommandState makeAbsoluteStatus);
 
 // The refusal of a guarded deletion (DeleteRow, DeleteColumn, DeleteCell); empty for other
 // commands.

@@ -1,8 +1,56 @@
 #include <VantryHTMLEditor/CompanionObjects.h>
 
+#include "commands/companionlinks.h"
 #include "commands/editortoolbar.h"
+#include "platform/designsurface.h"
 
 namespace Vantry {
+
+namespace Commands {
+
+namespace {
+
+template <typename Link> Link *linkOf(const QObject *companion)
+{
+    return companion->findChild<Link *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+template <typename Link> Link *ensureLink(QObject *companion)
+{
+    Link *link = linkOf<Link>(companion);
+    return link ? link : new Link(companion);
+}
+
+} // namespace
+
+void ToolbarLink::attach(clsToolbar *companion, EditorToolbar *toolbar)
+{
+    if (companion)
+        ensureLink<ToolbarLink>(companion)->m_toolbar = toolbar;
+}
+
+EditorToolbar *ToolbarLink::toolbar(const clsToolbar *companion)
+{
+    const ToolbarLink *link = linkOf<ToolbarLink>(companion);
+    return link ? link->m_toolbar.data() : nullptr;
+}
+
+void StyleSheetLink::attach(clsStyle *companion, Platform::DesignSurface *surface)
+{
+    if (companion)
+        ensureLink<StyleSheetLink>(companion)->m_surface = surface;
+}
+
+Platform::DesignSurface *StyleSheetLink::surface(const clsStyle *companion)
+{
+    const StyleSheetLink *link = linkOf<StyleSheetLink>(companion);
+    return link ? link->m_surface.data() : nullptr;
+}
+
+} // namespace Commands
+
+using Commands::EditorToolbar;
+using Commands::ToolbarLink;
 
 clsContextMenu::clsContextMenu(QObject *parent)
     : QObject(parent)
@@ -76,44 +124,52 @@ clsToolbar::~clsToolbar() = default;
 
 clsToolbar::em_ToolbarOrder clsToolbar::ToolbarDisplayOrder(em_Toolbars Toolbar) const
 {
-    if (!m_toolbar)
+    const EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    if (!toolbar)
         return tbo_first;
-    return static_cast<em_ToolbarOrder>(m_toolbar->toolbarDisplayOrder(Toolbar));
+    return static_cast<em_ToolbarOrder>(toolbar->toolbarDisplayOrder(Toolbar));
 }
 
 bool clsToolbar::setToolbarDisplayOrder(em_Toolbars Toolbar, em_ToolbarOrder order)
 {
-    return m_toolbar && m_toolbar->setToolbarDisplayOrder(Toolbar, order);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->setToolbarDisplayOrder(Toolbar, order);
 }
 
 bool clsToolbar::ToolbarVisibleState(em_Toolbars Toolbar) const
 {
-    return m_toolbar && m_toolbar->toolbarVisibleState(Toolbar);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->toolbarVisibleState(Toolbar);
 }
 
 bool clsToolbar::setToolbarVisibleState(em_Toolbars Toolbar, bool state)
 {
-    return m_toolbar && m_toolbar->setToolbarVisibleState(Toolbar, state);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->setToolbarVisibleState(Toolbar, state);
 }
 
 bool clsToolbar::ButtonEnabledState(em_ToolbarButtons ButtonKey) const
 {
-    return m_toolbar && m_toolbar->buttonEnabledState(ButtonKey);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->buttonEnabledState(ButtonKey);
 }
 
 bool clsToolbar::setButtonEnabledState(em_ToolbarButtons ButtonKey, bool state)
 {
-    return m_toolbar && m_toolbar->setButtonEnabledState(ButtonKey, state);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->setButtonEnabledState(ButtonKey, state);
 }
 
 bool clsToolbar::ButtonVisibleState(em_ToolbarButtons ButtonKey) const
 {
-    return m_toolbar && m_toolbar->buttonVisibleState(ButtonKey);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->buttonVisibleState(ButtonKey);
 }
 
 bool clsToolbar::setButtonVisibleState(em_ToolbarButtons ButtonKey, bool state)
 {
-    return m_toolbar && m_toolbar->setButtonVisibleState(ButtonKey, state);
+    EditorToolbar *toolbar = ToolbarLink::toolbar(this);
+    return toolbar && toolbar->setButtonVisibleState(ButtonKey, state);
 }
 
 clsStyle::clsStyle(QObject *parent)
@@ -125,9 +181,10 @@ clsStyle::~clsStyle() = default;
 QString clsStyle::LoadStylesSource() const
 {
     QString markup;
-    if (!m_sheetAddresses)
+    Platform::DesignSurface *surface = Commands::StyleSheetLink::surface(this);
+    if (!surface)
         return markup;
-    const QStringList addresses = m_sheetAddresses();
+    const QStringList addresses = surface->styleSheetHrefs();
     for (const QString &href : addresses)
         markup += QStringLiteral("<LINK href=\"") + href + QStringLiteral("\" rel=\"StyleSheet\">");
     return markup;

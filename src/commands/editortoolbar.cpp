@@ -1,5 +1,6 @@
 #include "commands/editortoolbar.h"
 
+#include "commands/companionlinks.h"
 #include "commands/fontcontrols.h"
 #include "commands/selectionstate.h"
 #include "commands/toolbarbuilder.h"
@@ -45,8 +46,7 @@ void EditorToolbar::setCommandSink(CommandSink *sink)
 
 void EditorToolbar::attach(clsToolbar *toolbar)
 {
-    if (toolbar)
-        toolbar->m_toolbar = this;
+    ToolbarLink::attach(toolbar, this);
 }
 
 std::array<QToolBar *, 3> EditorToolbar::rowsTopToBottom() const

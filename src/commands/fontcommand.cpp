@@ -18,7 +18,7 @@ constexpr int GetForeColor = 5015;
 std::optional<FontChoice> selectionFont(DesignSurface &surface)
 {
     QHash<int, QVariant> values;
-    const QHash<int, int> states = surface.queryStatus(
+    const QHash<int, CommandState> states = surface.queryStatus(
         {DesignCommand::GetFontName, DesignCommand::GetFontSize, GetForeColor, DesignCommand::Bold,
             DesignCommand::Italic, DesignCommand::Underline},
         &values);

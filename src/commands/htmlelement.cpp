@@ -9,29 +9,29 @@ namespace Commands {
 HTMLElement HTMLElementAccess::make(
     Platform::DesignSurface *surface, const Platform::Element &element)
 {
-    HTMLElement result;
-    if (surface && !element.isNull()) {
-        result.m_surface = surface;
-        result.m_id = element.id;
-        result.m_generation = element.generation;
-    }
-    return result;
-}
-
-Platform::DesignSurface *HTMLElementAccess::surface(const HTMLElement &element)
-{
-    return element.isNull() ? nullptr
-                            : qobject_cast<Platform::DesignSurface *>(element.m_surface.data());
-}
-
-Platform::Element HTMLElementAccess::handle(const HTMLElement &element)
-{
-    return {element.m_id, element.m_generation};
+    if (!surface || element.isNull())
+        return {};
+    return HTMLElementAccess(surface, element.id, element.generation);
 }
 
 } // namespace Commands
 
+namespace {
+
+Platform::DesignSurface *designSurface(const QPointer<QObject> &surface, int id)
+{
+    return id == 0 ? nullptr : qobject_cast<Platform::DesignSurface *>(surface.data());
+}
+
+} // namespace
+
 HTMLElement::HTMLElement() = default;
+
+HTMLElement::HTMLElement(QObject *surface, int id, int generation)
+    : m_surface(surface)
+    , m_id(id)
+    , m_generation(generation)
+{ }
 
 bool HTMLElement::isNull() const
 {
@@ -40,59 +40,59 @@ bool HTMLElement::isNull() const
 
 QString HTMLElement::tagName() const
 {
-    auto *surface = HTMLElementAccess::surface(*this);
-    return surface ? surface->tagName(HTMLElementAccess::handle(*this)) : QString();
+    auto *surface = designSurface(m_surface, m_id);
+    return surface ? surface->tagName(Platform::Element{m_id, m_generation}) : QString();
 }
 
 QString HTMLElement::outerHTML() const
 {
-    auto *surface = HTMLElementAccess::surface(*this);
-    return surface ? surface->outerHTML(HTMLElementAccess::handle(*this)) : QString();
+    auto *surface = designSurface(m_surface, m_id);
+    return surface ? surface->outerHTML(Platform::Element{m_id, m_generation}) : QString();
 }
 
 void HTMLElement::setOuterHTML(const QString &html)
 {
-    if (auto *surface = HTMLElementAccess::surface(*this))
-        surface->setOuterHTML(HTMLElementAccess::handle(*this), html);
+    if (auto *surface = designSurface(m_surface, m_id))
+        surface->setOuterHTML(Platform::Element{m_id, m_generation}, html);
 }
 
 QString HTMLElement::innerHTML() const
 {
-    auto *surface = HTMLElementAccess::surface(*this);
-    return surface ? surface->innerHTML(HTMLElementAccess::handle(*this)) : QString();
+    auto *surface = designSurface(m_surface, m_id);
+    return surface ? surface->innerHTML(Platform::Element{m_id, m_generation}) : QString();
 }
 
 void HTMLElement::setInnerHTML(const QString &html)
 {
-    if (auto *surface = HTMLElementAccess::surface(*this))
-        surface->setInnerHTML(HTMLElementAccess::handle(*this), html);
+    if (auto *surface = designSurface(m_surface, m_id))
+        surface->setInnerHTML(Platform::Element{m_id, m_generation}, html);
 }
 
 QString HTMLElement::getAttribute(const QString &name) const
 {
-    auto *surface = HTMLElementAccess::surface(*this);
-    return surface ? surface->attribute(HTMLElementAccess::handle(*this), name) : QString();
+    auto *surface = designSurface(m_surface, m_id);
+    return surface ? surface->attribute(Platform::Element{m_id, m_generation}, name) : QString();
 }
 
 void HTMLElement::setAttribute(const QString &name, const QString &value)
 {
-    if (auto *surface = HTMLElementAccess::surface(*this))
-        surface->setAttribute(HTMLElementAccess::handle(*this), name, value);
+    if (auto *surface = designSurface(m_surface, m_id))
+        surface->setAttribute(Platform::Element{m_id, m_generation}, name, value);
 }
 
 void HTMLElement::removeAttribute(const QString &name)
 {
-    if (auto *surface = HTMLElementAccess::surface(*this))
-        surface->removeAttribute(HTMLElementAccess::handle(*this), name);
+    if (auto *surface = designSurface(m_surface, m_id))
+        surface->removeAttribute(Platform::Element{m_id, m_generation}, name);
 }
 
 HTMLElement HTMLElement::parentElement() const
 {
-    auto *surface = HTMLElementAccess::surface(*this);
+    auto *surface = designSurface(m_surface, m_id);
     if (!surface)
         return {};
     return HTMLElementAccess::make(
-        surface, surface->parentElement(HTMLElementAccess::handle(*this)));
+        surface, surface->parentElement(Platform::Element{m_id, m_generation}));
 }
 
 bool HTMLElement::operator==(const HTMLElement &other) const

@@ -6,12 +6,14 @@
 
 namespace Vantry::Commands {
 
-// Between the public element object and the surface's element handles.
-struct HTMLElementAccess
+// Makes the public element object from a surface's element handle.
+class HTMLElementAccess : public HTMLElement
 {
+public:
     static HTMLElement make(Platform::DesignSurface *surface, const Platform::Element &element);
-    static Platform::DesignSurface *surface(const HTMLElement &element);
-    static Platform::Element handle(const HTMLElement &element);
+
+private:
+    using HTMLElement::HTMLElement;
 };
 
 } // namespace Vantry::Commands

@@ -11,7 +11,7 @@ std::optional<QString> toggleAbsolutePosition(DesignSurface &surface)
 {
     if (!surface.execCommand(DesignCommand::MakeAbsolute, DesignSurface::OptionDoDefault))
         return std::nullopt;
-    const int status = surface.commandStatus(DesignCommand::MakeAbsolute);
+    const CommandState status = surface.commandStatus(DesignCommand::MakeAbsolute);
     if (surface.lastCallFailed())
         return std::nullopt;
     return absolutePositionToolTip(status);
@@ -19,13 +19,12 @@ std::optional<QString> toggleAbsolutePosition(DesignSurface &surface)
 
 PositionState positionState(DesignSurface &surface)
 {
-    const int status = surface.commandStatus(DesignCommand::MakeAbsolute);
+    const CommandState status = surface.commandStatus(DesignCommand::MakeAbsolute);
     if (surface.lastCallFailed())
         return {};
-    const int enabled = DesignSurface::StatusSupported | DesignSurface::StatusEnabled;
     PositionState state;
-    state.available = (status & enabled) == enabled;
-    state.absolute = state.available && (status & DesignSurface::StatusLatched);
+    state.available = status >= Enabled;
+    state.absolute = status == Latched;
     return state;
 }
 

@@ -28,8 +28,8 @@ void SurfaceStatusSource::requestStatus(
     const QList<int> &commandIds, std::function<void(const StatusSnapshot &)> done)
 {
     m_surface.requestStatus(commandIds,
-        [done = std::move(done)](
-            bool answered, const QHash<int, int> &states, const QHash<int, QVariant> &values) {
+        [done = std::move(done)](bool answered, const QHash<int, CommandState> &states,
+            const QHash<int, QVariant> &values) {
             StatusSnapshot snapshot;
             snapshot.states = states;
             snapshot.answered = answered;
@@ -119,7 +119,7 @@ void SelectionState::refreshButton(
     bool enabled = false;
     bool pressed = m_model.latched(key).value_or(false);
     if (allowed) {
-        const int state = snapshot.states.value(statusCommand, NotSupported);
+        const CommandState state = snapshot.states.value(statusCommand, NotSupported);
         enabled = state >= Enabled;
         pressed = state == Latched;
         m_model.setLatched(key, pressed);
@@ -137,7 +137,7 @@ void SelectionState::refreshFont(const StatusSnapshot &snapshot)
     if (!snapshot.answered)
         return;
 
-    const int nameState = snapshot.states.value(DesignCommand::GetFontName, NotSupported);
+    const CommandState nameState = snapshot.states.value(DesignCommand::GetFontName, NotSupported);
     QString name;
     if (nameState == Enabled || nameState == Latched) {
         name = snapshot.fontName;
@@ -149,7 +149,7 @@ void SelectionState::refreshFont(const StatusSnapshot &snapshot)
     Q_EMIT stateChanged(QStringLiteral("FontName"), nameState >= Enabled, nameState == Latched);
     Q_EMIT textChanged(QStringLiteral("FontName"), name);
 
-    const int sizeState = snapshot.states.value(DesignCommand::GetFontSize, NotSupported);
+    const CommandState sizeState = snapshot.states.value(DesignCommand::GetFontSize, NotSupported);
     QString size;
     if (sizeState == Enabled || sizeState == Latched) {
         if (snapshot.fontSize >= 1)

@@ -81,11 +81,13 @@ DocumentBytes fetch(
     bool cancelled = false;
     std::unique_ptr<Platform::UserPrompts::Progress> progress;
     if (!reply->isFinished() && deadline.isActive() && prompts) {
-        progress = prompts->progress(
-            QStringLiteral("Loading %1 ...").arg(url.toDisplayString()), [&cancelled, &loop] {
-                cancelled = true;
-                loop.quit();
-            });
+        progress = prompts->progress(QStringLiteral("Loading %1 ...").arg(url.toDisplayString()));
+        if (progress)
+            QObject::connect(progress.get(), &Platform::UserPrompts::Progress::canceled, &loop,
+                [&cancelled, &loop] {
+                    cancelled = true;
+                    loop.quit();
+                });
         if (!reply->isFinished() && !cancelled)
             loop.exec();
         progress.reset();

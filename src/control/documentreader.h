@@ -61,7 +61,7 @@ struct DocumentBytes
 
 // Reads a whole local file. A file that is missing, in a missing folder, a folder itself
 // or unreadable gets the matching editor error number.
-DocumentBytes readLocalFile(const QString &path);
+[[nodiscard]] DocumentBytes readLocalFile(const QString &path);
 
 // How long an address may take to answer before its load fails.
 constexpr std::chrono::seconds fetchTimeout{30};
@@ -73,7 +73,7 @@ constexpr std::chrono::milliseconds fetchProgressDelay{400};
 // fetchProgressDelay and prompts are given, it shows a progress whose Cancel ends it with
 // LoadError::Cancelled. Every failure has a platform (negative) error number, as a URL
 // load reports it.
-DocumentBytes readAddress(const QString &address, std::chrono::milliseconds timeout = fetchTimeout,
-    Platform::UserPrompts *prompts = nullptr);
+[[nodiscard]] DocumentBytes readAddress(const QString &address,
+    std::chrono::milliseconds timeout = fetchTimeout, Platform::UserPrompts *prompts = nullptr);
 
 } // namespace Vantry::Control

@@ -1,3 +1,4 @@
+#include "commands/companionlinks.h"
 #include "control/htmleditorcomponent_p.h"
 
 #include "commands/command.h"
@@ -159,8 +160,7 @@ HTMLEditorComponent::Private::~Private() = default;
 
 void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
 {
-    if (style)
-        style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
+    Commands::StyleSheetLink::attach(style, surface);
 }
 
 // Stores, announces, then applies the effect the property table gives the property.

@@ -72,19 +72,19 @@ public:
 
 private:
     // The save-changes prompt: false when the caller must stop.
-    bool mayReplaceDocument();
+    [[nodiscard]] bool mayReplaceDocument();
     // Saves to path, or asks for one when path is empty. False when nothing was written.
     bool save(const QString &path);
     // FileSave without a path: asks unless the document has a file of its own.
     bool saveToCurrentOrAsk();
     // Decodes and loads a document read from a file or an address; the number of an error
     // that left it unloaded.
-    qint32 loadBytes(const DocumentBytes &read);
+    [[nodiscard]] qint32 loadBytes(const DocumentBytes &read);
     // Loads decoded text as the document that came from address.
-    qint32 loadDocument(const QString &html, const QString &address);
+    [[nodiscard]] qint32 loadDocument(const QString &html, const QString &address);
     // What the save dialog starts from: the document's file, or the name of its address.
     QString proposedSaveName() const;
-    bool waitUntilReady();
+    [[nodiscard]] bool waitUntilReady();
     void newDocument();
     void showLoadError(qint32 error);
     Platform::UserPrompts &prompts() const { return m_hooks.prompts(); }

@@ -108,7 +108,7 @@ EditorDialogs &HTMLEditorComponent::editorDialogs() const
     return *d->dialogs;
 }
 
-HTMLElement HTMLEditorComponent::GetSelectedElementObject()
+HTMLElement HTMLEditorComponent::GetSelectedElementObject() const
 {
     return Commands::HTMLElementAccess::make(d->surface, d->selection->selectedElement());
 }
@@ -119,7 +119,7 @@ QVariant HTMLEditorComponent::RemoveSelectedElementObject(const QString &sTagNam
     return {};
 }
 
-QVariant HTMLEditorComponent::GetSelectedHTML()
+QVariant HTMLEditorComponent::GetSelectedHTML() const
 {
     return d->selection->selectedMarkup();
 }
@@ -252,24 +252,24 @@ void HTMLEditorComponent::resizeEvent(QResizeEvent *event)
     d->layout();
 }
 
-QString HTMLEditorComponent::GetHtmlSource()
+QString HTMLEditorComponent::GetHtmlSource() const
 {
     return d->exchange->getHtmlSource();
 }
 
-QString HTMLEditorComponent::GetPlainText()
+QString HTMLEditorComponent::GetPlainText() const
 {
     return d->exchange->getPlainText();
 }
 
-QString HTMLEditorComponent::PageTitle()
+QString HTMLEditorComponent::PageTitle() const
 {
     if (!d->exchange->isDocumentReady())
         return d->settings.PageTitle;
     return Control::DocumentFields::pageTitle(*d->surface);
 }
 
-QString HTMLEditorComponent::KeyWords()
+QString HTMLEditorComponent::KeyWords() const
 {
     if (!d->exchange->isDocumentReady())
         return d->settings.KeyWords;

@@ -195,22 +195,38 @@ std::optional<QString> iniText(const QString &fileName, const QString &section, 
 
 } // namespace
 
+class PropertyBag::Private
+{
+public:
+    QStringList errors;
+    ErrorReceiver *receiver = nullptr;
+};
+
+PropertyBag::ErrorReceiver::~ErrorReceiver() = default;
+
 PropertyBag::PropertyBag()
-    : m_handler([](const QString &message) { qWarning().noquote() << message; })
+    : d(std::make_unique<Private>())
 { }
 
 PropertyBag::~PropertyBag() = default;
 
-void PropertyBag::setErrorHandler(ErrorHandler handler)
+QStringList PropertyBag::errors() const
 {
-    m_handler = std::move(handler);
+    return d->errors;
+}
+
+void PropertyBag::setErrorReceiver(ErrorReceiver *receiver)
+{
+    d->receiver = receiver;
 }
 
 void PropertyBag::reportError(const QString &message)
 {
-    m_errors.append(message);
-    if (m_handler)
-        m_handler(message);
+    d->errors.append(message);
+    if (d->receiver)
+        d->receiver->propertyBagError(message);
+    else
+        qWarning().noquote() << message;
 }
 
 QVariant PropertyBag::convert(const QString &name, const QVariant &raw, Kind kind, QString *error)
@@ -289,26 +305,75 @@ void PropertyBag::writeProperty(
     rawWrite(name, storable(value));
 }
 
+class MemoryPropertyBag::Private
+{
+public:
+    QHash<QString, QVariant> values;
+};
+
+MemoryPropertyBag::MemoryPropertyBag()
+    : d(std::make_unique<Private>())
+{ }
+
+MemoryPropertyBag::~MemoryPropertyBag() = default;
+
+bool MemoryPropertyBag::contains(const QString &name) const
+{
+    return d->values.contains(name);
+}
+
+QVariant MemoryPropertyBag::value(const QString &name) const
+{
+    return d->values.value(name);
+}
+
+void MemoryPropertyBag::setValue(const QString &name, const QVariant &value)
+{
+    d->values.insert(name, value);
+}
+
+QStringList MemoryPropertyBag::keys() const
+{
+    return d->values.keys();
+}
+
 QVariant MemoryPropertyBag::rawRead(const QString &name) const
 {
-    return m_values.value(name);
+    return d->values.value(name);
 }
 
 void MemoryPropertyBag::rawWrite(const QString &name, const QVariant &value)
 {
-    m_values.insert(name, value);
+    d->values.insert(name, value);
 }
 
 void MemoryPropertyBag::rawRemove(const QString &name)
 {
-    m_values.remove(name);
+    d->values.remove(name);
 }
 
-IniPropertyBag::IniPropertyBag(const QString &fileName, const QString &group)
-    : m_settings(std::make_unique<QSettings>(fileName, QSettings::IniFormat))
-    , m_group(group)
+class IniPropertyBag::Private
 {
-    switch (m_settings->status()) {
+public:
+    Private(const QString &fileName, const QString &group)
+        : settings(fileName, QSettings::IniFormat)
+        , group(group)
+    { }
+
+    QString key(const QString &name) const { return group.isEmpty() ? name : group + u'/' + name; }
+
+    QSettings settings;
+    QString group;
+    // A file QSettings could not parse is never rewritten (that would drop the lines it
+    // skipped); changes to it are held here instead.
+    bool malformed = false;
+    QHash<QString, QVariant> unsaved;
+};
+
+IniPropertyBag::IniPropertyBag(const QString &fileName, const QString &group)
+    : d(std::make_unique<Private>(fileName, group))
+{
+    switch (d->settings.status()) {
     case QSettings::NoError:
         break;
     case QSettings::AccessError:
@@ -316,7 +381,7 @@ IniPropertyBag::IniPropertyBag(const QString &fileName, const QString &group)
             QStringLiteral("Property file \"") + fileName + QStringLiteral("\" cannot be read"));
         break;
     case QSettings::FormatError:
-        m_malformed = true;
+        d->malformed = true;
         reportError(QStringLiteral("Property file \"") + fileName
             + QStringLiteral("\" is malformed; the values that could be read are used "
                              "and changes will not be saved to it"));
@@ -328,23 +393,23 @@ IniPropertyBag::~IniPropertyBag()
 {
     // The host's handler may refer to objects already gone, so a failure this late only
     // goes to the log.
-    if (m_malformed || m_settings->status() != QSettings::NoError)
+    if (d->malformed || d->settings.status() != QSettings::NoError)
         return;
-    m_settings->sync();
-    if (m_settings->status() != QSettings::NoError)
+    d->settings.sync();
+    if (d->settings.status() != QSettings::NoError)
         qWarning().noquote() << QStringLiteral("Property file \"") + fileName()
                 + QStringLiteral("\" could not be written");
 }
 
 bool IniPropertyBag::sync()
 {
-    if (m_malformed) {
+    if (d->malformed) {
         reportError(QStringLiteral("Property file \"") + fileName()
             + QStringLiteral("\" is malformed; changes are not saved to it"));
         return false;
     }
-    m_settings->sync();
-    switch (m_settings->status()) {
+    d->settings.sync();
+    switch (d->settings.status()) {
     case QSettings::NoError:
         return true;
     case QSettings::AccessError:
@@ -361,25 +426,20 @@ bool IniPropertyBag::sync()
 
 QString IniPropertyBag::fileName() const
 {
-    return m_settings->fileName();
-}
-
-QString IniPropertyBag::key(const QString &name) const
-{
-    return m_group.isEmpty() ? name : m_group + u'/' + name;
+    return d->settings.fileName();
 }
 
 QVariant IniPropertyBag::rawRead(const QString &name) const
 {
-    if (m_malformed) {
-        const auto held = m_unsaved.constFind(name);
-        if (held != m_unsaved.cend())
+    if (d->malformed) {
+        const auto held = d->unsaved.constFind(name);
+        if (held != d->unsaved.cend())
             return *held;
     }
-    const QVariant value = m_settings->value(key(name));
+    const QVariant value = d->settings.value(d->key(name));
     // INI text with unquoted commas comes back as a list; it was one text to whoever wrote it.
     if (value.typeId() == QMetaType::QStringList) {
-        const QString path = key(name);
+        const QString path = d->key(name);
         const qsizetype slash = path.indexOf(u'/');
         const QString section = slash < 0 ? QStringLiteral("General") : path.first(slash);
         QString inSection = slash < 0 ? path : path.sliced(slash + 1);
@@ -393,18 +453,18 @@ QVariant IniPropertyBag::rawRead(const QString &name) const
 
 void IniPropertyBag::rawWrite(const QString &name, const QVariant &value)
 {
-    if (m_malformed)
-        m_unsaved.insert(name, value);
+    if (d->malformed)
+        d->unsaved.insert(name, value);
     else
-        m_settings->setValue(key(name), value);
+        d->settings.setValue(d->key(name), value);
 }
 
 void IniPropertyBag::rawRemove(const QString &name)
 {
-    if (m_malformed)
-        m_unsaved.insert(name, QVariant());
+    if (d->malformed)
+        d->unsaved.insert(name, QVariant());
     else
-        m_settings->remove(key(name));
+        d->settings.remove(d->key(name));
 }
 
 } // namespace Vantry

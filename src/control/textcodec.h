@@ -45,7 +45,7 @@ QByteArray declaredCharset(QByteArrayView bytes);
 // transport's charset (an HTTP Content-Type), a META declaration, the byte pattern of
 // UTF-16 without a mark (every other byte zero); otherwise UTF-8 when the bytes are valid
 // UTF-8, else windows-1252. The byte-order mark is not part of the text.
-Decoded decode(QByteArrayView bytes, QByteArrayView transportCharset = {});
+[[nodiscard]] Decoded decode(QByteArrayView bytes, QByteArrayView transportCharset = {});
 
 // The encoding to save text in that was read in opened: UTF-16 always with a byte-order
 // mark; the same when the file began with one; otherwise what the text now declares in a
@@ -55,7 +55,7 @@ Encoding encodingForSave(const QString &text, const Encoding &opened);
 // Encodes text, writing the byte-order mark when the encoding has one. A character the
 // encoding cannot represent is written as a numeric character reference (&#937;), which
 // reads back as the same character.
-Encoded encode(const QString &text, const Encoding &encoding);
+[[nodiscard]] Encoded encode(const QString &text, const Encoding &encoding);
 
 // The built-in tables for windows-1252 and ISO-8859-15, used when the platform's
 // converters lack them; an empty result for other names.

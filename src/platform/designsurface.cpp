@@ -1,5 +1,7 @@
 #include "platform/designsurface.h"
 
+#include "platform/logging.h"
+
 #include <QVariantMap>
 
 namespace Vantry::Platform {
@@ -9,6 +11,13 @@ DesignSurface::DesignSurface(QObject *parent)
 { }
 
 DesignSurface::~DesignSurface() = default;
+
+void DesignSurface::setLastError(const QString &error)
+{
+    m_lastError = error;
+    if (!error.isEmpty())
+        qCDebug(lcSurface).noquote() << error;
+}
 
 bool DesignSurface::execCommand(int commandId, int, const QVariant &, QVariant *)
 {
@@ -65,18 +74,19 @@ bool DesignSurface::editElementFields(const Element &element, const QList<FieldE
     return true;
 }
 
-QHash<int, int> DesignSurface::queryStatus(const QList<int> &commandIds, QHash<int, QVariant> *)
+QHash<int, CommandState> DesignSurface::queryStatus(
+    const QList<int> &commandIds, QHash<int, QVariant> *)
 {
-    QHash<int, int> status;
+    QHash<int, CommandState> status;
     for (int id : commandIds)
-        status.insert(id, StatusNotSupported);
+        status.insert(id, NotSupported);
     return status;
 }
 
 void DesignSurface::requestStatus(const QList<int> &commandIds, StatusAnswer done)
 {
     QHash<int, QVariant> values;
-    const QHash<int, int> states = queryStatus(commandIds, &values);
+    const QHash<int, CommandState> states = queryStatus(commandIds, &values);
     done(!lastCallFailed(), states, values);
 }
 

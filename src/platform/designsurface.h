@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/commandstate.h"
 #include "platform/searchtarget.h"
 #include "platform/textrange.h"
 
@@ -251,17 +252,7 @@ public:
     virtual bool useElementFormatting() = 0;
     virtual bool focusDocument() = 0;
 
-    // Editing commands by their identifiers (5000 to 5052). The status of a command is a
-    // combination of the flags below: 0 not supported, 1 supported but disabled, 3
-    // enabled, 7 enabled and latched (on), 11 enabled and ninched (mixed).
-    enum CommandStatus
-    {
-        StatusNotSupported = 0,
-        StatusSupported = 1,
-        StatusEnabled = 2,
-        StatusLatched = 4,
-        StatusNinched = 8,
-    };
+    // Editing commands by their identifiers (5000 to 5052), each in a CommandState.
     // Options of a command run, as the host's toolbar passes them.
     enum CommandOption
     {
@@ -277,15 +268,18 @@ public:
     // The status of every command asked for, in one round trip. With values given, the
     // value of every reading command among them ("get..." commands: font name, size ...)
     // whose state is enabled or latched comes back in the same trip.
-    virtual QHash<int, int> queryStatus(
+    [[nodiscard]] virtual QHash<int, CommandState> queryStatus(
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr);
-    int commandStatus(int commandId) { return queryStatus(QList<int>{commandId}).value(commandId); }
+    [[nodiscard]] CommandState commandStatus(int commandId)
+    {
+        return queryStatus(QList<int>{commandId}).value(commandId, NotSupported);
+    }
     // The same question, values included, without waiting for the answer: work that follows
     // the document's own notifications asks this way, since the engine may hold answers
     // back while anything waits for one. done runs once, with answered false when the
     // surface could not say; at once where the surface answers without the engine.
     using StatusAnswer = std::function<void(
-        bool answered, const QHash<int, int> &states, const QHash<int, QVariant> &values)>;
+        bool answered, const QHash<int, CommandState> &states, const QHash<int, QVariant> &values)>;
     virtual void requestStatus(const QList<int> &commandIds, StatusAnswer done);
 
     // Editing aids drawn only while editing, never saved: "borders" (tables without a
@@ -329,7 +323,8 @@ Q_SIGNALS:
 
 protected:
     explicit DesignSurface(QObject *parent = nullptr);
-    void setLastError(const QString &error) { m_lastError = error; }
+    // Records the outcome of the call just made; an error also goes to the log.
+    void setLastError(const QString &error);
 
 private:
     QString m_lastError;

@@ -142,7 +142,7 @@ void tst_CommandTables::absolutePositionToolTip()
 {
     QFETCH(int, status);
     QFETCH(QString, toolTip);
-    QCOMPARE(Commands::absolutePositionToolTip(status), toolTip);
+    QCOMPARE(Commands::absolutePositionToolTip(Commands::CommandState(status)), toolTip);
 }
 
 void tst_CommandTables::deletionKeepsTablePart_data()

@@ -32,7 +32,7 @@ public:
         if (!answered)
             return snapshot;
         for (int id : commandIds)
-            snapshot.states.insert(id, states.value(id, fallback));
+            snapshot.states.insert(id, static_cast<CommandState>(states.value(id, fallback)));
         snapshot.fontName = fontName;
         snapshot.fontSize = fontSize;
         return snapshot;

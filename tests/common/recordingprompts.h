@@ -125,26 +125,17 @@ public:
         return fonts.dequeue();
     }
 
-    std::unique_ptr<Progress> progress(const QString &text, std::function<void()> cancel) override
+    std::unique_ptr<Progress> progress(const QString &text) override
     {
         shown.append({Kind::Progress, text, {}, {}});
-        auto shownProgress = std::make_unique<TimedProgress>();
-        if (cancelProgress) {
-            // Pressed once the editor waits, as a user would; never after the wait ended.
-            shownProgress->timer.setSingleShot(true);
-            QObject::connect(
-                &shownProgress->timer, &QTimer::timeout, &shownProgress->timer, std::move(cancel));
-            shownProgress->timer.start(0);
-        }
+        auto shownProgress = std::make_unique<Progress>();
+        // Pressed once the editor waits, as a user would; never after the wait ended.
+        if (cancelProgress)
+            QTimer::singleShot(0, shownProgress.get(), &Progress::canceled);
         return shownProgress;
     }
 
 private:
-    struct TimedProgress : Progress
-    {
-        QTimer timer;
-    };
-
     QString fileName(
         Kind kind, const QString &title, const QString &filter, const QString &directory)
     {

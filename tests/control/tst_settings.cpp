@@ -34,6 +34,13 @@ protected:
     }
 };
 
+// Keeps the errors a bag reports as they happen.
+struct ErrorLog : PropertyBag::ErrorReceiver
+{
+    QStringList messages;
+    void propertyBagError(const QString &message) override { messages.append(message); }
+};
+
 const QStringList expectedBagOrder = QStringLiteral(
     "SetDisplayHeight ScrollTop ScrollLeft GetHtmlSource GetHtmlText SetHtmlSource "
     "SetDisplayWidth BaseURL ImageDirectory ImageVCDirectory ContentPages PortalPages "
@@ -271,8 +278,9 @@ void TestSettings::badValues()
     QFETCH(QString, shown);
 
     MemoryPropertyBag bag;
-    QStringList handled;
-    bag.setErrorHandler([&handled](const QString &message) { handled.append(message); });
+    ErrorLog log;
+    bag.setErrorReceiver(&log);
+    const QStringList &handled = log.messages;
     bag.setValue(QStringLiteral("BaseURL"), QStringLiteral("http://example.org/"));
     bag.setValue(QStringLiteral("ScrollBars"), QStringLiteral("-1"));
     bag.setValue(QStringLiteral("SetDisplayHeight"), QStringLiteral("300"));
@@ -342,7 +350,8 @@ void TestSettings::malformedIniFile()
     {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("malformed")));
         IniPropertyBag bag(fileName);
-        bag.setErrorHandler({});
+        ErrorLog log;
+        bag.setErrorReceiver(&log);
         QCOMPARE(bag.errors().size(), 1);
         QVERIFY2(bag.errors().first().contains(fileName), qPrintable(bag.errors().first()));
 
@@ -375,8 +384,9 @@ void TestSettings::unwritableIniFile()
     const QString fileName = blocker + QStringLiteral("/editor.ini");
 
     IniPropertyBag bag(fileName);
-    QStringList handled;
-    bag.setErrorHandler([&handled](const QString &message) { handled.append(message); });
+    ErrorLog log;
+    bag.setErrorReceiver(&log);
+    const QStringList &handled = log.messages;
     writeProperties(Settings(), bag);
     QVERIFY(!bag.sync());
     QCOMPARE(handled.size(), 1);

@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 using namespace Vantry;
+using Platform::CommandState;
 using Platform::DesignSurface;
 using Platform::Element;
 using Platform::TextRange;
@@ -182,7 +183,7 @@ void tst_CommandSet::statusComesForAllCommandsAtOnce()
     load(QStringLiteral("<p>outside</p><table><tr><td>cell</td></tr></table>"));
     caretAt(QStringLiteral("outside"));
     const QList<int> ids{Bold, InsertRow, DeleteRows, MakeAbsolute, 4999, 5001};
-    const QHash<int, int> status = m_surface->queryStatus(ids);
+    const QHash<int, CommandState> status = m_surface->queryStatus(ids);
     QCOMPARE(status.size(), ids.size());
     QCOMPARE(status.value(Bold), 3);
     QCOMPARE(status.value(InsertRow), 1);
@@ -190,7 +191,7 @@ void tst_CommandSet::statusComesForAllCommandsAtOnce()
     QCOMPARE(status.value(5001), 0);
 
     caretAt(QStringLiteral("cell"));
-    const QHash<int, int> inCell = m_surface->queryStatus(ids);
+    const QHash<int, CommandState> inCell = m_surface->queryStatus(ids);
     QCOMPARE(inCell.value(InsertRow), 3);
     QCOMPARE(inCell.value(DeleteRows), 3);
 
@@ -198,7 +199,7 @@ void tst_CommandSet::statusComesForAllCommandsAtOnce()
     load(QStringLiteral("<p><font face=\"Courier New\" size=\"5\">mono</font> plain</p>"));
     caretAt(QStringLiteral("mono"));
     QHash<int, QVariant> values;
-    const QHash<int, int> withFont
+    const QHash<int, CommandState> withFont
         = m_surface->queryStatus({Bold, GetFontName, GetFontSize}, &values);
     QCOMPARE(withFont.value(GetFontName), 3);
     QCOMPARE(values.value(GetFontName).toString(), QStringLiteral("Courier New"));
@@ -210,7 +211,7 @@ void tst_CommandSet::statusComesForAllCommandsAtOnce()
                 ->call(QStringLiteral("selectBetween"),
                     {QStringLiteral("mono"), QStringLiteral("plain")})
                 .ok);
-    const QHash<int, int> mixed = m_surface->queryStatus({GetFontName}, &values);
+    const QHash<int, CommandState> mixed = m_surface->queryStatus({GetFontName}, &values);
     QCOMPARE(mixed.value(GetFontName), 11);
     QVERIFY(values.isEmpty());
 }

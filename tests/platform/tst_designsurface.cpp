@@ -12,7 +12,10 @@
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QLoggingCategory>
 #include <QNetworkProxy>
+#include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QThread>
@@ -46,6 +49,8 @@ private Q_SLOTS:
     void loadIsCompleteWhileASheetHangs_data();
     void loadIsCompleteWhileASheetHangs();
     void twentyMegabyteDocumentRoundTrips();
+    void failedCallsLeaveATrace_data();
+    void failedCallsLeaveATrace();
     void onlyWhatRenderingNeedsIsFetched();
     void hintsAddedLaterFetchNothing_data();
     void hintsAddedLaterFetchNothing();
@@ -413,6 +418,35 @@ void tst_DesignSurface::twentyMegabyteDocumentRoundTrips()
     QVERIFY(html.size() > body.size());
     QVERIFY(html.contains(body));
     QVERIFY(html.endsWith(QStringLiteral("</p></div>")));
+}
+
+void tst_DesignSurface::failedCallsLeaveATrace_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<int>("timeout");
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QString>("trace");
+
+    QTest::newRow("refused by the adapter")
+        << QStringLiteral("noSuchOperation") << 10000 << int(QtDebugMsg)
+        << QStringLiteral("^noSuchOperation failed: ");
+    QTest::newRow("no answer in time")
+        << QStringLiteral("title") << 0 << int(QtWarningMsg) << QStringLiteral("^title timed out");
+}
+
+void tst_DesignSurface::failedCallsLeaveATrace()
+{
+    QFETCH(QString, operation);
+    QFETCH(int, timeout);
+    QFETCH(int, level);
+    QFETCH(QString, trace);
+
+    load(QStringLiteral("<p>text</p>"));
+    QLoggingCategory::setFilterRules(QStringLiteral("vantry.bridge.debug=true"));
+    const auto restore = qScopeGuard(
+        [] { QLoggingCategory::setFilterRules(QStringLiteral("vantry.*.debug=false")); });
+    QTest::ignoreMessage(QtMsgType(level), QRegularExpression(trace));
+    QVERIFY(!surfaceOf(*m_editor)->call(operation, {}, std::chrono::milliseconds(timeout)).ok);
 }
 
 void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()

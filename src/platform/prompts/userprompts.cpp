@@ -11,7 +11,7 @@
 
 namespace Vantry {
 
-UserPrompts::Progress::~Progress() = default;
+PromptProgress::~PromptProgress() = default;
 
 UserPrompts::~UserPrompts() = default;
 
@@ -20,8 +20,7 @@ namespace {
 class DialogProgress : public UserPrompts::Progress
 {
 public:
-    DialogProgress(
-        QWidget *window, const QString &caption, const QString &text, std::function<void()> cancel)
+    DialogProgress(QWidget *window, const QString &caption, const QString &text)
         // Owned by the window too, which may go first.
         : m_dialog(new QProgressDialog(text, QStringLiteral("Cancel"), 0, 0, window))
     {
@@ -32,8 +31,7 @@ public:
         m_dialog->setMinimumDuration(0);
         m_dialog->setAutoReset(false);
         m_dialog->setAutoClose(false);
-        QObject::connect(
-            m_dialog.data(), &QProgressDialog::canceled, m_dialog.data(), std::move(cancel));
+        connect(m_dialog.data(), &QProgressDialog::canceled, this, &PromptProgress::canceled);
         m_dialog->show();
     }
 
@@ -125,10 +123,9 @@ bool WidgetPrompts::printSetup(QPrinter &printer)
     return dialog.exec() == QDialog::Accepted;
 }
 
-std::unique_ptr<UserPrompts::Progress> WidgetPrompts::progress(
-    const QString &text, std::function<void()> cancel)
+std::unique_ptr<UserPrompts::Progress> WidgetPrompts::progress(const QString &text)
 {
-    return std::make_unique<DialogProgress>(window(), caption(), text, std::move(cancel));
+    return std::make_unique<DialogProgress>(window(), caption(), text);
 }
 
 std::optional<FontChoice> WidgetPrompts::font(const FontChoice &initial)

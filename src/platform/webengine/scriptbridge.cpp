@@ -1,5 +1,7 @@
 #include "platform/webengine/scriptbridge.h"
 
+#include "platform/logging.h"
+
 #include <QEventLoop>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -20,14 +22,22 @@ struct PendingCall
     QEventLoop *loop = nullptr;
 };
 
+ScriptBridge::Result failed(const QString &operation, const QString &error)
+{
+    qCDebug(lcBridge).noquote() << operation << QStringLiteral("failed:") << error;
+    return {false, {}, error};
+}
+
 ScriptBridge::Result resultOf(const QString &operation, const QVariant &value)
 {
     const QVariantMap answer = value.toMap();
     if (answer.contains(QStringLiteral("e")))
-        return {false, {}, answer.value(QStringLiteral("e")).toString()};
-    if (!answer.contains(QStringLiteral("r")))
+        return failed(operation, answer.value(QStringLiteral("e")).toString());
+    if (!answer.contains(QStringLiteral("r"))) {
+        qCWarning(lcBridge).noquote() << operation << QStringLiteral("came back without an answer");
         return {
             false, {}, QStringLiteral("The editing surface gave no answer to %1").arg(operation)};
+    }
     return {true, answer.value(QStringLiteral("r")), {}};
 }
 
@@ -64,7 +74,7 @@ ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariant
     std::chrono::milliseconds timeout, const QVariantList &released) const
 {
     if (!m_page)
-        return {false, {}, QStringLiteral("No page")};
+        return failed(operation, QStringLiteral("No page"));
 
     // Shared with the callback, which may outlive this call when the engine answers late.
     auto pending = std::make_shared<PendingCall>();
@@ -87,9 +97,12 @@ ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariant
         pending->loop = nullptr;
     }
 
-    if (!pending->done)
+    if (!pending->done) {
+        qCWarning(lcBridge).noquote()
+            << operation << QStringLiteral("timed out after") << timeout.count() << "ms";
         return {false, {},
             QStringLiteral("The editing surface did not answer %1 in time").arg(operation)};
+    }
     return resultOf(operation, pending->value);
 }
 
@@ -97,7 +110,7 @@ void ScriptBridge::callLater(const QString &operation, const QVariantList &argum
     const QVariantList &released, std::function<void(const Result &)> done) const
 {
     if (!m_page) {
-        done({false, {}, QStringLiteral("No page")});
+        done(failed(operation, QStringLiteral("No page")));
         return;
     }
     // The engine runs the callback inside its own task, where nothing could wait for another

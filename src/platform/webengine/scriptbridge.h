@@ -28,7 +28,7 @@ public:
 
     // released: range handles the caller no longer holds; the adapter frees them before
     // the operation, in the same round trip.
-    Result call(const QString &operation, const QVariantList &arguments = {},
+    [[nodiscard]] Result call(const QString &operation, const QVariantList &arguments = {},
         std::chrono::milliseconds timeout = defaultTimeout,
         const QVariantList &released = {}) const;
 

@@ -1,5 +1,6 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include "platform/logging.h"
 #include "platform/webengine/requestfilter.h"
 
 #include <QApplication>
@@ -287,6 +288,7 @@ ScriptBridge::Result WebEngineDesignSurface::call(
             QStringLiteral("The editing surface cannot answer %1 while it delivers a "
                            "notification")
                 .arg(operation)};
+        qCWarning(lcSurface).noquote() << refused.error;
         setLastError(refused.error);
         return refused;
     }
@@ -872,15 +874,19 @@ bool WebEngineDesignSurface::execCommand(
 namespace {
 
 // Reads the adapter's status answer; false when it does not match the question.
-bool readStatus(const QVariant &value, const QList<int> &commandIds, QHash<int, int> &status,
-    QHash<int, QVariant> *values)
+bool readStatus(const QVariant &value, const QList<int> &commandIds,
+    QHash<int, CommandState> &status, QHash<int, QVariant> *values)
 {
     const QVariantMap answer = value.toMap();
     const QVariantList states = answer.value(QStringLiteral("states")).toList();
     if (states.size() != commandIds.size())
         return false;
-    for (qsizetype i = 0; i < commandIds.size(); ++i)
-        status.insert(commandIds.at(i), states.at(i).toInt());
+    for (qsizetype i = 0; i < commandIds.size(); ++i) {
+        const std::optional<CommandState> state = commandStateFromInt(states.at(i).toInt());
+        if (!state)
+            return false;
+        status.insert(commandIds.at(i), *state);
+    }
     if (values) {
         const QVariantMap read = answer.value(QStringLiteral("values")).toMap();
         for (auto it = read.cbegin(); it != read.cend(); ++it)
@@ -889,11 +895,11 @@ bool readStatus(const QVariant &value, const QList<int> &commandIds, QHash<int, 
     return true;
 }
 
-QHash<int, int> unsupported(const QList<int> &commandIds)
+QHash<int, CommandState> unsupported(const QList<int> &commandIds)
 {
-    QHash<int, int> status;
+    QHash<int, CommandState> status;
     for (int id : commandIds)
-        status.insert(id, DesignSurface::StatusNotSupported);
+        status.insert(id, NotSupported);
     return status;
 }
 
@@ -910,10 +916,10 @@ const QString statusMismatch = QStringLiteral("The status answer does not match 
 
 } // namespace
 
-QHash<int, int> WebEngineDesignSurface::queryStatus(
+QHash<int, CommandState> WebEngineDesignSurface::queryStatus(
     const QList<int> &commandIds, QHash<int, QVariant> *values)
 {
-    QHash<int, int> status = unsupported(commandIds);
+    QHash<int, CommandState> status = unsupported(commandIds);
     const ScriptBridge::Result answer = call(QStringLiteral("commandStatus"),
         QVariantList{QVariant(idList(commandIds)), values != nullptr});
     if (answer.ok && !readStatus(answer.value, commandIds, status, values))
@@ -934,7 +940,7 @@ void WebEngineDesignSurface::requestStatus(const QList<int> &commandIds, StatusA
         released, [self, commandIds, done = std::move(done)](const ScriptBridge::Result &answer) {
             if (!self)
                 return;
-            QHash<int, int> status = unsupported(commandIds);
+            QHash<int, CommandState> status = unsupported(commandIds);
             QHash<int, QVariant> values;
             const bool answered
                 = answer.ok && readStatus(answer.value, commandIds, status, &values);

@@ -107,7 +107,7 @@ public:
     bool execCommand(int commandId, int option = OptionDoDefault, const QVariant &argument = {},
         QVariant *result = nullptr) override;
     bool findNext(const QString &text, const SearchOptions &options) override;
-    QHash<int, int> queryStatus(
+    QHash<int, CommandState> queryStatus(
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr) override;
     void requestStatus(const QList<int> &commandIds, StatusAnswer done) override;
 

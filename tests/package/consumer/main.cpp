@@ -50,7 +50,7 @@ public:
     {
         return std::nullopt;
     }
-    std::unique_ptr<Progress> progress(const QString &text, std::function<void()>) override
+    std::unique_ptr<Progress> progress(const QString &text) override
     {
         m_log << QStringLiteral("progress: ") + text;
         return std::make_unique<Progress>();
