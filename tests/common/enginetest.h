@@ -6,8 +6,10 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWebEnginePage>
 
 #include <memory>
 
@@ -58,12 +60,32 @@ inline QWidget *giveFocus(QWidget *widget)
     return QApplication::focusWidget();
 }
 
-// Runs an adapter operation and returns its value; fails the test on error.
+// Adds the operations only tests use (testoperations.js) to the surface's adapter, once.
+inline bool addTestOperations(Vantry::Platform::WebEngineDesignSurface &surface)
+{
+    const char *const added = "vantryTestOperations";
+    if (surface.property(added).toBool())
+        return true;
+    QFile file(QStringLiteral(":/vantry/tests/testoperations.js"));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const auto done = std::make_shared<bool>(false);
+    surface.page()->runJavaScript(QString::fromUtf8(file.readAll()),
+        Vantry::Platform::WebEngineDesignSurface::adapterWorld(),
+        [done](const QVariant &) { *done = true; });
+    if (!QTest::qWaitFor([done] { return *done; }))
+        return false;
+    surface.setProperty(added, true);
+    return true;
+}
+
+// Runs an adapter operation, test operations included, and returns its value; warns on
+// error.
 inline QVariant adapterValue(
     Vantry::HTMLEditorComponent &editor, const QString &operation, const QVariantList &args = {})
 {
     auto *surface = surfaceOf(editor);
-    if (!surface)
+    if (!surface || !addTestOperations(*surface))
         return {};
     const auto result = surface->call(operation, args);
     if (!result.ok)

@@ -139,9 +139,8 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
         resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
     page->scripts().insert(adapterScript(QStringLiteral("vantry-adapter"),
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
-    page->scripts().insert(adapterScript(QStringLiteral("vantry-ranges"),
-        resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
-    for (const char *name : {"commands", "tables", "positioning", "marks", "find"}) {
+    for (const char *name : {"texttags", "reader", "selection", "search", "elements", "commands",
+             "tables", "positioning", "marks", "find"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
