@@ -1,5 +1,6 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include "platform/webengine/adapteroperations.h"
 #include "platform/webengine/requestfilter.h"
 
 #include <QApplication>
@@ -240,7 +241,7 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
         // The blank document is loaded and the adapter is listening: the surface is ready.
         m_ready = true;
         if (!m_earlySettings.isEmpty())
-            call(QStringLiteral("configure"), {std::exchange(m_earlySettings, {})});
+            call(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
         Q_EMIT documentComplete();
     } else if (kind == QLatin1String("displayChanged")) {
         Q_EMIT displayChanged();
@@ -360,7 +361,7 @@ bool WebEngineDesignSurface::setDocumentHTML(const QString &html)
     // Big documents take the parser a while; the bound grows with the text.
     const auto timeout
         = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
-    const bool ok = call(QStringLiteral("load"), {html}, timeout).ok;
+    const bool ok = call(AdapterOperation::load, {html}, timeout).ok;
     if (ok)
         Q_EMIT documentComplete();
     return ok;
@@ -368,103 +369,103 @@ bool WebEngineDesignSurface::setDocumentHTML(const QString &html)
 
 QString WebEngineDesignSurface::documentHTML()
 {
-    return callValue(QStringLiteral("documentHTML"), {}, std::chrono::seconds(60)).toString();
+    return callValue(AdapterOperation::documentHTML, {}, std::chrono::seconds(60)).toString();
 }
 
 QString WebEngineDesignSurface::bodyInnerHTML()
 {
-    return callValue(QStringLiteral("bodyInnerHTML"), {}, std::chrono::seconds(60)).toString();
+    return callValue(AdapterOperation::bodyInnerHTML, {}, std::chrono::seconds(60)).toString();
 }
 
 QString WebEngineDesignSurface::bodyInnerText()
 {
-    return callValue(QStringLiteral("bodyInnerText"), {}, std::chrono::seconds(60)).toString();
+    return callValue(AdapterOperation::bodyInnerText, {}, std::chrono::seconds(60)).toString();
 }
 
 bool WebEngineDesignSurface::setBodyInnerHTML(const QString &html)
 {
     const auto timeout
         = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
-    return call(QStringLiteral("setBodyInnerHTML"), {html}, timeout).ok;
+    return call(AdapterOperation::setBodyInnerHTML, {html}, timeout).ok;
 }
 
 bool WebEngineDesignSurface::editBodyInnerHTML(const QString &html)
 {
     const auto timeout
         = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
-    return call(QStringLiteral("editBodyInnerHTML"), {html}, timeout).ok;
+    return call(AdapterOperation::editBodyInnerHTML, {html}, timeout).ok;
 }
 
 QString WebEngineDesignSurface::title()
 {
-    return callValue(QStringLiteral("title")).toString();
+    return callValue(AdapterOperation::title).toString();
 }
 
 bool WebEngineDesignSurface::setTitle(const QString &title)
 {
-    return callBool(QStringLiteral("setTitle"), {title});
+    return callBool(AdapterOperation::setTitle, {title});
 }
 
 QList<Element> WebEngineDesignSurface::elementsByName(const QString &name)
 {
-    return elementList(callValue(QStringLiteral("elementsByName"), {name}));
+    return elementList(callValue(AdapterOperation::elementsByName, {name}));
 }
 
 QList<Element> WebEngineDesignSurface::elementsByTagName(const QString &tagName)
 {
-    return elementList(callValue(QStringLiteral("elementsByTagName"), {tagName}));
+    return elementList(callValue(AdapterOperation::elementsByTagName, {tagName}));
 }
 
 Element WebEngineDesignSurface::head()
 {
-    return Element::fromVariant(callValue(QStringLiteral("head")));
+    return Element::fromVariant(callValue(AdapterOperation::head));
 }
 
 Element WebEngineDesignSurface::body()
 {
-    return Element::fromVariant(callValue(QStringLiteral("body")));
+    return Element::fromVariant(callValue(AdapterOperation::body));
 }
 
 Element WebEngineDesignSurface::createElement(const QString &tagName)
 {
-    return Element::fromVariant(callValue(QStringLiteral("createElement"), {tagName}));
+    return Element::fromVariant(callValue(AdapterOperation::createElement, {tagName}));
 }
 
 bool WebEngineDesignSurface::appendChild(const Element &parent, const Element &child)
 {
-    return callBool(QStringLiteral("appendChild"), {parent.toVariant(), child.toVariant()});
+    return callBool(AdapterOperation::appendChild, {parent.toVariant(), child.toVariant()});
 }
 
 QString WebEngineDesignSurface::tagName(const Element &element)
 {
-    return callValue(QStringLiteral("tagName"), {element.toVariant()}).toString();
+    return callValue(AdapterOperation::tagName, {element.toVariant()}).toString();
 }
 
 QString WebEngineDesignSurface::attribute(const Element &element, const QString &name)
 {
-    return callValue(QStringLiteral("attribute"), {element.toVariant(), name}).toString();
+    return callValue(AdapterOperation::attribute, {element.toVariant(), name}).toString();
 }
 
 bool WebEngineDesignSurface::setAttribute(
     const Element &element, const QString &name, const QString &value)
 {
-    return callBool(QStringLiteral("setAttribute"), {element.toVariant(), name, value});
+    return callBool(AdapterOperation::setAttribute, {element.toVariant(), name, value});
 }
 
 QString WebEngineDesignSurface::outerHTML(const Element &element)
 {
-    return callValue(QStringLiteral("outerHTML"), {element.toVariant()}).toString();
+    return callValue(AdapterOperation::outerHTML, {element.toVariant()}).toString();
 }
 
 bool WebEngineDesignSurface::setElementText(const Element &element, const QString &text)
 {
-    return callBool(QStringLiteral("setText"), {element.toVariant(), text});
+    return callBool(AdapterOperation::setText, {element.toVariant(), text});
 }
 
 QRectF WebEngineDesignSurface::boundingRect(const Element &element)
 {
     const QVariantList r
-        = callValue(QStringLiteral("boundingRect"), {element.toVariant()}).toList();
+        = callValue(AdapterOperation::boundingRect, {element.toVariant()}).toList();
     if (r.size() != 4)
         return {};
     return {r.at(0).toDouble(), r.at(1).toDouble(), r.at(2).toDouble(), r.at(3).toDouble()};
@@ -472,12 +473,12 @@ QRectF WebEngineDesignSurface::boundingRect(const Element &element)
 
 QStringList WebEngineDesignSurface::styleSheetHrefs()
 {
-    return callValue(QStringLiteral("styleSheetHrefs")).toStringList();
+    return callValue(AdapterOperation::styleSheetHrefs).toStringList();
 }
 
 QPoint WebEngineDesignSurface::scrollPosition()
 {
-    const QVariantList position = callValue(QStringLiteral("scrollPosition")).toList();
+    const QVariantList position = callValue(AdapterOperation::scrollPosition).toList();
     if (position.size() != 2)
         return {};
     return {qRound(position.at(0).toDouble()), qRound(position.at(1).toDouble())};
@@ -485,12 +486,12 @@ QPoint WebEngineDesignSurface::scrollPosition()
 
 bool WebEngineDesignSurface::setScrollLeft(int left)
 {
-    return callBool(QStringLiteral("setScrollPosition"), {left, QVariant::fromValue(nullptr)});
+    return callBool(AdapterOperation::setScrollPosition, {left, QVariant::fromValue(nullptr)});
 }
 
 bool WebEngineDesignSurface::setScrollTop(int top)
 {
-    return callBool(QStringLiteral("setScrollPosition"), {QVariant::fromValue(nullptr), top});
+    return callBool(AdapterOperation::setScrollPosition, {QVariant::fromValue(nullptr), top});
 }
 
 namespace {
@@ -555,21 +556,21 @@ bool WebEngineDesignSurface::setEditable(bool editable)
 {
     if (!m_ready)
         return keepUntilReady(QStringLiteral("editable"), editable);
-    return callBool(QStringLiteral("setEditable"), {editable});
+    return callBool(AdapterOperation::setEditable, {editable});
 }
 
 bool WebEngineDesignSurface::isEditable()
 {
     if (!m_ready)
         return m_earlySettings.value(QStringLiteral("editable"), true).toBool();
-    return callBool(QStringLiteral("isEditable"));
+    return callBool(AdapterOperation::isEditable);
 }
 
 bool WebEngineDesignSurface::setScrollBarsVisible(bool visible)
 {
     if (!m_ready)
         return keepUntilReady(QStringLiteral("scrollBarsVisible"), visible);
-    return callBool(QStringLiteral("setScrollBarsVisible"), {visible});
+    return callBool(AdapterOperation::setScrollBarsVisible, {visible});
 }
 
 bool WebEngineDesignSurface::setBaseUrl(const QString &url)
@@ -577,23 +578,23 @@ bool WebEngineDesignSurface::setBaseUrl(const QString &url)
     m_baseUrl = url;
     if (!m_ready)
         return keepUntilReady(QStringLiteral("baseUrl"), url);
-    return callBool(QStringLiteral("setBaseUrl"), {url});
+    return callBool(AdapterOperation::setBaseUrl, {url});
 }
 
 bool WebEngineDesignSurface::setDocumentAddress(const QString &url)
 {
-    return callBool(QStringLiteral("setDocumentAddress"), {url});
+    return callBool(AdapterOperation::setDocumentAddress, {url});
 }
 
 bool WebEngineDesignSurface::refresh()
 {
     m_view->update();
-    return callBool(QStringLiteral("refresh"));
+    return callBool(AdapterOperation::refresh);
 }
 
 bool WebEngineDesignSurface::useElementFormatting()
 {
-    return call(QStringLiteral("execCommand"), {QStringLiteral("styleWithCSS"), false, false}).ok;
+    return call(AdapterOperation::execCommand, {QStringLiteral("styleWithCSS"), false, false}).ok;
 }
 
 bool WebEngineDesignSurface::focusDocument()
@@ -602,20 +603,20 @@ bool WebEngineDesignSurface::focusDocument()
     // Sent without waiting: asked while the engine still handles a click, the page's focus
     // call is not answered before the bridge gives up, which froze the editor for the whole
     // bound after every click. Focusing has nothing to answer anyway.
-    page()->runJavaScript(ScriptBridge::script(QStringLiteral("focus"), {}), adapterWorld());
+    page()->runJavaScript(ScriptBridge::script(AdapterOperation::focus, {}), adapterWorld());
     return true;
 }
 
 Element WebEngineDesignSurface::parentElement(const Element &element)
 {
-    return Element::fromVariant(callValue(QStringLiteral("parentElement"), {element.toVariant()}));
+    return Element::fromVariant(callValue(AdapterOperation::parentElement, {element.toVariant()}));
 }
 
 QList<DesignSurface::PathStep> WebEngineDesignSurface::elementPath(const Element &element)
 {
     QList<PathStep> path;
     const QVariantList steps
-        = callValue(QStringLiteral("elementPath"), {element.toVariant()}).toList();
+        = callValue(AdapterOperation::elementPath, {element.toVariant()}).toList();
     path.reserve(steps.size());
     for (const QVariant &step : steps) {
         const QVariantList pair = step.toList();
@@ -627,38 +628,38 @@ QList<DesignSurface::PathStep> WebEngineDesignSurface::elementPath(const Element
 
 QString WebEngineDesignSurface::innerHTML(const Element &element)
 {
-    return callValue(QStringLiteral("innerHTML"), {element.toVariant()}).toString();
+    return callValue(AdapterOperation::innerHTML, {element.toVariant()}).toString();
 }
 
 bool WebEngineDesignSurface::setInnerHTML(const Element &element, const QString &html)
 {
-    return callBool(QStringLiteral("setInnerHTML"), {element.toVariant(), html});
+    return callBool(AdapterOperation::setInnerHTML, {element.toVariant(), html});
 }
 
 bool WebEngineDesignSurface::setOuterHTML(const Element &element, const QString &html)
 {
-    return callBool(QStringLiteral("setOuterHTML"), {element.toVariant(), html});
+    return callBool(AdapterOperation::setOuterHTML, {element.toVariant(), html});
 }
 
 bool WebEngineDesignSurface::removeAttribute(const Element &element, const QString &name)
 {
-    return callBool(QStringLiteral("removeAttribute"), {element.toVariant(), name});
+    return callBool(AdapterOperation::removeAttribute, {element.toVariant(), name});
 }
 
 QString WebEngineDesignSurface::styleProperty(const Element &element, const QString &name)
 {
-    return callValue(QStringLiteral("styleProperty"), {element.toVariant(), name}).toString();
+    return callValue(AdapterOperation::styleProperty, {element.toVariant(), name}).toString();
 }
 
 bool WebEngineDesignSurface::setStyleProperty(
     const Element &element, const QString &name, const QString &value)
 {
-    return callBool(QStringLiteral("setStyleProperty"), {element.toVariant(), name, value});
+    return callBool(AdapterOperation::setStyleProperty, {element.toVariant(), name, value});
 }
 
 TableParts WebEngineDesignSurface::tableParts(const Element &table)
 {
-    const QVariantMap answer = callValue(QStringLiteral("tableParts"), {table.toVariant()}).toMap();
+    const QVariantMap answer = callValue(AdapterOperation::tableParts, {table.toVariant()}).toMap();
     const auto count
         = [&answer](const char *name) { return answer.value(QLatin1String(name)).toInt(); };
     return {count("rows"), count("columns"), count("cells"), count("selectedRows"),
@@ -667,17 +668,17 @@ TableParts WebEngineDesignSurface::tableParts(const Element &table)
 
 QList<Element> WebEngineDesignSurface::images()
 {
-    return elementList(callValue(QStringLiteral("imageElements")));
+    return elementList(callValue(AdapterOperation::imageElements));
 }
 
 QList<Element> WebEngineDesignSurface::scripts()
 {
-    return elementList(callValue(QStringLiteral("scriptElements")));
+    return elementList(callValue(AdapterOperation::scriptElements));
 }
 
 SelectionType WebEngineDesignSurface::selectionType()
 {
-    const QString type = callValue(QStringLiteral("selectionType")).toString();
+    const QString type = callValue(AdapterOperation::selectionType).toString();
     if (type == QLatin1String("Control"))
         return SelectionType::Control;
     if (type == QLatin1String("Text"))
@@ -687,63 +688,63 @@ SelectionType WebEngineDesignSurface::selectionType()
 
 TextRange WebEngineDesignSurface::selectionRange()
 {
-    return adoptRange(callValue(QStringLiteral("selectionRange")));
+    return adoptRange(callValue(AdapterOperation::selectionRange));
 }
 
 bool WebEngineDesignSurface::clearSelection()
 {
-    return callBool(QStringLiteral("selectionClear"));
+    return callBool(AdapterOperation::selectionClear);
 }
 
 bool WebEngineDesignSurface::selectElement(const Element &element)
 {
-    return callBool(QStringLiteral("selectElement"), {element.toVariant()});
+    return callBool(AdapterOperation::selectElement, {element.toVariant()});
 }
 
 TextRange WebEngineDesignSurface::bodyRange()
 {
-    return adoptRange(callValue(QStringLiteral("bodyRange")));
+    return adoptRange(callValue(AdapterOperation::bodyRange));
 }
 
 bool WebEngineDesignSurface::isControlRange(const TextRange &range)
 {
-    return callBool(QStringLiteral("rangeIsControl"), {range.toVariant()});
+    return callBool(AdapterOperation::rangeIsControl, {range.toVariant()});
 }
 
 int WebEngineDesignSurface::controlCount(const TextRange &range)
 {
-    return callValue(QStringLiteral("rangeLength"), {range.toVariant()}).toInt();
+    return callValue(AdapterOperation::rangeLength, {range.toVariant()}).toInt();
 }
 
 Element WebEngineDesignSurface::controlItem(const TextRange &range, int index)
 {
-    return Element::fromVariant(callValue(QStringLiteral("rangeItem"), {range.toVariant(), index}));
+    return Element::fromVariant(callValue(AdapterOperation::rangeItem, {range.toVariant(), index}));
 }
 
 Element WebEngineDesignSurface::rangeParentElement(const TextRange &range)
 {
     return Element::fromVariant(
-        callValue(QStringLiteral("rangeParentElement"), {range.toVariant()}));
+        callValue(AdapterOperation::rangeParentElement, {range.toVariant()}));
 }
 
 QString WebEngineDesignSurface::rangeText(const TextRange &range)
 {
-    return callValue(QStringLiteral("rangeText"), {range.toVariant()}).toString();
+    return callValue(AdapterOperation::rangeText, {range.toVariant()}).toString();
 }
 
 bool WebEngineDesignSurface::setRangeText(const TextRange &range, const QString &text)
 {
-    return callBool(QStringLiteral("rangeSetText"), {range.toVariant(), text});
+    return callBool(AdapterOperation::rangeSetText, {range.toVariant(), text});
 }
 
 QString WebEngineDesignSurface::rangeHtmlText(const TextRange &range)
 {
-    return callValue(QStringLiteral("rangeHtmlText"), {range.toVariant()}).toString();
+    return callValue(AdapterOperation::rangeHtmlText, {range.toVariant()}).toString();
 }
 
 bool WebEngineDesignSurface::pasteHTML(const TextRange &range, const QString &html)
 {
-    return callBool(QStringLiteral("rangePasteHTML"), {range.toVariant(), html});
+    return callBool(AdapterOperation::rangePasteHTML, {range.toVariant(), html});
 }
 
 int WebEngineDesignSurface::moveBy(
@@ -754,64 +755,64 @@ int WebEngineDesignSurface::moveBy(
 
 int WebEngineDesignSurface::moveRange(const TextRange &range, TextUnit unit, int count)
 {
-    return moveBy(QStringLiteral("rangeMove"), range, unit, count);
+    return moveBy(AdapterOperation::rangeMove, range, unit, count);
 }
 
 int WebEngineDesignSurface::moveRangeStart(const TextRange &range, TextUnit unit, int count)
 {
-    return moveBy(QStringLiteral("rangeMoveStart"), range, unit, count);
+    return moveBy(AdapterOperation::rangeMoveStart, range, unit, count);
 }
 
 int WebEngineDesignSurface::moveRangeEnd(const TextRange &range, TextUnit unit, int count)
 {
-    return moveBy(QStringLiteral("rangeMoveEnd"), range, unit, count);
+    return moveBy(AdapterOperation::rangeMoveEnd, range, unit, count);
 }
 
 bool WebEngineDesignSurface::collapseRange(const TextRange &range, bool toStart)
 {
-    return callBool(QStringLiteral("rangeCollapse"), {range.toVariant(), toStart});
+    return callBool(AdapterOperation::rangeCollapse, {range.toVariant(), toStart});
 }
 
 TextRange WebEngineDesignSurface::duplicateRange(const TextRange &range)
 {
-    return adoptRange(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
+    return adoptRange(callValue(AdapterOperation::rangeDuplicate, {range.toVariant()}));
 }
 
 QString WebEngineDesignSurface::rangeBookmark(const TextRange &range)
 {
-    return callValue(QStringLiteral("rangeBookmark"), {range.toVariant()}).toString();
+    return callValue(AdapterOperation::rangeBookmark, {range.toVariant()}).toString();
 }
 
 bool WebEngineDesignSurface::moveRangeToBookmark(const TextRange &range, const QString &bookmark)
 {
-    return callBool(QStringLiteral("rangeMoveToBookmark"), {range.toVariant(), bookmark});
+    return callBool(AdapterOperation::rangeMoveToBookmark, {range.toVariant(), bookmark});
 }
 
 bool WebEngineDesignSurface::rangeInRange(const TextRange &outer, const TextRange &inner)
 {
-    return callBool(QStringLiteral("rangeInRange"), {outer.toVariant(), inner.toVariant()});
+    return callBool(AdapterOperation::rangeInRange, {outer.toVariant(), inner.toVariant()});
 }
 
 bool WebEngineDesignSurface::rangesEqual(const TextRange &a, const TextRange &b)
 {
-    return callBool(QStringLiteral("rangeIsEqual"), {a.toVariant(), b.toVariant()});
+    return callBool(AdapterOperation::rangeIsEqual, {a.toVariant(), b.toVariant()});
 }
 
 bool WebEngineDesignSurface::findText(const TextRange &range, const QString &text)
 {
-    return callBool(QStringLiteral("rangeFindText"), {range.toVariant(), text});
+    return callBool(AdapterOperation::rangeFindText, {range.toVariant(), text});
 }
 
 bool WebEngineDesignSurface::selectRange(const TextRange &range)
 {
-    return callBool(QStringLiteral("rangeSelect"), {range.toVariant()});
+    return callBool(AdapterOperation::rangeSelect, {range.toVariant()});
 }
 
 DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(
     ReplaceScope scope, const QString &find, const QString &replacement)
 {
     // The adapter bounds its own loop well below this.
-    const QVariantMap answer = callValue(QStringLiteral("replaceAll"),
+    const QVariantMap answer = callValue(AdapterOperation::replaceAll,
         {scope == ReplaceScope::Selection, find, replacement}, std::chrono::seconds(60))
                                    .toMap();
     ReplaceAllResult result;
@@ -833,7 +834,7 @@ bool WebEngineDesignSurface::execCommand(
         return false;
     }
     const ScriptBridge::Result answer
-        = call(QStringLiteral("commandExec"), {commandId, option, argument});
+        = call(AdapterOperation::commandExec, {commandId, option, argument});
     if (answer.ok && result)
         *result = answer.value;
     return answer.ok;
@@ -884,7 +885,7 @@ QHash<int, int> WebEngineDesignSurface::queryStatus(
     const QList<int> &commandIds, QHash<int, QVariant> *values)
 {
     QHash<int, int> status = unsupported(commandIds);
-    const ScriptBridge::Result answer = call(QStringLiteral("commandStatus"),
+    const ScriptBridge::Result answer = call(AdapterOperation::commandStatus,
         QVariantList{QVariant(idList(commandIds)), values != nullptr});
     if (answer.ok && !readStatus(answer.value, commandIds, status, values))
         setLastError(statusMismatch);
@@ -900,7 +901,7 @@ void WebEngineDesignSurface::requestStatus(const QList<int> &commandIds, StatusA
     QVariantList released;
     released.swap(*m_releasedRanges);
     const QPointer<WebEngineDesignSurface> self(this);
-    m_bridge->callLater(QStringLiteral("commandStatus"), {QVariant(idList(commandIds)), true},
+    m_bridge->callLater(AdapterOperation::commandStatus, {QVariant(idList(commandIds)), true},
         released, [self, commandIds, done = std::move(done)](const ScriptBridge::Result &answer) {
             if (!self)
                 return;
@@ -914,7 +915,7 @@ void WebEngineDesignSurface::requestStatus(const QList<int> &commandIds, StatusA
 
 bool WebEngineDesignSurface::findNext(const QString &text, const SearchOptions &options)
 {
-    return callBool(QStringLiteral("findNext"),
+    return callBool(AdapterOperation::findNext,
         {text, options.matchCase, options.wholeWord, options.backwards});
 }
 
@@ -932,7 +933,7 @@ bool WebEngineDesignSurface::display(const QString &name)
 {
     if (!m_ready)
         return m_earlySettings.value(QStringLiteral("display")).toMap().value(name).toBool();
-    return callBool(QStringLiteral("display"), {name});
+    return callBool(AdapterOperation::display, {name});
 }
 
 bool WebEngineDesignSurface::setDisplay(const QString &name, bool on)
@@ -946,7 +947,7 @@ bool WebEngineDesignSurface::setDisplay(const QString &name, bool on)
         switches.insert(name, on);
         return keepUntilReady(QStringLiteral("display"), switches);
     }
-    return callBool(QStringLiteral("setDisplay"), {name, on});
+    return callBool(AdapterOperation::setDisplay, {name, on});
 }
 
 DesignSurface *createDesignSurface(QWidget *parent)
