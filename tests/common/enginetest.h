@@ -24,10 +24,33 @@ inline Vantry::Platform::WebEngineDesignSurface *surfaceOf(Vantry::HTMLEditorCom
     return editor.findChild<Vantry::Platform::WebEngineDesignSurface *>();
 }
 
-// Waits until the editor's surface has loaded its first document.
+// Adds the operations only tests use (testoperations.js) to the surface's adapter, once.
+inline bool addTestOperations(Vantry::Platform::WebEngineDesignSurface &surface)
+{
+    const char *const added = "vantryTestOperations";
+    if (surface.property(added).toBool())
+        return true;
+    QFile file(QStringLiteral(":/vantry/tests/testoperations.js"));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const auto done = std::make_shared<bool>(false);
+    surface.page()->runJavaScript(QString::fromUtf8(file.readAll()),
+        Vantry::Platform::WebEngineDesignSurface::adapterWorld(),
+        [done](const QVariant &) { *done = true; });
+    if (!QTest::qWaitFor([done] { return *done; }))
+        return false;
+    surface.setProperty(added, true);
+    return true;
+}
+
+// Waits until the editor's surface has loaded its first document, and adds the test
+// operations then, before a test sets up state that events handled meanwhile could change.
 inline bool waitUntilReady(Vantry::HTMLEditorComponent &editor, int timeoutMs = 60000)
 {
-    return QTest::qWaitFor([&editor] { return editor.isDocumentReady(); }, timeoutMs);
+    if (!QTest::qWaitFor([&editor] { return editor.isDocumentReady(); }, timeoutMs))
+        return false;
+    auto *surface = surfaceOf(editor);
+    return surface && addTestOperations(*surface);
 }
 
 // Creates a shown editor, waits for its first document and hands out its surface; false
@@ -58,25 +81,6 @@ inline QWidget *giveFocus(QWidget *widget)
         }))
         return nullptr;
     return QApplication::focusWidget();
-}
-
-// Adds the operations only tests use (testoperations.js) to the surface's adapter, once.
-inline bool addTestOperations(Vantry::Platform::WebEngineDesignSurface &surface)
-{
-    const char *const added = "vantryTestOperations";
-    if (surface.property(added).toBool())
-        return true;
-    QFile file(QStringLiteral(":/vantry/tests/testoperations.js"));
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const auto done = std::make_shared<bool>(false);
-    surface.page()->runJavaScript(QString::fromUtf8(file.readAll()),
-        Vantry::Platform::WebEngineDesignSurface::adapterWorld(),
-        [done](const QVariant &) { *done = true; });
-    if (!QTest::qWaitFor([done] { return *done; }))
-        return false;
-    surface.setProperty(added, true);
-    return true;
 }
 
 // Runs an adapter operation, test operations included, and returns its value; warns on

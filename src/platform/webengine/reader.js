@@ -687,7 +687,7 @@
         }
     }
 
-    // ---- reading and writing text ---------------------------------------------------
+    // ---- reading text ------------------------------------------------------------------
 
     function textBetween(reader, s, e) {
         const c = reader.cursor(s);
