@@ -639,15 +639,8 @@
         keyup: finishKeyStep,
     };
 
-    // A new document starts a history of its own; loading one drops every listener, so they
-    // go on again.
-    function followDocument() {
-        undoSteps.length = 0;
-        redoSteps.length = 0;
-        lastTyping = null;
-        recording = false;
-        observer.disconnect();
-        keyStep = null;
+    // Loading a document drops every listener, so they go on again at once.
+    function attachListeners() {
         for (const [type, fn] of Object.entries(listeners))
             document.addEventListener(type, fn, true);
         for (const [type, fn] of Object.entries(bubblingListeners))
@@ -656,9 +649,25 @@
             window.addEventListener(type, fn, true);
     }
 
+    // A new document starts a history of its own with the first operation on it.
+    let seenGeneration = null;
+    function followDocument() {
+        if (V.generation() === seenGeneration)
+            return;
+        seenGeneration = V.generation();
+        undoSteps.length = 0;
+        redoSteps.length = 0;
+        lastTyping = null;
+        recording = false;
+        observer.disconnect();
+        keyStep = null;
+    }
+
     // Operations of the other adapter files that change the document become undo steps.
     V.recordChangesWith(recorded);
-    V.onNewDocument(followDocument);
+    V.onNewDocument(attachListeners);
+    V.beforeOperations(followDocument);
+    attachListeners();
     followDocument();
 
     V.defineCommand = defineCommand;
