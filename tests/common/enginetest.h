@@ -6,8 +6,10 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWebEnginePage>
 
 #include <memory>
 
@@ -33,10 +35,33 @@ inline QWidget *inputOf(Vantry::Platform::WebEngineDesignSurface &surface)
     return view->focusProxy() ? view->focusProxy() : view;
 }
 
-// Waits until the editor's surface has loaded its first document.
+// Adds the operations only tests use (testoperations.js) to the surface's adapter, once.
+inline bool addTestOperations(Vantry::Platform::WebEngineDesignSurface &surface)
+{
+    const char *const added = "vantryTestOperations";
+    if (surface.property(added).toBool())
+        return true;
+    QFile file(QStringLiteral(":/vantry/tests/testoperations.js"));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const auto done = std::make_shared<bool>(false);
+    surface.page()->runJavaScript(QString::fromUtf8(file.readAll()),
+        Vantry::Platform::WebEngineDesignSurface::adapterWorld(),
+        [done](const QVariant &) { *done = true; });
+    if (!QTest::qWaitFor([done] { return *done; }))
+        return false;
+    surface.setProperty(added, true);
+    return true;
+}
+
+// Waits until the editor's surface has loaded its first document, and adds the test
+// operations then, before a test sets up state that events handled meanwhile could change.
 inline bool waitUntilReady(Vantry::HTMLEditorComponent &editor, int timeoutMs = 60000)
 {
-    return QTest::qWaitFor([&editor] { return editor.isDocumentReady(); }, timeoutMs);
+    if (!QTest::qWaitFor([&editor] { return editor.isDocumentReady(); }, timeoutMs))
+        return false;
+    auto *surface = surfaceOf(editor);
+    return surface && addTestOperations(*surface);
 }
 
 // Creates a shown editor, waits for its first document and hands out its surface; false
@@ -69,12 +94,13 @@ inline QWidget *giveFocus(QWidget *widget)
     return QApplication::focusWidget();
 }
 
-// Runs an adapter operation and returns its value; fails the test on error.
+// Runs an adapter operation, test operations included, and returns its value; warns on
+// error.
 inline QVariant adapterValue(
     Vantry::HTMLEditorComponent &editor, const QString &operation, const QVariantList &args = {})
 {
     auto *surface = surfaceOf(editor);
-    if (!surface)
+    if (!surface || !addTestOperations(*surface))
         return {};
     const auto result = surface->call(operation, args);
     if (!result.ok)

@@ -207,10 +207,8 @@ void tst_CommandSet::statusComesForAllCommandsAtOnce()
     QVERIFY(!values.contains(Bold));
 
     values.clear();
-    QVERIFY(m_surface
-                ->call(QStringLiteral("selectBetween"),
-                    {QStringLiteral("mono"), QStringLiteral("plain")})
-                .ok);
+    QVERIFY(js(QStringLiteral("selectBetween"), {QStringLiteral("mono"), QStringLiteral("plain")})
+                .toBool());
     const QHash<int, CommandState> mixed = m_surface->queryStatus({GetFontName}, &values);
     QCOMPARE(mixed.value(GetFontName), 11);
     QVERIFY(values.isEmpty());

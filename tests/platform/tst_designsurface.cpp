@@ -7,7 +7,10 @@
 #include "../common/enginetest.h"
 #include "../common/tinyhttpserver.h"
 
+#include "commands/commandtables.h"
+#include "commands/selectionstate.h"
 #include "platform/scintilla/sourceeditor.h"
+#include "platform/webengine/adapteroperations.h"
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
@@ -56,6 +59,7 @@ private Q_SLOTS:
     void hintsAddedLaterFetchNothing();
     void nothingWaitsInsideANotificationDelivery();
     void displayChangesUpdateTheToolbarWithoutWaiting();
+    void adapterOffersWhatTheSurfaceCalls();
 
 private:
     void load(const QString &html);
@@ -630,6 +634,26 @@ void tst_DesignSurface::displayChangesUpdateTheToolbarWithoutWaiting()
     disconnect(m_editor.get(), nullptr, this, nullptr);
     QCOMPARE(deepestWait, 0);
     QVERIFY2(readTook >= 0 && readTook < 2000, qPrintable(QString::number(readTook)));
+}
+
+// Every operation name and command id the C++ side sends is one the loaded adapter offers.
+void tst_DesignSurface::adapterOffersWhatTheSurfaceCalls()
+{
+    const QStringList operations
+        = adapterValue(*m_editor, QStringLiteral("operationNames")).toStringList();
+    for (const QLatin1StringView name : Platform::AdapterOperation::all)
+        QVERIFY2(operations.contains(name), name.data());
+
+    const QVariantList commands = adapterValue(*m_editor, QStringLiteral("commandIds")).toList();
+    QList<int> used = Commands::SelectionState::queriedCommands();
+    for (int number = 1; number <= 56; ++number) {
+        // Commands that prompt open our own dialogs instead.
+        const Commands::CommandEntry entry = Commands::commandEntry(number);
+        if (entry.option != Platform::DesignSurface::OptionPromptUser)
+            used.append(entry.platformCommand);
+    }
+    for (const int id : std::as_const(used))
+        QVERIFY2(id == 0 || commands.contains(id), qPrintable(QString::number(id)));
 }
 
 QTEST_MAIN(tst_DesignSurface)

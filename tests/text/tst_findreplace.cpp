@@ -32,6 +32,8 @@ private Q_SLOTS:
     void editsAreUndoneOneAtATime_data();
     void editsAreUndoneOneAtATime();
     void findDialogSearchesWithItsOptions();
+    void wholeWordsEndAtEveryBlock_data();
+    void wholeWordsEndAtEveryBlock();
 
 private:
     void load(const QString &body);
@@ -326,6 +328,24 @@ void tst_FindReplace::findDialogSearchesWithItsOptions()
     options.wholeWord = true;
     QVERIFY(!m_surface->findNext(QStringLiteral("catal"), options));
     QCOMPARE(selectedText(), QStringLiteral("CAT"));
+}
+
+void tst_FindReplace::wholeWordsEndAtEveryBlock_data()
+{
+    QTest::addColumn<QString>("tag");
+    for (const char *tag :
+        {"section", "article", "header", "footer", "nav", "main", "figure", "center", "fieldset"})
+        QTest::newRow(tag) << QString::fromLatin1(tag);
+}
+
+void tst_FindReplace::wholeWordsEndAtEveryBlock()
+{
+    QFETCH(QString, tag);
+    load(QStringLiteral("<%1>s</%1><%1>cat</%1><%1>s</%1>").arg(tag));
+    Platform::SearchOptions options;
+    options.wholeWord = true;
+    QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+    QCOMPARE(selectedText(), QStringLiteral("cat"));
 }
 
 // The kept search range and selection copy belong to the search, however many other

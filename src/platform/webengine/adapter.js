@@ -353,6 +353,7 @@
         const selection = document.getSelection();
         if (selection)
             selection.removeAllRanges();
+        runHooks(newDocumentHooks);
     }
 
     function afterLoad() {
@@ -365,6 +366,7 @@
         if (selection)
             selection.removeAllRanges();
         window.scrollTo(0, 0);
+        runHooks(newDocumentHooks);
     }
 
     // ---- reading back -----------------------------------------------------------------
@@ -541,19 +543,11 @@
 
     // ---- operations -------------------------------------------------------------------
 
-    function elementList(list) {
-        const out = [];
-        for (const node of list)
-            out.push(handleFor(node));
-        return out;
-    }
-
     function scrollingElement() {
         return document.scrollingElement || document.body;
     }
 
     const ops = {
-        ping: () => generation,
         load: text => load(text),
         documentHTML: () => documentHTML(),
         bodyInnerHTML: () => (document.body ? withHints(document.body.innerHTML) : ''),
@@ -584,38 +578,6 @@
         title: () => document.title,
         setTitle: text => {
             document.title = text;
-            return true;
-        },
-        elementsByName: name => elementList(document.getElementsByName(name)),
-        elementsByTagName: tag => elementList(document.getElementsByTagName(tag)),
-        head: () => handleFor(document.head),
-        body: () => handleFor(document.body),
-        createElement: tag => handleFor(document.createElement(tag)),
-        appendChild: (parent, child) => {
-            nodeFor(parent).appendChild(nodeFor(child));
-            return true;
-        },
-        tagName: h => nodeFor(h).tagName,
-        attribute: (h, name) => {
-            const node = nodeFor(h);
-            const value = node.getAttribute(name);
-            if (value === null)
-                return '';
-            return isLink(node) && String(name).toLowerCase() === 'rel' ? writtenRel(value)
-                                                                         : value;
-        },
-        hasAttribute: (h, name) => nodeFor(h).hasAttribute(name),
-        setAttribute: (h, name, value) => {
-            const node = nodeFor(h);
-            const rel = isLink(node) && String(name).toLowerCase() === 'rel';
-            node.setAttribute(name, rel ? inertRel(String(value)) : value);
-            return true;
-        },
-        outerHTML: h => withHints(nodeFor(h).outerHTML),
-        // Text as given, line ends included: markup would be parsed, and the parser turns
-        // CR LF into LF.
-        setText: (h, text) => {
-            nodeFor(h).textContent = text;
             return true;
         },
         scrollPosition: () => {
@@ -653,30 +615,6 @@
         setDocumentAddress: url => {
             documentAddress = url || '';
             return true;
-        },
-        editorBaseUrl: () => {
-            const base = editorBase();
-            return base ? base.href : '';
-        },
-        images: () => {
-            const out = [];
-            for (const img of document.images)
-                out.push({ src: img.getAttribute('src') || '', url: img.src,
-                           loaded: img.complete && img.naturalWidth > 0 });
-            return out;
-        },
-        styleSheetHrefs: () => {
-            // Linked sheets as the markup has them, loaded or not.
-            const out = [];
-            for (const link of document.querySelectorAll('link[href]')) {
-                if (/(^|\s)stylesheet(\s|$)/i.test(link.getAttribute('rel') || ''))
-                    out.push(link.getAttribute('href'));
-            }
-            return out;
-        },
-        boundingRect: h => {
-            const r = nodeFor(h).getBoundingClientRect();
-            return [r.left, r.top, r.width, r.height];
         },
         refresh: () => {
             applyEditorSheet();
@@ -755,6 +693,7 @@
                 throw new Error('Unknown display switch ' + name);
             display[name] = !!on;
             applyEditorSheet();
+            runHooks(displayHooks);
             return true;
         },
         display: name => {
@@ -764,29 +703,55 @@
         },
     };
 
+    // Operations that change the document; each runs as one step of the undo history.
+    const changing = new Set(['editBodyInnerHTML']);
+    let recordChange = fn => fn();
+
+    // What the other adapter files do at these moments, in the order they were added: a
+    // new document (loaded, or its body replaced: handles and listeners are gone), a
+    // display switch set, and the start of every operation.
+    const newDocumentHooks = [];
+    const displayHooks = [];
+    const operationHooks = [];
+
+    function runHooks(hooks) {
+        for (const hook of hooks)
+            hook();
+    }
+
     function invoke(name, args) {
         try {
             const fn = ops[name];
             if (!fn)
                 throw new Error('Unknown operation ' + name);
-            const result = fn.apply(null, args || []);
+            runHooks(operationHooks);
+            const run = () => fn.apply(null, args || []);
+            const result = changing.has(name) ? recordChange(run) : run();
             return { r: result === undefined ? null : result };
         } catch (e) {
             return { e: String(e && e.message ? e.message : e) };
         }
     }
 
-    // Further adapter files loaded into this world add their operations here. They get the
-    // shared helpers they need for handles and notifications.
-    function register(name, fn) {
+    // Further adapter files loaded into this world add their operations here, saying
+    // whether each changes the document. They get the shared helpers they need for
+    // handles and notifications.
+    function register(name, fn, changesDocument) {
         if (ops[name])
             throw new Error('Operation ' + name + ' exists already');
         ops[name] = fn;
+        if (changesDocument)
+            changing.add(name);
     }
 
     window.__vantry = {
         invoke: invoke,
         register: register,
+        operationNames: () => Object.keys(ops),
+        onNewDocument: fn => { newDocumentHooks.push(fn); },
+        onDisplaySet: fn => { displayHooks.push(fn); },
+        beforeOperations: fn => { operationHooks.push(fn); },
+        recordChangesWith: fn => { recordChange = fn; },
         handleFor: handleFor,
         nodeFor: nodeFor,
         notify: notify,
@@ -794,6 +759,10 @@
         scheduleDisplayChanged: () => scheduleDisplayChanged(true),
         display: display,
         EDITOR_LAYER_ATTR: EDITOR_LAYER_ATTR,
+        editorBase: () => editorBase(),
+        isLink: isLink,
+        inertRel: inertRel,
+        writtenRel: writtenRel,
         inertHints: inertHints,
         inertMarkup: inertMarkup,
         withHints: withHints,

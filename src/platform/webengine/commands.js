@@ -1,5 +1,5 @@
 // Editing commands by their numeric identifiers, loaded into the adapter's world after
-// ranges.js. Formatting goes through the engine's own editing commands; states are computed
+// selection.js. Formatting goes through the engine's own editing commands; states are computed
 // from the live selection. tables.js and positioning.js add their commands to the same
 // table through V.defineCommand.
 //
@@ -639,6 +639,17 @@
         keyup: finishKeyStep,
     };
 
+    // Loading a document drops every listener, so they go on again at once.
+    function attachListeners() {
+        for (const [type, fn] of Object.entries(listeners))
+            document.addEventListener(type, fn, true);
+        for (const [type, fn] of Object.entries(bubblingListeners))
+            document.addEventListener(type, fn, false);
+        for (const [type, fn] of Object.entries(windowListeners))
+            window.addEventListener(type, fn, true);
+    }
+
+    // A new document starts a history of its own with the first operation on it.
     let seenGeneration = null;
     function followDocument() {
         if (V.generation() === seenGeneration)
@@ -650,25 +661,13 @@
         recording = false;
         observer.disconnect();
         keyStep = null;
-        for (const [type, fn] of Object.entries(listeners))
-            document.addEventListener(type, fn, true);
-        for (const [type, fn] of Object.entries(bubblingListeners))
-            document.addEventListener(type, fn, false);
-        for (const [type, fn] of Object.entries(windowListeners))
-            window.addEventListener(type, fn, true);
     }
 
     // Operations of the other adapter files that change the document become undo steps.
-    const RECORDED_OPERATIONS = new Set(['rangePasteHTML', 'rangeSetText', 'setInnerHTML',
-        'setOuterHTML', 'setAttribute', 'removeAttribute', 'setStyleProperty', 'appendChild',
-        'selectionClear', 'replaceAll', 'editBodyInnerHTML']);
-    const invokeAdapter = V.invoke;
-    V.invoke = function (name, args) {
-        followDocument();
-        if (RECORDED_OPERATIONS.has(name))
-            return recorded(() => invokeAdapter(name, args));
-        return invokeAdapter(name, args);
-    };
+    V.recordChangesWith(recorded);
+    V.onNewDocument(attachListeners);
+    V.beforeOperations(followDocument);
+    attachListeners();
     followDocument();
 
     V.defineCommand = defineCommand;
@@ -682,30 +681,7 @@
 
     V.register('commandExec', (id, option, argument) => commandExec(id, option, argument));
     V.register('commandStatus', (ids, withValues) => commandStatus(ids || [], !!withValues));
-    V.register('commandName', id => (commands.has(id) ? commands.get(id).name : ''));
-    // Inspection for tests: a computed style property, and a selection from the start of
-    // one text to the end of another.
-    V.register('computedStyle', (h, name, pseudo) =>
-        getComputedStyle(V.nodeFor(h), pseudo || null).getPropertyValue(name));
-    V.register('selectBetween', (from, to) => {
-        const walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
-        let start = null, end = null;
-        while (walker.nextNode()) {
-            const t = walker.currentNode;
-            if (!start && t.data.includes(from))
-                start = [t, t.data.indexOf(from)];
-            if (start && t.data.includes(to))
-                end = [t, t.data.indexOf(to) + to.length];
-        }
-        if (!start || !end)
-            return false;
-        const r = document.createRange();
-        r.setStart(start[0], start[1]);
-        r.setEnd(end[0], end[1]);
-        const s = document.getSelection();
-        s.removeAllRanges();
-        s.addRange(r);
-        return true;
-    });
-    V.register('undoDepth', () => [undoSteps.length, redoSteps.length]);
+    // For inspection by tests.
+    V.commandIds = () => Array.from(commands.keys());
+    V.undoDepth = () => [undoSteps.length, redoSteps.length];
 })();

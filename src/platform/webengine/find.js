@@ -5,22 +5,19 @@
     'use strict';
 
     const V = window.__vantry;
-    if (!V || V.findLoaded)
+    if (!V || V.findLoaded || !V.textClasses)
         return;
     V.findLoaded = true;
 
-    const WORD = /[\p{L}\p{N}_]/u;
+    const { WORD_CLASS, endsWords, wordClass } = V.textClasses;
     // Enough to step over every partial hit of a long document and still end.
     const MAX_HITS = 100000;
 
-    // Where a word ends whatever letters follow: blocks, line breaks and objects.
-    const BOUNDARY = new Set(['ADDRESS', 'BLOCKQUOTE', 'BODY', 'BR', 'CAPTION', 'DD', 'DIV',
-        'DL', 'DT', 'FORM', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'HR', 'IMG', 'INPUT', 'LI',
-        'OBJECT', 'OL', 'P', 'PRE', 'SELECT', 'TABLE', 'TD', 'TEXTAREA', 'TH', 'TR', 'UL']);
+    const isWordChar = c => c !== '' && wordClass(c.charCodeAt(0)) === WORD_CLASS;
 
     function blockOf(node) {
         let n = node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
-        while (n && !BOUNDARY.has(n.tagName))
+        while (n && !endsWords(n))
             n = n.parentElement;
         return n;
     }
@@ -45,13 +42,13 @@
             walker.currentNode = child;
             if (child.nodeType === Node.TEXT_NODE && child.data)
                 return child.data.charAt(forward ? 0 : child.data.length - 1);
-            if (child.nodeType === Node.ELEMENT_NODE && BOUNDARY.has(child.tagName))
+            if (child.nodeType === Node.ELEMENT_NODE && endsWords(child))
                 return '';
         }
         for (let n = forward ? walker.nextNode() : walker.previousNode(); n;
              n = forward ? walker.nextNode() : walker.previousNode()) {
             if (n.nodeType === Node.ELEMENT_NODE) {
-                if (BOUNDARY.has(n.tagName))
+                if (endsWords(n))
                     return '';
             } else if (n.data) {
                 if (blockOf(n) !== home)
@@ -63,8 +60,8 @@
     }
 
     function isWholeWord(r) {
-        return !WORD.test(charBeside(r.startContainer, r.startOffset, false))
-               && !WORD.test(charBeside(r.endContainer, r.endOffset, true));
+        return !isWordChar(charBeside(r.startContainer, r.startOffset, false))
+               && !isWordChar(charBeside(r.endContainer, r.endOffset, true));
     }
 
     function sameRange(a, b) {

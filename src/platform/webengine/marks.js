@@ -157,21 +157,20 @@
 
     // A new document, or the switch turned: the layer follows before the call returns, so
     // the caller never sees a document without its marks or a stale layer.
-    let seenGeneration = null;
     let seenDetails = false;
-    const invokeAdapter = V.invoke;
-    V.invoke = function (name, args) {
-        const result = invokeAdapter(name, args);
-        if (V.generation() !== seenGeneration || V.display.details !== seenDetails) {
-            seenGeneration = V.generation();
-            seenDetails = V.display.details;
-            if (host && !host.isConnected)
-                host = null;
-            update();
-        }
-        return result;
-    };
+    function follow() {
+        seenDetails = V.display.details;
+        if (host && !host.isConnected)
+            host = null;
+        update();
+    }
+    V.onNewDocument(follow);
+    V.onDisplaySet(() => {
+        if (V.display.details !== seenDetails)
+            follow();
+    });
+    follow();
     window.addEventListener('resize', () => { if (host) schedule(); });
 
-    V.register('detailMarks', () => drawn.slice());
+    V.detailMarks = () => drawn.slice();
 })();

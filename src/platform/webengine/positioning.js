@@ -260,18 +260,13 @@
         },
     };
 
-    let seenGeneration = null;
-    const invokeAdapter = V.invoke;
-    V.invoke = function (name, args) {
-        if (V.generation() !== seenGeneration) {
-            seenGeneration = V.generation();
-            locked = new WeakSet();
-            drag = null;
-            for (const [type, fn] of Object.entries(listeners))
-                document.addEventListener(type, fn, true);
-        }
-        return invokeAdapter(name, args);
-    };
-    for (const [type, fn] of Object.entries(listeners))
-        document.addEventListener(type, fn, true);
+    // A new document has no locked elements and no drag, and lost the listeners.
+    function followDocument() {
+        locked = new WeakSet();
+        drag = null;
+        for (const [type, fn] of Object.entries(listeners))
+            document.addEventListener(type, fn, true);
+    }
+    V.onNewDocument(followDocument);
+    followDocument();
 })();

@@ -1,6 +1,7 @@
 #include "platform/webengine/scriptbridge.h"
 
 #include "platform/logging.h"
+#include "platform/webengine/adapteroperations.h"
 
 #include <QEventLoop>
 #include <QJsonArray>
@@ -64,8 +65,9 @@ QString ScriptBridge::script(
     QString invoke = QStringLiteral("window.__vantry.invoke(\"") + operation
         + QStringLiteral("\", ") + jsonList(arguments) + QLatin1Char(')');
     if (!released.isEmpty())
-        invoke = QStringLiteral("(window.__vantry.invoke(\"releaseRanges\", [") + jsonList(released)
-            + QStringLiteral("]), ") + invoke + QLatin1Char(')');
+        invoke = QStringLiteral("(window.__vantry.invoke(\"") + AdapterOperation::releaseRanges
+            + QStringLiteral("\", [") + jsonList(released) + QStringLiteral("]), ") + invoke
+            + QLatin1Char(')');
     return QStringLiteral("window.__vantry ? ") + invoke
         + QStringLiteral(" : {e: \"The editing adapter is not loaded\"}");
 }

@@ -509,20 +509,10 @@
             caretInto(first);
     }
 
-    let seenGeneration = null;
-    const invokeAdapter = V.invoke;
-    V.invoke = function (name, args) {
-        if (V.generation() !== seenGeneration) {
-            seenGeneration = V.generation();
-            document.addEventListener('keydown', tabBetweenCells, true);
-        }
-        return invokeAdapter(name, args);
-    };
-    document.addEventListener('keydown', tabBetweenCells, true);
+    const attach = () => document.addEventListener('keydown', tabBetweenCells, true);
+    V.onNewDocument(attach);
+    attach();
 
     // Each row's width in grid slots, for checks that the table stayed rectangular.
-    V.register('tableRowWidths', h => {
-        const g = gridOf(V.nodeFor(h));
-        return g.grid.map(row => row.filter(Boolean).length);
-    });
+    V.tableRowWidths = h => gridOf(V.nodeFor(h)).grid.map(row => row.filter(Boolean).length);
 })();

@@ -1,6 +1,7 @@
 #include "platform/webengine/webenginedesignsurface.h"
 
 #include "platform/logging.h"
+#include "platform/webengine/adapteroperations.h"
 #include "platform/webengine/requestfilter.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QPoint>
-#include <QPointer>
 #include <QTimer>
 #include <QUrl>
 #include <QWebChannel>
@@ -140,9 +140,8 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
         resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
     page->scripts().insert(adapterScript(QStringLiteral("vantry-adapter"),
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
-    page->scripts().insert(adapterScript(QStringLiteral("vantry-ranges"),
-        resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
-    for (const char *name : {"commands", "tables", "positioning", "marks", "find"}) {
+    for (const char *name : {"texttags", "reader", "selection", "search", "elements", "commands",
+             "tables", "positioning", "marks", "find"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
@@ -242,7 +241,7 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
         // The blank document is loaded and the adapter is listening: the surface is ready.
         m_ready = true;
         if (!m_earlySettings.isEmpty())
-            call(QStringLiteral("configure"), {std::exchange(m_earlySettings, {})});
+            call(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
         Q_EMIT documentComplete();
     } else if (kind == QLatin1String("displayChanged")) {
         Q_EMIT displayChanged();
@@ -358,144 +357,6 @@ QList<Element> WebEngineDesignSurface::elementList(const QVariant &value) const
     return elements;
 }
 
-bool WebEngineDesignSurface::setDocumentHTML(const QString &html)
-{
-    // Big documents take the parser a while; the bound grows with the text.
-    const auto timeout
-        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
-    const bool ok = call(QStringLiteral("load"), {html}, timeout).ok;
-    if (ok)
-        Q_EMIT documentComplete();
-    return ok;
-}
-
-QString WebEngineDesignSurface::documentHTML()
-{
-    return callValue(QStringLiteral("documentHTML"), {}, std::chrono::seconds(60)).toString();
-}
-
-QString WebEngineDesignSurface::bodyInnerHTML()
-{
-    return callValue(QStringLiteral("bodyInnerHTML"), {}, std::chrono::seconds(60)).toString();
-}
-
-QString WebEngineDesignSurface::bodyInnerText()
-{
-    return callValue(QStringLiteral("bodyInnerText"), {}, std::chrono::seconds(60)).toString();
-}
-
-bool WebEngineDesignSurface::setBodyInnerHTML(const QString &html)
-{
-    const auto timeout
-        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
-    return call(QStringLiteral("setBodyInnerHTML"), {html}, timeout).ok;
-}
-
-bool WebEngineDesignSurface::editBodyInnerHTML(const QString &html)
-{
-    const auto timeout
-        = ScriptBridge::defaultTimeout + std::chrono::milliseconds(html.size() / 1000);
-    return call(QStringLiteral("editBodyInnerHTML"), {html}, timeout).ok;
-}
-
-QString WebEngineDesignSurface::title()
-{
-    return callValue(QStringLiteral("title")).toString();
-}
-
-bool WebEngineDesignSurface::setTitle(const QString &title)
-{
-    return callBool(QStringLiteral("setTitle"), {title});
-}
-
-QList<Element> WebEngineDesignSurface::elementsByName(const QString &name)
-{
-    return elementList(callValue(QStringLiteral("elementsByName"), {name}));
-}
-
-QList<Element> WebEngineDesignSurface::elementsByTagName(const QString &tagName)
-{
-    return elementList(callValue(QStringLiteral("elementsByTagName"), {tagName}));
-}
-
-Element WebEngineDesignSurface::head()
-{
-    return Element::fromVariant(callValue(QStringLiteral("head")));
-}
-
-Element WebEngineDesignSurface::body()
-{
-    return Element::fromVariant(callValue(QStringLiteral("body")));
-}
-
-Element WebEngineDesignSurface::createElement(const QString &tagName)
-{
-    return Element::fromVariant(callValue(QStringLiteral("createElement"), {tagName}));
-}
-
-bool WebEngineDesignSurface::appendChild(const Element &parent, const Element &child)
-{
-    return callBool(QStringLiteral("appendChild"), {parent.toVariant(), child.toVariant()});
-}
-
-QString WebEngineDesignSurface::tagName(const Element &element)
-{
-    return callValue(QStringLiteral("tagName"), {element.toVariant()}).toString();
-}
-
-QString WebEngineDesignSurface::attribute(const Element &element, const QString &name)
-{
-    return callValue(QStringLiteral("attribute"), {element.toVariant(), name}).toString();
-}
-
-bool WebEngineDesignSurface::setAttribute(
-    const Element &element, const QString &name, const QString &value)
-{
-    return callBool(QStringLiteral("setAttribute"), {element.toVariant(), name, value});
-}
-
-QString WebEngineDesignSurface::outerHTML(const Element &element)
-{
-    return callValue(QStringLiteral("outerHTML"), {element.toVariant()}).toString();
-}
-
-bool WebEngineDesignSurface::setElementText(const Element &element, const QString &text)
-{
-    return callBool(QStringLiteral("setText"), {element.toVariant(), text});
-}
-
-QRectF WebEngineDesignSurface::boundingRect(const Element &element)
-{
-    const QVariantList r
-        = callValue(QStringLiteral("boundingRect"), {element.toVariant()}).toList();
-    if (r.size() != 4)
-        return {};
-    return {r.at(0).toDouble(), r.at(1).toDouble(), r.at(2).toDouble(), r.at(3).toDouble()};
-}
-
-QStringList WebEngineDesignSurface::styleSheetHrefs()
-{
-    return callValue(QStringLiteral("styleSheetHrefs")).toStringList();
-}
-
-QPoint WebEngineDesignSurface::scrollPosition()
-{
-    const QVariantList position = callValue(QStringLiteral("scrollPosition")).toList();
-    if (position.size() != 2)
-        return {};
-    return {qRound(position.at(0).toDouble()), qRound(position.at(1).toDouble())};
-}
-
-bool WebEngineDesignSurface::setScrollLeft(int left)
-{
-    return callBool(QStringLiteral("setScrollPosition"), {left, QVariant::fromValue(nullptr)});
-}
-
-bool WebEngineDesignSurface::setScrollTop(int top)
-{
-    return callBool(QStringLiteral("setScrollPosition"), {QVariant::fromValue(nullptr), top});
-}
-
 namespace {
 
 // Printing is asynchronous in the engine; the surface's calls are not. A job that never
@@ -558,21 +419,21 @@ bool WebEngineDesignSurface::setEditable(bool editable)
 {
     if (!m_ready)
         return keepUntilReady(QStringLiteral("editable"), editable);
-    return callBool(QStringLiteral("setEditable"), {editable});
+    return callBool(AdapterOperation::setEditable, {editable});
 }
 
 bool WebEngineDesignSurface::isEditable()
 {
     if (!m_ready)
         return m_earlySettings.value(QStringLiteral("editable"), true).toBool();
-    return callBool(QStringLiteral("isEditable"));
+    return callBool(AdapterOperation::isEditable);
 }
 
 bool WebEngineDesignSurface::setScrollBarsVisible(bool visible)
 {
     if (!m_ready)
         return keepUntilReady(QStringLiteral("scrollBarsVisible"), visible);
-    return callBool(QStringLiteral("setScrollBarsVisible"), {visible});
+    return callBool(AdapterOperation::setScrollBarsVisible, {visible});
 }
 
 bool WebEngineDesignSurface::setBaseUrl(const QString &url)
@@ -580,23 +441,23 @@ bool WebEngineDesignSurface::setBaseUrl(const QString &url)
     m_baseUrl = url;
     if (!m_ready)
         return keepUntilReady(QStringLiteral("baseUrl"), url);
-    return callBool(QStringLiteral("setBaseUrl"), {url});
+    return callBool(AdapterOperation::setBaseUrl, {url});
 }
 
 bool WebEngineDesignSurface::setDocumentAddress(const QString &url)
 {
-    return callBool(QStringLiteral("setDocumentAddress"), {url});
+    return callBool(AdapterOperation::setDocumentAddress, {url});
 }
 
 bool WebEngineDesignSurface::refresh()
 {
     m_view->update();
-    return callBool(QStringLiteral("refresh"));
+    return callBool(AdapterOperation::refresh);
 }
 
 bool WebEngineDesignSurface::useElementFormatting()
 {
-    return call(QStringLiteral("execCommand"), {QStringLiteral("styleWithCSS"), false, false}).ok;
+    return call(AdapterOperation::execCommand, {QStringLiteral("styleWithCSS"), false, false}).ok;
 }
 
 bool WebEngineDesignSurface::focusDocument()
@@ -605,353 +466,8 @@ bool WebEngineDesignSurface::focusDocument()
     // Sent without waiting: asked while the engine still handles a click, the page's focus
     // call is not answered before the bridge gives up, which froze the editor for the whole
     // bound after every click. Focusing has nothing to answer anyway.
-    page()->runJavaScript(ScriptBridge::script(QStringLiteral("focus"), {}), adapterWorld());
+    page()->runJavaScript(ScriptBridge::script(AdapterOperation::focus, {}), adapterWorld());
     return true;
-}
-
-Element WebEngineDesignSurface::parentElement(const Element &element)
-{
-    return Element::fromVariant(callValue(QStringLiteral("parentElement"), {element.toVariant()}));
-}
-
-QList<DesignSurface::PathStep> WebEngineDesignSurface::elementPath(const Element &element)
-{
-    QList<PathStep> path;
-    const QVariantList steps
-        = callValue(QStringLiteral("elementPath"), {element.toVariant()}).toList();
-    path.reserve(steps.size());
-    for (const QVariant &step : steps) {
-        const QVariantList pair = step.toList();
-        if (pair.size() == 2)
-            path.append({Element::fromVariant(pair.at(0)), pair.at(1).toString()});
-    }
-    return path;
-}
-
-QString WebEngineDesignSurface::innerHTML(const Element &element)
-{
-    return callValue(QStringLiteral("innerHTML"), {element.toVariant()}).toString();
-}
-
-bool WebEngineDesignSurface::setInnerHTML(const Element &element, const QString &html)
-{
-    return callBool(QStringLiteral("setInnerHTML"), {element.toVariant(), html});
-}
-
-bool WebEngineDesignSurface::setOuterHTML(const Element &element, const QString &html)
-{
-    return callBool(QStringLiteral("setOuterHTML"), {element.toVariant(), html});
-}
-
-bool WebEngineDesignSurface::removeAttribute(const Element &element, const QString &name)
-{
-    return callBool(QStringLiteral("removeAttribute"), {element.toVariant(), name});
-}
-
-QString WebEngineDesignSurface::styleProperty(const Element &element, const QString &name)
-{
-    return callValue(QStringLiteral("styleProperty"), {element.toVariant(), name}).toString();
-}
-
-bool WebEngineDesignSurface::setStyleProperty(
-    const Element &element, const QString &name, const QString &value)
-{
-    return callBool(QStringLiteral("setStyleProperty"), {element.toVariant(), name, value});
-}
-
-DesignSurface::ElementFields WebEngineDesignSurface::elementFields(
-    const Element &element, const QStringList &attributes, const QStringList &styles)
-{
-    const QVariantMap answer
-        = callValue(QStringLiteral("elementFields"), {element.toVariant(), attributes, styles})
-              .toMap();
-    ElementFields fields;
-    // An absent attribute comes back as null.
-    for (const QVariant &value : answer.value(QStringLiteral("attributes")).toList()) {
-        fields.attributes.append(
-            value.isNull() ? std::nullopt : std::optional<QString>(value.toString()));
-    }
-    fields.styles = answer.value(QStringLiteral("styles")).toStringList();
-    return fields;
-}
-
-bool WebEngineDesignSurface::editElementFields(
-    const Element &element, const QList<FieldEdit> &edits)
-{
-    QVariantList list;
-    for (const FieldEdit &edit : edits) {
-        const QString kind = edit.style ? QStringLiteral("style")
-            : edit.value                ? QStringLiteral("set")
-                                        : QStringLiteral("remove");
-        list.append(QVariant(QVariantList{kind, edit.name, edit.value.value_or(QString())}));
-    }
-    return callBool(QStringLiteral("editElementFields"), {element.toVariant(), list});
-}
-
-TableParts WebEngineDesignSurface::tableParts(const Element &table)
-{
-    const QVariantMap answer = callValue(QStringLiteral("tableParts"), {table.toVariant()}).toMap();
-    const auto count
-        = [&answer](const char *name) { return answer.value(QLatin1String(name)).toInt(); };
-    return {count("rows"), count("columns"), count("cells"), count("selectedRows"),
-        count("selectedColumns"), count("selectedCells")};
-}
-
-QList<Element> WebEngineDesignSurface::images()
-{
-    return elementList(callValue(QStringLiteral("imageElements")));
-}
-
-QList<Element> WebEngineDesignSurface::scripts()
-{
-    return elementList(callValue(QStringLiteral("scriptElements")));
-}
-
-SelectionType WebEngineDesignSurface::selectionType()
-{
-    const QString type = callValue(QStringLiteral("selectionType")).toString();
-    if (type == QLatin1String("Control"))
-        return SelectionType::Control;
-    if (type == QLatin1String("Text"))
-        return SelectionType::Text;
-    return SelectionType::None;
-}
-
-TextRange WebEngineDesignSurface::selectionRange()
-{
-    return adoptRange(callValue(QStringLiteral("selectionRange")));
-}
-
-bool WebEngineDesignSurface::clearSelection()
-{
-    return callBool(QStringLiteral("selectionClear"));
-}
-
-bool WebEngineDesignSurface::selectElement(const Element &element)
-{
-    return callBool(QStringLiteral("selectElement"), {element.toVariant()});
-}
-
-TextRange WebEngineDesignSurface::bodyRange()
-{
-    return adoptRange(callValue(QStringLiteral("bodyRange")));
-}
-
-bool WebEngineDesignSurface::isControlRange(const TextRange &range)
-{
-    return callBool(QStringLiteral("rangeIsControl"), {range.toVariant()});
-}
-
-int WebEngineDesignSurface::controlCount(const TextRange &range)
-{
-    return callValue(QStringLiteral("rangeLength"), {range.toVariant()}).toInt();
-}
-
-Element WebEngineDesignSurface::controlItem(const TextRange &range, int index)
-{
-    return Element::fromVariant(callValue(QStringLiteral("rangeItem"), {range.toVariant(), index}));
-}
-
-Element WebEngineDesignSurface::rangeParentElement(const TextRange &range)
-{
-    return Element::fromVariant(
-        callValue(QStringLiteral("rangeParentElement"), {range.toVariant()}));
-}
-
-QString WebEngineDesignSurface::rangeText(const TextRange &range)
-{
-    return callValue(QStringLiteral("rangeText"), {range.toVariant()}).toString();
-}
-
-bool WebEngineDesignSurface::setRangeText(const TextRange &range, const QString &text)
-{
-    return callBool(QStringLiteral("rangeSetText"), {range.toVariant(), text});
-}
-
-QString WebEngineDesignSurface::rangeHtmlText(const TextRange &range)
-{
-    return callValue(QStringLiteral("rangeHtmlText"), {range.toVariant()}).toString();
-}
-
-bool WebEngineDesignSurface::pasteHTML(const TextRange &range, const QString &html)
-{
-    return callBool(QStringLiteral("rangePasteHTML"), {range.toVariant(), html});
-}
-
-int WebEngineDesignSurface::moveBy(
-    const QString &operation, const TextRange &range, TextUnit unit, int count)
-{
-    return callValue(operation, {range.toVariant(), textUnitName(unit), count}).toInt();
-}
-
-int WebEngineDesignSurface::moveRange(const TextRange &range, TextUnit unit, int count)
-{
-    return moveBy(QStringLiteral("rangeMove"), range, unit, count);
-}
-
-int WebEngineDesignSurface::moveRangeStart(const TextRange &range, TextUnit unit, int count)
-{
-    return moveBy(QStringLiteral("rangeMoveStart"), range, unit, count);
-}
-
-int WebEngineDesignSurface::moveRangeEnd(const TextRange &range, TextUnit unit, int count)
-{
-    return moveBy(QStringLiteral("rangeMoveEnd"), range, unit, count);
-}
-
-bool WebEngineDesignSurface::collapseRange(const TextRange &range, bool toStart)
-{
-    return callBool(QStringLiteral("rangeCollapse"), {range.toVariant(), toStart});
-}
-
-TextRange WebEngineDesignSurface::duplicateRange(const TextRange &range)
-{
-    return adoptRange(callValue(QStringLiteral("rangeDuplicate"), {range.toVariant()}));
-}
-
-QString WebEngineDesignSurface::rangeBookmark(const TextRange &range)
-{
-    return callValue(QStringLiteral("rangeBookmark"), {range.toVariant()}).toString();
-}
-
-bool WebEngineDesignSurface::moveRangeToBookmark(const TextRange &range, const QString &bookmark)
-{
-    return callBool(QStringLiteral("rangeMoveToBookmark"), {range.toVariant(), bookmark});
-}
-
-bool WebEngineDesignSurface::rangeInRange(const TextRange &outer, const TextRange &inner)
-{
-    return callBool(QStringLiteral("rangeInRange"), {outer.toVariant(), inner.toVariant()});
-}
-
-bool WebEngineDesignSurface::rangesEqual(const TextRange &a, const TextRange &b)
-{
-    return callBool(QStringLiteral("rangeIsEqual"), {a.toVariant(), b.toVariant()});
-}
-
-bool WebEngineDesignSurface::findText(const TextRange &range, const QString &text)
-{
-    return callBool(QStringLiteral("rangeFindText"), {range.toVariant(), text});
-}
-
-bool WebEngineDesignSurface::selectRange(const TextRange &range)
-{
-    return callBool(QStringLiteral("rangeSelect"), {range.toVariant()});
-}
-
-DesignSurface::ReplaceAllResult WebEngineDesignSurface::replaceAll(
-    ReplaceScope scope, const QString &find, const QString &replacement)
-{
-    // The adapter bounds its own loop well below this.
-    const QVariantMap answer = callValue(QStringLiteral("replaceAll"),
-        {scope == ReplaceScope::Selection, find, replacement}, std::chrono::seconds(60))
-                                   .toMap();
-    ReplaceAllResult result;
-    result.found = answer.value(QStringLiteral("found")).toBool();
-    result.controlSelected = answer.value(QStringLiteral("control")).toBool();
-    result.replaced = answer.value(QStringLiteral("replaced")).toInt();
-    result.searchRange = adoptRange(answer.value(QStringLiteral("search")));
-    result.selectionCopy = adoptRange(answer.value(QStringLiteral("copy")));
-    result.bookmark = answer.value(QStringLiteral("bookmark")).toString();
-    return result;
-}
-
-bool WebEngineDesignSurface::execCommand(
-    int commandId, int option, const QVariant &argument, QVariant *result)
-{
-    // Commands that prompt the user open our own dialogs, never the engine's.
-    if (option == OptionPromptUser || option == OptionShowHelp) {
-        setLastError(QStringLiteral("Command %1 has no dialog of its own").arg(commandId));
-        return false;
-    }
-    const ScriptBridge::Result answer
-        = call(QStringLiteral("commandExec"), {commandId, option, argument});
-    if (answer.ok && result)
-        *result = answer.value;
-    return answer.ok;
-}
-
-namespace {
-
-// Reads the adapter's status answer; false when it does not match the question.
-bool readStatus(const QVariant &value, const QList<int> &commandIds,
-    QHash<int, CommandState> &status, QHash<int, QVariant> *values)
-{
-    const QVariantMap answer = value.toMap();
-    const QVariantList states = answer.value(QStringLiteral("states")).toList();
-    if (states.size() != commandIds.size())
-        return false;
-    for (qsizetype i = 0; i < commandIds.size(); ++i) {
-        const std::optional<CommandState> state = commandStateFromInt(states.at(i).toInt());
-        if (!state)
-            return false;
-        status.insert(commandIds.at(i), *state);
-    }
-    if (values) {
-        const QVariantMap read = answer.value(QStringLiteral("values")).toMap();
-        for (auto it = read.cbegin(); it != read.cend(); ++it)
-            values->insert(it.key().toInt(), it.value());
-    }
-    return true;
-}
-
-QHash<int, CommandState> unsupported(const QList<int> &commandIds)
-{
-    QHash<int, CommandState> status;
-    for (int id : commandIds)
-        status.insert(id, NotSupported);
-    return status;
-}
-
-QVariantList idList(const QList<int> &commandIds)
-{
-    QVariantList ids;
-    ids.reserve(commandIds.size());
-    for (int id : commandIds)
-        ids.append(id);
-    return ids;
-}
-
-const QString statusMismatch = QStringLiteral("The status answer does not match the question");
-
-} // namespace
-
-QHash<int, CommandState> WebEngineDesignSurface::queryStatus(
-    const QList<int> &commandIds, QHash<int, QVariant> *values)
-{
-    QHash<int, CommandState> status = unsupported(commandIds);
-    const ScriptBridge::Result answer = call(QStringLiteral("commandStatus"),
-        QVariantList{QVariant(idList(commandIds)), values != nullptr});
-    if (answer.ok && !readStatus(answer.value, commandIds, status, values))
-        setLastError(statusMismatch);
-    return status;
-}
-
-void WebEngineDesignSurface::requestStatus(const QList<int> &commandIds, StatusAnswer done)
-{
-    if (!m_ready) {
-        done(false, unsupported(commandIds), {});
-        return;
-    }
-    QVariantList released;
-    released.swap(*m_releasedRanges);
-    const QPointer<WebEngineDesignSurface> self(this);
-    m_bridge->callLater(QStringLiteral("commandStatus"), {QVariant(idList(commandIds)), true},
-        released, [self, commandIds, done = std::move(done)](const ScriptBridge::Result &answer) {
-            if (!self)
-                return;
-            QHash<int, CommandState> status = unsupported(commandIds);
-            QHash<int, QVariant> values;
-            const bool answered
-                = answer.ok && readStatus(answer.value, commandIds, status, &values);
-            done(answered, status, values);
-        });
-}
-
-bool WebEngineDesignSurface::findNext(const QString &text, const SearchOptions &options)
-{
-    return callBool(QStringLiteral("findNext"),
-        {text, options.matchCase, options.wholeWord, options.backwards});
 }
 
 namespace {
@@ -968,7 +484,7 @@ bool WebEngineDesignSurface::display(const QString &name)
 {
     if (!m_ready)
         return m_earlySettings.value(QStringLiteral("display")).toMap().value(name).toBool();
-    return callBool(QStringLiteral("display"), {name});
+    return callBool(AdapterOperation::display, {name});
 }
 
 bool WebEngineDesignSurface::setDisplay(const QString &name, bool on)
@@ -982,7 +498,7 @@ bool WebEngineDesignSurface::setDisplay(const QString &name, bool on)
         switches.insert(name, on);
         return keepUntilReady(QStringLiteral("display"), switches);
     }
-    return callBool(QStringLiteral("setDisplay"), {name, on});
+    return callBool(AdapterOperation::setDisplay, {name, on});
 }
 
 DesignSurface *createDesignSurface(QWidget *parent)
