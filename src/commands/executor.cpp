@@ -165,7 +165,7 @@ bool Executor::dispatch(int number, const CommandEntry &entry)
     case CommandAction::Hyperlink:
         return hyperlink();
     case CommandAction::UploadImage:
-        return m_dialogs->uploadImage();
+        return m_hooks.uploadImage ? m_hooks.uploadImage() : m_dialogs->uploadImage();
     case CommandAction::InsertImage:
         return m_dialogs->imageDialog();
     case CommandAction::ToggleBorders:

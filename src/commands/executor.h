@@ -112,6 +112,8 @@ public:
         std::function<QString(const QString &path)> placeImage;
         // Shows the design view's find dialog.
         std::function<void()> showFindDialog;
+        // Command 14; unset announces the form through the dialog launcher.
+        std::function<bool()> uploadImage;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,

@@ -4,6 +4,7 @@
 #include "commands/contextmenus.h"
 #include "commands/editortoolbar.h"
 #include "commands/executor.h"
+#include "images/uploadcommand.h"
 #include "commands/fontcontrols.h"
 #include "commands/htmlelement.h"
 #include "commands/selectionaccess.h"
@@ -102,6 +103,7 @@ public:
     QMetaObject::Connection focusConnection;
     std::unique_ptr<Text::DesignSearch> designSearch;
     QPointer<Platform::FindReplaceDialog> findDialog;
+    std::unique_ptr<Images::ImageUploadCommand> upload;
 
     mutable QPointer<clsContextMenu> contextMenu;
     mutable QPointer<clsToolbar> toolbar;
@@ -203,6 +205,11 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     });
     QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
     executorHooks.showFindDialog = [this] { showFindDialog(); };
+    upload = std::make_unique<Images::ImageUploadCommand>(Images::ImageUploadCommand::Hooks{
+        [this]() -> const Control::Settings & { return settings; },
+        [this]() -> EditorDialogs & { return *dialogs; },
+        [this]() -> Platform::UserPrompts & { return *prompts; }});
+    executorHooks.uploadImage = [this] { return upload->run(); };
     executor = std::make_unique<Commands::Executor>(
         *surface, *selection, references, std::move(executorHooks));
     Commands::ContextMenus::Hooks menuHooks;
