@@ -130,7 +130,7 @@ void UploadFlow::onListed(
         Q_EMIT folderListed(m_folder, m_folders);
     } else if (m_state == State::Naming) {
         m_existing = QSet<QString>(files.cbegin(), files.cend());
-        // A folder of that name would be overwritten by nothing; keep away from it too.
+        // A file cannot take a subfolder's name either.
         for (const QString &name : folders)
             m_existing.insert(name);
     }

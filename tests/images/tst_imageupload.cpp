@@ -8,6 +8,7 @@
 #include "../common/recordingprompts.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QListWidget>
 #include <QProcess>
@@ -21,7 +22,7 @@ using namespace Vantry::Images;
 
 namespace {
 
-const QString python = QStringLiteral("/usr/bin/python3");
+const QString python = u"/usr/bin/python3"_s;
 
 // pyftpdlib on 127.0.0.1, serving a temporary folder; stopped with the object.
 class FtpServer
@@ -29,25 +30,22 @@ class FtpServer
 public:
     explicit FtpServer(bool tls)
     {
-        QStringList arguments{QStringLiteral(VANTRY_FTP_SERVER_SCRIPT), root(),
-            m_dir.filePath(QStringLiteral("port"))};
+        QStringList arguments{
+            QStringLiteral(VANTRY_FTP_SERVER_SCRIPT), root(), m_dir.filePath(u"port"_s)};
         if (tls) {
             QProcess openssl;
-            openssl.start(QStringLiteral("openssl"),
-                {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
-                    QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-days"),
-                    QStringLiteral("1"), QStringLiteral("-subj"), QStringLiteral("/CN=localhost"),
-                    QStringLiteral("-addext"), QStringLiteral("subjectAltName=IP:127.0.0.1"),
-                    QStringLiteral("-keyout"), m_dir.filePath(QStringLiteral("key.pem")),
-                    QStringLiteral("-out"), certificate()});
+            openssl.start(u"openssl"_s,
+                u"req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=localhost -addext "
+                "subjectAltName=IP:127.0.0.1 -out"_s.split(u' ')
+                    << certificate() << u"-keyout"_s << m_dir.filePath(u"key.pem"_s));
             if (!openssl.waitForFinished(60000) || openssl.exitCode() != 0)
                 qFatal("openssl could not make a certificate");
-            arguments << certificate() << m_dir.filePath(QStringLiteral("key.pem"));
+            arguments << certificate() << m_dir.filePath(u"key.pem"_s);
         }
-        QDir(m_dir.path()).mkdir(QStringLiteral("root"));
+        QDir(m_dir.path()).mkdir(u"root"_s);
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.start(python, arguments);
-        QFile portFile(m_dir.filePath(QStringLiteral("port")));
+        QFile portFile(m_dir.filePath(u"port"_s));
         for (int i = 0; i < 200 && !portFile.exists(); ++i)
             QTest::qWait(50);
         if (!portFile.open(QIODevice::ReadOnly))
@@ -61,28 +59,20 @@ public:
         m_process.kill();
         m_process.waitForFinished();
     }
-    QString root() const { return m_dir.filePath(QStringLiteral("root")); }
-    QString certificate() const { return m_dir.filePath(QStringLiteral("cert.pem")); }
+    QString root() const { return m_dir.filePath(u"root"_s); }
+    QString certificate() const { return m_dir.filePath(u"cert.pem"_s); }
     QString address(const QString &scheme) const
     {
-        return scheme + QStringLiteral("://127.0.0.1:") + QString::number(m_port);
+        return scheme + u"://127.0.0.1:"_s + QString::number(m_port);
     }
     // The files below the root, as "/a/b.jpg", sorted.
     QStringList files() const
     {
         QStringList found;
-        const QString base = root();
-        std::function<void(const QString &)> walk = [&](const QString &dir) {
-            const QFileInfoList entries = QDir(dir).entryInfoList(
-                QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
-            for (const QFileInfo &entry : entries) {
-                if (entry.isDir())
-                    walk(entry.filePath());
-                else
-                    found << entry.filePath().mid(base.size());
-            }
-        };
-        walk(base);
+        QDirIterator it(root(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (it.hasNext())
+            found << it.next().mid(root().size());
+        found.sort();
         return found;
     }
     void put(const QString &path, const QByteArray &content = "old")
@@ -95,7 +85,7 @@ public:
     void clear()
     {
         QDir(root()).removeRecursively();
-        QDir(m_dir.path()).mkdir(QStringLiteral("root"));
+        QDir(m_dir.path()).mkdir(u"root"_s);
     }
 
 private:
@@ -103,6 +93,25 @@ private:
     QProcess m_process;
     int m_port = 0;
 };
+
+// String columns, and a row per line of rows: its name, then its cells.
+void table(std::initializer_list<const char *> columns,
+    std::initializer_list<std::initializer_list<const char *>> rows)
+{
+    for (const char *column : columns)
+        QTest::addColumn<QString>(column);
+    for (const auto &row : rows) {
+        auto cell = row.begin();
+        QTestData &data = QTest::newRow(*cell);
+        while (++cell != row.end())
+            data << QString::fromUtf8(*cell);
+    }
+}
+
+QStringList list(const QString &text, QChar separator = u' ')
+{
+    return text.split(separator, Qt::SkipEmptyParts);
+}
 
 // Collects what a flow reports until it finishes.
 struct FlowRecord
@@ -134,8 +143,6 @@ class tst_ImageUpload : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void incrementFileName_data();
-    void incrementFileName();
     void remoteNames_data();
     void remoteNames();
     void restrictedFolder_data();
@@ -146,15 +153,15 @@ private Q_SLOTS:
     void upload();
     void failure_data();
     void failure();
-    void cancelMidTransfer();
-    void serverStopsMidTransfer();
+    void cutMidTransfer_data();
+    void cutMidTransfer();
     void formBrowsesInsideTheRestrictedFolder();
     void commandUploadsWhatTheDialogChose();
 
 private:
     QString localFile(const QString &name, qint64 size = 1000);
-    ImageUploadValues account(const FtpServer &server, const QString &scheme,
-        const QString &user = QStringLiteral("editor")) const;
+    ImageUploadValues account(
+        const FtpServer &server, const QString &scheme, const QString &user = u"editor"_s) const;
 
     QTemporaryDir m_local;
     std::unique_ptr<FtpServer> m_ftp;
@@ -184,77 +191,35 @@ ImageUploadValues tst_ImageUpload::account(
     ImageUploadValues values;
     values.FTP_ServerName = server.address(scheme);
     values.FTP_UserName = user;
-    values.FTP_Password = user + QStringLiteral("-pass");
+    values.FTP_Password = user + u"-pass"_s;
     values.certificateAuthorities = server.certificate();
     return values;
 }
 
-void tst_ImageUpload::incrementFileName_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("counter");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("extension") << "photo.jpg" << 2 << "photo_002.jpg";
-    QTest::newRow("several dots") << "my.photo.jpg" << 1 << "my.photo_001.jpg";
-    QTest::newRow("no extension") << "photo" << 999 << "photo_999";
-}
-
-void tst_ImageUpload::incrementFileName()
-{
-    QFETCH(QString, name);
-    QFETCH(int, counter);
-    QTEST(Images::incrementFileName(name, counter), "expected");
-}
-
 void tst_ImageUpload::remoteNames_data()
 {
-    QTest::addColumn<QString>("local");
-    QTest::addColumn<QString>("prefix");
-    QTest::addColumn<QString>("suffix");
-    QTest::addColumn<bool>("strip");
-    QTest::addColumn<QStringList>("existing");
-    QTest::addColumn<int>("rule");
-    QTest::addColumn<QString>("expected"); // empty: refused
-
-    const int overwrite = int(NameCollision::Overwrite);
-    const int number = int(NameCollision::Number);
-    const int refuse = int(NameCollision::Refuse);
-    QTest::newRow("plain") << "/tmp/a.jpg"
-                           << ""
-                           << "" << true << QStringList() << refuse << "a.jpg";
-    QTest::newRow("prefix and suffix before the extension")
-        << "/tmp/a.jpg"
-        << "web-"
-        << "-small" << true << QStringList() << refuse << "web-a-small.jpg";
-    QTest::newRow("stripped") << "/tmp/Sommer Foto (1)ä.JPG"
-                              << ""
-                              << "" << true << QStringList() << refuse << "Sommer_Foto_1.JPG";
-    QTest::newRow("kept unstripped") << "/tmp/Foto ä.png"
-                                     << ""
-                                     << "" << false << QStringList() << refuse << "Foto ä.png";
-    QTest::newRow("slashes never survive") << "/tmp/a.png"
-                                           << "../../"
-                                           << "" << false << QStringList() << refuse << "....a.png";
-    QTest::newRow("nothing left") << "/tmp/äöü.gif"
-                                  << ""
-                                  << "" << true << QStringList() << refuse << "image.gif";
-    QTest::newRow("taken, numbered past the taken numbers")
-        << "/tmp/a.jpg"
-        << ""
-        << "" << true << QStringList{u"a.jpg"_s, u"a_001.jpg"_s} << number << "a_002.jpg";
-    QTest::newRow("taken, overwritten")
-        << "/tmp/a.jpg"
-        << ""
-        << "" << true << QStringList{u"a.jpg"_s} << overwrite << "a.jpg";
-    QTest::newRow("taken, refused") << "/tmp/a.jpg"
-                                    << ""
-                                    << "" << true << QStringList{u"a.jpg"_s} << refuse << "";
+    // strip: "y" or not; existing: the names in the folder; expected empty: refused.
+    table({"local", "prefix", "suffix", "strip", "existing", "rule", "expected"},
+        {
+            {"plain", "/tmp/a.jpg", "", "", "y", "", "refuse", "a.jpg"},
+            {"prefix, suffix", "/tmp/a.jpg", "web-", "-small", "y", "", "refuse",
+                "web-a-small.jpg"},
+            {"stripped", "/tmp/Sommer Foto (1)ä.JPG", "", "", "y", "", "refuse",
+                "Sommer_Foto_1.JPG"},
+            {"kept unstripped", "/tmp/Foto ä.png", "", "", "", "", "refuse", "Foto ä.png"},
+            {"no slashes ever", "/tmp/a.png", "../../", "", "", "", "refuse", "....a.png"},
+            {"nothing left", "/tmp/äöü.gif", "", "", "y", "", "refuse", "image.gif"},
+            {"numbered", "/tmp/a.jpg", "", "", "y", "a.jpg a_001.jpg", "number", "a_002.jpg"},
+            {"several dots", "/tmp/my.photo.jpg", "", "", "y", "my.photo.jpg", "number",
+                "my.photo_001.jpg"},
+            {"overwritten", "/tmp/a.jpg", "", "", "y", "a.jpg", "overwrite", "a.jpg"},
+            {"refused", "/tmp/a.jpg", "", "", "y", "a.jpg", "refuse", ""},
+        });
     QStringList all{u"b.png"_s};
     for (int i = 1; i <= 999; ++i)
-        all << Images::incrementFileName(QStringLiteral("b.png"), i);
-    QTest::newRow("every number taken") << "/tmp/b.png"
-                                        << ""
-                                        << "" << true << all << number << "";
+        all << Images::incrementFileName(u"b.png"_s, i);
+    QTest::newRow("every number taken") << u"/tmp/b.png"_s << QString() << QString() << u"y"_s
+                                        << all.join(u' ') << u"number"_s << QString();
 }
 
 void tst_ImageUpload::remoteNames()
@@ -262,83 +227,40 @@ void tst_ImageUpload::remoteNames()
     QFETCH(QString, local);
     QFETCH(QString, prefix);
     QFETCH(QString, suffix);
-    QFETCH(bool, strip);
-    QFETCH(QStringList, existing);
-    QFETCH(int, rule);
-    QFETCH(QString, expected);
-    const QString name = remoteFileName(local, prefix, suffix, strip);
-    const std::optional<QString> free = freeRemoteName(
-        name, QSet<QString>(existing.cbegin(), existing.cend()), NameCollision(rule));
-    QCOMPARE(free.value_or(QString()), expected);
+    QFETCH(QString, strip);
+    QFETCH(QString, existing);
+    QFETCH(QString, rule);
+    const QString name = remoteFileName(local, prefix, suffix, !strip.isEmpty());
+    const QStringList taken = list(existing);
+    const NameCollision collision = rule == u"number"_s ? NameCollision::Number
+        : rule == u"overwrite"_s                        ? NameCollision::Overwrite
+                                                        : NameCollision::Refuse;
+    QTEST(freeRemoteName(name, QSet<QString>(taken.cbegin(), taken.cend()), collision)
+              .value_or(QString()),
+        "expected");
 }
 
 void tst_ImageUpload::restrictedFolder_data()
 {
-    QTest::addColumn<QString>("restricted");
-    QTest::addColumn<QString>("current");
-    QTest::addColumn<QString>("requested");
-    QTest::addColumn<QString>("expected"); // empty: refused
-
-    QTest::newRow("subfolder") << "/site"
-                               << "/site"
-                               << "img"
-                               << "/site/img";
-    QTest::newRow("up inside") << "/site"
-                               << "/site/img/2024"
-                               << "../.."
-                               << "/site";
-    QTest::newRow("messy absolute") << "site/"
-                                    << "/site"
-                                    << "//site/./img//"
-                                    << "/site/img";
-    QTest::newRow("no restriction") << ""
-                                    << "/"
-                                    << "/anything/else"
-                                    << "/anything/else";
-    QTest::newRow("literal percent name") << "/site"
-                                          << "/site"
-                                          << "%2e%2e"
-                                          << "/site/%2e%2e";
-    QTest::newRow("up out") << "/site"
-                            << "/site"
-                            << ".."
-                            << "";
-    QTest::newRow("down and out") << "/site"
-                                  << "/site"
-                                  << "img/../../etc"
-                                  << "";
-    QTest::newRow("absolute outside") << "/site"
-                                      << "/site/img"
-                                      << "/etc"
-                                      << "";
-    QTest::newRow("sibling with the same start") << "/site"
-                                                 << "/site"
-                                                 << "/site2"
-                                                 << "";
-    QTest::newRow("above the login folder") << ""
-                                            << "/"
-                                            << "/.."
-                                            << "";
-    QTest::newRow("backslashes") << "/site"
-                                 << "/site"
-                                 << "img\\..\\..\\etc"
-                                 << "";
-    QTest::newRow("home folder") << "/site"
-                                 << "/site"
-                                 << "~root"
-                                 << "";
-    QTest::newRow("three dots") << "/site"
-                                << "/site"
-                                << "..."
-                                << "";
-    QTest::newRow("dots and spaces") << "/site"
-                                     << "/site"
-                                     << ". ."
-                                     << "";
-    QTest::newRow("control character") << "/site"
-                                       << "/site"
-                                       << "img\r\nCWD /"
-                                       << "";
+    // expected empty: refused.
+    table({"restricted", "current", "requested", "expected"},
+        {
+            {"subfolder", "/site", "/site", "img", "/site/img"},
+            {"up inside", "/site", "/site/img/2024", "../..", "/site"},
+            {"messy absolute", "site/", "/site", "//site/./img//", "/site/img"},
+            {"no restriction", "", "/", "/anything/else", "/anything/else"},
+            {"literal percent name", "/site", "/site", "%2e%2e", "/site/%2e%2e"},
+            {"up out", "/site", "/site", "..", ""},
+            {"down and out", "/site", "/site", "img/../../etc", ""},
+            {"absolute outside", "/site", "/site/img", "/etc", ""},
+            {"sibling with the same start", "/site", "/site", "/site2", ""},
+            {"above the login folder", "", "/", "/..", ""},
+            {"backslashes", "/site", "/site", "img\\..\\..\\etc", ""},
+            {"home folder", "/site", "/site", "~root", ""},
+            {"three dots", "/site", "/site", "...", ""},
+            {"dots and spaces", "/site", "/site", ". .", ""},
+            {"control character", "/site", "/site", "img\r\nCWD /", ""},
+        });
 }
 
 void tst_ImageUpload::restrictedFolder()
@@ -353,38 +275,17 @@ void tst_ImageUpload::restrictedFolder()
 
 void tst_ImageUpload::publishedAddress_data()
 {
-    QTest::addColumn<QString>("baseURL");
-    QTest::addColumn<QString>("vcDirectory");
-    QTest::addColumn<QString>("root");
-    QTest::addColumn<QString>("remote");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("relative folder below the base")
-        << "http://www.example.com/"
-        << "images/"
-        << "/www"
-        << "/www/2024/a b.jpg"
-        << "http://www.example.com/images/2024/a%20b.jpg";
-    QTest::newRow("site root folder") << "http://www.example.com/cms"
-                                      << "/img"
-                                      << "/"
-                                      << "/a.jpg"
-                                      << "http://www.example.com/img/a.jpg";
-    QTest::newRow("absolute address wins") << "http://www.example.com/"
-                                           << "https://cdn.example.com/i/"
-                                           << "/"
-                                           << "/x/a.jpg"
-                                           << "https://cdn.example.com/i/x/a.jpg";
-    QTest::newRow("no base") << ""
-                             << "images"
-                             << "/up"
-                             << "/up/a.jpg"
-                             << "images/a.jpg";
-    QTest::newRow("no folder") << "http://h/"
-                               << ""
-                               << "/"
-                               << "/a.jpg"
-                               << "http://h/a.jpg";
+    table({"baseURL", "vcDirectory", "root", "remote", "expected"},
+        {
+            {"relative folder below the base", "http://www.example.com/", "images/", "/www",
+                "/www/2024/a b.jpg", "http://www.example.com/images/2024/a%20b.jpg"},
+            {"site root folder", "http://www.example.com/cms", "/img", "/", "/a.jpg",
+                "http://www.example.com/img/a.jpg"},
+            {"absolute address wins", "http://www.example.com/", "https://cdn.example.com/i/", "/",
+                "/x/a.jpg", "https://cdn.example.com/i/x/a.jpg"},
+            {"no base", "", "images", "/up", "/up/a.jpg", "images/a.jpg"},
+            {"no folder", "http://h/", "", "/", "/a.jpg", "http://h/a.jpg"},
+        });
 }
 
 void tst_ImageUpload::publishedAddress()
@@ -398,53 +299,38 @@ void tst_ImageUpload::publishedAddress()
 
 void tst_ImageUpload::upload_data()
 {
-    QTest::addColumn<QString>("scheme");
-    QTest::addColumn<QStringList>("existing");
-    QTest::addColumn<QStringList>("local");
-    QTest::addColumn<QString>(
-        "settings"); // switches, as letters: M multiple, O overwrite, I increment, S strip
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<QStringList>("expected"); // the server afterwards
-    QTest::addColumn<QString>("error");
-
-    QTest::newRow("one file") << "ftp" << QStringList() << QStringList{u"a.jpg"_s} << "MIS"
-                              << "/" << QStringList{u"/a.jpg"_s} << "";
-    QTest::newRow("one file, explicit TLS")
-        << "ftps" << QStringList() << QStringList{u"a.jpg"_s} << "MIS"
-        << "/img" << QStringList{u"/img/a.jpg"_s} << "";
-    QTest::newRow("several files, prefix, suffix, stripped")
-        << "ftp" << QStringList{u"/img/x"_s} << QStringList{u"my photo.jpg"_s, u"b.png"_s} << "MIS"
-        << "/img"
-        << QStringList{u"/img/pre-b-post.png"_s, u"/img/pre-my_photo-post.jpg"_s, u"/img/x"_s}
-        << "";
-    QTest::newRow("several files not allowed")
-        << "ftp" << QStringList() << QStringList{u"a.jpg"_s, u"b.png"_s} << "IS"
-        << "/" << QStringList() << "Only one file";
-    QTest::newRow("collision numbered")
-        << "ftp" << QStringList{u"/a.jpg"_s, u"/a_001.jpg"_s} << QStringList{u"a.jpg"_s} << "MIS"
-        << "/" << QStringList{u"/a.jpg"_s, u"/a_001.jpg"_s, u"/a_002.jpg"_s} << "";
-    QTest::newRow("collision overwritten")
-        << "ftp" << QStringList{u"/a.jpg"_s} << QStringList{u"a.jpg"_s} << "MOIS"
-        << "/" << QStringList{u"/a.jpg"_s} << "";
-    QTest::newRow("collision refused")
-        << "ftp" << QStringList{u"/a.jpg"_s} << QStringList{u"a.jpg"_s} << "MS"
-        << "/" << QStringList{u"/a.jpg"_s} << "already in /";
-    QTest::newRow("leaving the restricted folder")
-        << "ftp" << QStringList{u"/site/keep"_s} << QStringList{u"a.jpg"_s} << "MIS"
-        << "../outside" << QStringList{u"/site/keep"_s} << "may only go to /site";
+    // settings, as letters: Multiple files, Overwrite, Increment, Strip. local is split at
+    // '|', existing and expected (the server afterwards) at spaces.
+    table({"scheme", "existingNames", "localNames", "settings", "folder", "expectedNames", "error"},
+        {
+            {"one file", "ftp", "", "a.jpg", "MIS", "/", "/a.jpg", ""},
+            {"one file, explicit TLS", "ftps", "", "a.jpg", "MIS", "/img", "/img/a.jpg", ""},
+            {"several files, prefix, suffix, stripped", "ftp", "/img/x", "my photo.jpg|b.png",
+                "MIS", "/img", "/img/pre-b-post.png /img/pre-my_photo-post.jpg /img/x", ""},
+            {"several files not allowed", "ftp", "", "a.jpg|b.png", "IS", "/", "", "Only one file"},
+            {"collision numbered", "ftp", "/a.jpg /a_001.jpg", "a.jpg", "MIS", "/",
+                "/a.jpg /a_001.jpg /a_002.jpg", ""},
+            {"collision overwritten", "ftp", "/a.jpg", "a.jpg", "MOIS", "/", "/a.jpg", ""},
+            {"collision refused", "ftp", "/a.jpg", "a.jpg", "MS", "/", "/a.jpg", "already in /"},
+            {"leaving the restricted folder", "ftp", "/site/keep", "a.jpg", "MIS", "../outside",
+                "/site/keep", "may only go to /site"},
+        });
 }
 
 void tst_ImageUpload::upload()
 {
     QFETCH(QString, scheme);
-    QFETCH(QStringList, existing);
-    QFETCH(QStringList, local);
     QFETCH(QString, settings);
     QFETCH(QString, folder);
-    QFETCH(QStringList, expected);
     QFETCH(QString, error);
+    QFETCH(QString, existingNames);
+    QFETCH(QString, localNames);
+    QFETCH(QString, expectedNames);
+    const QStringList existing = list(existingNames);
+    const QStringList local = list(localNames, u'|');
+    const QStringList expected = list(expectedNames);
 
-    FtpServer &server = scheme == QLatin1String("ftps") ? *m_ftps : *m_ftp;
+    FtpServer &server = scheme == u"ftps"_s ? *m_ftps : *m_ftp;
     server.clear();
     for (const QString &path : std::as_const(existing))
         server.put(path);
@@ -458,15 +344,15 @@ void tst_ImageUpload::upload()
     values.FTP_IncermentExistingFileNames = settings.contains(QLatin1Char('I'));
     values.FTP_StripInvalidCharacters = settings.contains(QLatin1Char('S'));
     if (local.size() > 1) {
-        values.FTP_FileNamePrefix = QStringLiteral("pre-");
-        values.FTP_FileNameSuffix = QStringLiteral("-post");
+        values.FTP_FileNamePrefix = u"pre-"_s;
+        values.FTP_FileNameSuffix = u"-post"_s;
     }
-    if (existing.value(0).startsWith(QLatin1String("/site"))) {
-        values.FTP_RistrictedDirectory = QStringLiteral("/site");
+    if (existing.value(0).startsWith(u"/site"_s)) {
+        values.FTP_RistrictedDirectory = u"/site"_s;
     }
-    values.BaseURL = QStringLiteral("http://www.example.com/");
-    values.ImageVCDirectory = QStringLiteral("pictures/");
-    if (folder != QLatin1String("/") && !folder.startsWith(QLatin1String("..")))
+    values.BaseURL = u"http://www.example.com/"_s;
+    values.ImageVCDirectory = u"pictures/"_s;
+    if (folder != u"/"_s && !folder.startsWith(u".."_s))
         QDir(server.root()).mkpath(folder.mid(1));
 
     UploadFlow flow(values);
@@ -478,8 +364,8 @@ void tst_ImageUpload::upload()
         QCOMPARE(record.finished.value(0).value(0).toBool(), true);
         QCOMPARE(record.uploaded.size(), files.size());
         const QString remote = record.uploaded.at(0).at(1).toString();
-        QCOMPARE(record.uploaded.at(0).at(2).toString(),
-            QStringLiteral("http://www.example.com/pictures") + remote);
+        QCOMPARE(
+            record.uploaded.at(0).at(2).toString(), u"http://www.example.com/pictures"_s + remote);
         QCOMPARE(QFile(server.root() + remote).size(), 1000);
     } else {
         QVERIFY2(record.messages().contains(error), qPrintable(record.messages()));
@@ -490,33 +376,19 @@ void tst_ImageUpload::upload()
 
 void tst_ImageUpload::failure_data()
 {
-    QTest::addColumn<QString>("scheme");
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<bool>("trustServer");
-    QTest::addColumn<QString>("error");
-
-    QTest::newRow("wrong password")
-        << "ftp"
-        << "editor"
-        << "Wr0ng-Secret" << true << "refused the user name or password";
-    QTest::newRow("wrong password over TLS")
-        << "ftps"
-        << "editor"
-        << "Wr0ng-Secret" << true << "refused the user name or password";
-    QTest::newRow("unknown certificate")
-        << "ftps"
-        << "editor"
-        << "editor-pass" << false << "certificate could not be verified";
-    QTest::newRow("server full") << "ftp"
-                                 << "full"
-                                 << "full-pass" << true << "no room";
-    QTest::newRow("no server") << "closed"
-                               << "editor"
-                               << "editor-pass" << true << "Cannot connect";
-    QTest::newRow("not a server address") << "http"
-                                          << "editor"
-                                          << "editor-pass" << true << "not supported";
+    // trust: "y" when the test's certificate authority is given.
+    table({"scheme", "user", "password", "trust", "error"},
+        {
+            {"wrong password", "ftp", "editor", "Wr0ng-Secret", "y",
+                "refused the user name or password"},
+            {"wrong password over TLS", "ftps", "editor", "Wr0ng-Secret", "y",
+                "refused the user name or password"},
+            {"unknown certificate", "ftps", "editor", "editor-pass", "",
+                "certificate could not be verified"},
+            {"server full", "ftp", "full", "full-pass", "y", "no room"},
+            {"no server", "closed", "editor", "editor-pass", "y", "Cannot connect"},
+            {"not a server address", "http", "editor", "editor-pass", "y", "not supported"},
+        });
 }
 
 void tst_ImageUpload::failure()
@@ -524,23 +396,23 @@ void tst_ImageUpload::failure()
     QFETCH(QString, scheme);
     QFETCH(QString, user);
     QFETCH(QString, password);
-    QFETCH(bool, trustServer);
+    QFETCH(QString, trust);
     QFETCH(QString, error);
 
-    FtpServer &server = scheme == QLatin1String("ftps") ? *m_ftps : *m_ftp;
+    FtpServer &server = scheme == u"ftps"_s ? *m_ftps : *m_ftp;
     server.clear();
     ImageUploadValues values = account(server, scheme, user);
     values.FTP_Password = password;
-    if (!trustServer)
+    if (trust.isEmpty())
         values.certificateAuthorities.clear();
-    if (scheme == QLatin1String("closed"))
-        values.FTP_ServerName = QStringLiteral("127.0.0.1:1");
+    if (scheme == u"closed"_s)
+        values.FTP_ServerName = u"127.0.0.1:1"_s;
 
     UploadFlow flow(values);
     FlowRecord record(flow);
     if (flow.open())
         QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 30000);
-    if (flow.upload({localFile(QStringLiteral("a.jpg"))}))
+    if (flow.upload({localFile(u"a.jpg"_s)}))
         QVERIFY(record.finished.wait(30000));
     QCOMPARE(record.uploaded.size(), 0);
     QVERIFY2(record.messages().contains(error), qPrintable(record.messages()));
@@ -548,56 +420,56 @@ void tst_ImageUpload::failure()
     QCOMPARE(server.files(), QStringList());
 }
 
-void tst_ImageUpload::cancelMidTransfer()
+void tst_ImageUpload::cutMidTransfer_data()
 {
-    m_ftp->clear();
-    m_ftp->put(QStringLiteral("/a.jpg"), "the old picture");
-    ImageUploadValues values = account(*m_ftp, QStringLiteral("ftp"), QStringLiteral("slow"));
+    QTest::addColumn<bool>("serverStops");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("cancelled") << false << "The upload was cancelled.";
+    QTest::newRow("server stops") << true << "The connection to the server was lost.";
+}
+
+void tst_ImageUpload::cutMidTransfer()
+{
+    QFETCH(bool, serverStops);
+    QFETCH(QString, error);
+    FtpServer server(false);
+    server.put(u"/a.jpg"_s, "the old picture");
+    ImageUploadValues values = account(server, u"ftp"_s, u"slow"_s);
     values.FTP_OverWriteFiles = true;
     UploadFlow flow(values);
     FlowRecord record(flow);
-    QVERIFY(flow.upload({localFile(QStringLiteral("a.jpg"), 4 << 20)}));
+    QVERIFY(flow.upload({localFile(u"a.jpg"_s, 4 << 20)}));
     QTRY_VERIFY_WITH_TIMEOUT(
         !record.progress.isEmpty() && record.progress.last().at(1).toLongLong() > 100000, 20000);
-    flow.cancel();
-    QVERIFY(record.finished.wait(20000));
-    QCOMPARE(record.finished.at(0).at(0).toBool(), false);
-    QCOMPARE(record.uploaded.size(), 0);
-    QVERIFY(record.messages().contains(QLatin1String("cancelled")));
-    // The overwritten file is still the old one, and nothing partial is left beside it.
-    QCOMPARE(m_ftp->files(), QStringList{u"/a.jpg"_s});
-    QFile old(m_ftp->root() + QStringLiteral("/a.jpg"));
-    QVERIFY(old.open(QIODevice::ReadOnly));
-    QCOMPARE(old.readAll(), QByteArray("the old picture"));
-}
-
-void tst_ImageUpload::serverStopsMidTransfer()
-{
-    FtpServer server(false);
-    UploadFlow flow(account(server, QStringLiteral("ftp"), QStringLiteral("slow")));
-    FlowRecord record(flow);
-    QVERIFY(flow.upload({localFile(QStringLiteral("big.jpg"), 4 << 20)}));
-    QTRY_VERIFY_WITH_TIMEOUT(
-        !record.progress.isEmpty() && record.progress.last().at(1).toLongLong() > 100000, 20000);
-    server.stop();
+    if (serverStops)
+        server.stop();
+    else
+        flow.cancel();
     QVERIFY(record.finished.wait(40000));
     QCOMPARE(record.finished.at(0).at(0).toBool(), false);
-    QVERIFY2(record.messages().contains(QLatin1String("connection to the server was lost")),
-        qPrintable(record.messages()));
+    QCOMPARE(record.uploaded.size(), 0);
+    QCOMPARE(record.messages(), error);
+    if (serverStops)
+        return;
+    // The overwritten file is still the old one, and nothing partial is left beside it.
+    QCOMPARE(server.files(), QStringList{u"/a.jpg"_s});
+    QFile old(server.root() + u"/a.jpg"_s);
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QCOMPARE(old.readAll(), QByteArray("the old picture"));
 }
 
 void tst_ImageUpload::formBrowsesInsideTheRestrictedFolder()
 {
     m_ftps->clear();
-    m_ftps->put(QStringLiteral("/site/img/2024/old.png"));
-    m_ftps->put(QStringLiteral("/outside/secret.txt"));
-    ImageUploadValues values = account(*m_ftps, QStringLiteral("ftps"));
-    values.FTP_RistrictedDirectory = QStringLiteral("/site");
-    values.FTP_InitialDir = QStringLiteral("/site/img");
-    values.ImageVCDirectory = QStringLiteral("http://www.example.com/");
+    m_ftps->put(u"/site/img/2024/old.png"_s);
+    m_ftps->put(u"/outside/secret.txt"_s);
+    ImageUploadValues values = account(*m_ftps, u"ftps"_s);
+    values.FTP_RistrictedDirectory = u"/site"_s;
+    values.FTP_InitialDir = u"/site/img"_s;
+    values.ImageVCDirectory = u"http://www.example.com/"_s;
 
     Dialogs::ImageUploadForm form(values);
-    auto *folders = form.findChild<QListWidget *>(QStringLiteral("lstFolders"));
+    auto *folders = form.findChild<QListWidget *>(u"lstFolders"_s);
     const auto shown = [folders] {
         QStringList names;
         for (int i = 0; i < folders->count(); ++i)
@@ -605,17 +477,17 @@ void tst_ImageUpload::formBrowsesInsideTheRestrictedFolder()
         return names;
     };
     QTRY_COMPARE_WITH_TIMEOUT(shown(), (QStringList{u".."_s, u"2024"_s}), 20000);
-    QVERIFY(form.enterFolder(QStringLiteral("..")));
-    QTRY_COMPARE_WITH_TIMEOUT(form.flow().folder(), QStringLiteral("/site"), 20000);
+    QVERIFY(form.enterFolder(u".."_s));
+    QTRY_COMPARE_WITH_TIMEOUT(form.flow().folder(), u"/site"_s, 20000);
     QTRY_COMPARE_WITH_TIMEOUT(shown(), QStringList{u"img"_s}, 20000);
-    QVERIFY(!form.enterFolder(QStringLiteral("..")));
-    QVERIFY(!form.enterFolder(QStringLiteral("/outside")));
-    QVERIFY(form.status().contains(QLatin1String("may only go to /site")));
-    QVERIFY(form.enterFolder(QStringLiteral("img/2024")));
-    QTRY_COMPARE_WITH_TIMEOUT(form.flow().folder(), QStringLiteral("/site/img/2024"), 20000);
+    QVERIFY(!form.enterFolder(u".."_s));
+    QVERIFY(!form.enterFolder(u"/outside"_s));
+    QVERIFY(form.status().contains(u"may only go to /site"_s));
+    QVERIFY(form.enterFolder(u"img/2024"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(form.flow().folder(), u"/site/img/2024"_s, 20000);
     QTRY_VERIFY_WITH_TIMEOUT(!form.flow().isBusy(), 20000);
 
-    form.addFiles({localFile(QStringLiteral("old.png"))});
+    form.addFiles({localFile(u"old.png"_s)});
     QSignalSpy finished(&form.flow(), &UploadFlow::finished);
     QVERIFY(form.startUpload());
     QVERIFY(finished.wait(20000));
@@ -652,19 +524,19 @@ public:
 void tst_ImageUpload::commandUploadsWhatTheDialogChose()
 {
     m_ftp->clear();
-    QDir(m_ftp->root()).mkpath(QStringLiteral("www/img"));
+    QDir(m_ftp->root()).mkpath(u"www/img"_s);
     Control::Settings settings;
-    settings.FTP_ServerName = m_ftp->address(QStringLiteral("ftp"));
-    settings.FTP_UserName = QStringLiteral("editor");
-    settings.FTP_Password = QStringLiteral("editor-pass");
-    settings.FTP_RistrictedDirectory = QStringLiteral("/www");
-    settings.FTP_OverWriteFiles = QStringLiteral("TRUE");
-    settings.FTP_StripInvalidCharacters = QStringLiteral("false");
-    settings.BaseURL = QStringLiteral("http://www.example.com/");
-    settings.ImageVCDirectory = QStringLiteral("/");
+    settings.FTP_ServerName = m_ftp->address(u"ftp"_s);
+    settings.FTP_UserName = u"editor"_s;
+    settings.FTP_Password = u"editor-pass"_s;
+    settings.FTP_RistrictedDirectory = u"/www"_s;
+    settings.FTP_OverWriteFiles = u"TRUE"_s;
+    settings.FTP_StripInvalidCharacters = u"false"_s;
+    settings.BaseURL = u"http://www.example.com/"_s;
+    settings.ImageVCDirectory = u"/"_s;
     ChoosingDialogs dialogs;
-    dialogs.files = {localFile(QStringLiteral("x y.gif"))};
-    dialogs.folder = QStringLiteral("img");
+    dialogs.files = {localFile(u"x y.gif"_s)};
+    dialogs.folder = u"img"_s;
     VantryTest::RecordingPrompts prompts;
 
     ImageUploadCommand command({[&]() -> const Control::Settings & { return settings; },
@@ -672,22 +544,21 @@ void tst_ImageUpload::commandUploadsWhatTheDialogChose()
     QSignalSpy uploaded(&command, &ImageUploadCommand::imageUploaded);
     QSignalSpy finished(&command, &ImageUploadCommand::finished);
     QVERIFY(!command.run());
-    QCOMPARE(dialogs.seen.FTP_Password, QStringLiteral("editor-pass"));
+    QCOMPARE(dialogs.seen.FTP_Password, u"editor-pass"_s);
     QCOMPARE(dialogs.seen.FTP_OverWriteFiles, true);
     QCOMPARE(dialogs.seen.FTP_StripInvalidCharacters, false);
     QCOMPARE(dialogs.seen.FTP_AllowMultiableFiles, true);
     QVERIFY(finished.wait(20000));
     QCOMPARE(uploaded.size(), 1);
-    QCOMPARE(uploaded.at(0).at(1).toString(), QStringLiteral("/www/img/x y.gif"));
-    QCOMPARE(
-        uploaded.at(0).at(2).toString(), QStringLiteral("http://www.example.com/img/x%20y.gif"));
+    QCOMPARE(uploaded.at(0).at(1).toString(), u"/www/img/x y.gif"_s);
+    QCOMPARE(uploaded.at(0).at(2).toString(), u"http://www.example.com/img/x%20y.gif"_s);
     QCOMPARE(prompts.shown.size(), 0);
 
     // A second choice outside the restricted folder is refused and said so.
-    dialogs.folder = QStringLiteral("/etc");
+    dialogs.folder = u"/etc"_s;
     QVERIFY(!command.run());
     QCOMPARE(prompts.shown.size(), 1);
-    QVERIFY(prompts.shown.at(0).text.contains(QLatin1String("may only go to /www")));
+    QVERIFY(prompts.shown.at(0).text.contains(u"may only go to /www"_s));
     QCOMPARE(m_ftp->files(), QStringList{u"/www/img/x y.gif"_s});
 }
 
