@@ -106,8 +106,10 @@ ImageUploadForm::ImageUploadForm(const ImageUploadValues &values, QWidget *paren
     connect(m_cmdCancel, &QPushButton::clicked, this, &ImageUploadForm::cancelOrClose);
 
     connect(m_flow.get(), &Images::UploadFlow::folderListed, this, &ImageUploadForm::showFolder);
-    connect(m_flow.get(), &Images::UploadFlow::failed, this,
-        [this](const QString &message) { showStatus(message, true); });
+    connect(m_flow.get(), &Images::UploadFlow::failed, this, [this](const QString &message) {
+        showStatus(message, true);
+        updateButtons();
+    });
     connect(m_flow.get(), &Images::UploadFlow::fileProgress, this,
         [this](int index, qint64 sent, qint64 total) {
             m_prgFile->setMaximum(qMax(1, barValue(total)));

@@ -124,10 +124,9 @@ void UploadFlow::onListed(
 {
     if (folder != m_listing)
         return;
+    // Shown once the request is over, when the flow takes new requests again.
     if (m_state == State::Listing) {
-        m_folder = folder;
-        m_folders = folders;
-        Q_EMIT folderListed(m_folder, m_folders);
+        m_listedFolders = folders;
     } else if (m_state == State::Naming) {
         m_existing = QSet<QString>(files.cbegin(), files.cend());
         // A file cannot take a subfolder's name either.
@@ -192,7 +191,11 @@ void UploadFlow::onFinished(RemoteError error, const QString &detail)
         return;
     }
     if (error == RemoteError::None) {
-        if (state == State::Naming)
+        if (state == State::Listing) {
+            m_folder = m_listing;
+            m_folders = m_listedFolders;
+            Q_EMIT folderListed(m_folder, m_folders);
+        } else if (state == State::Naming)
             startTransfer();
         else if (state == State::Uploading)
             Q_EMIT finished(true);

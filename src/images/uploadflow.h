@@ -82,6 +82,7 @@ private:
     QString m_root;
     QString m_folder;
     QStringList m_folders;
+    QStringList m_listedFolders;
     QSet<QString> m_existing;
     State m_state = State::Idle;
     bool m_cancelledUpload = false;

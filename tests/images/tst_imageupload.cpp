@@ -477,6 +477,8 @@ void tst_ImageUpload::formBrowsesInsideTheRestrictedFolder()
         return names;
     };
     QTRY_COMPARE_WITH_TIMEOUT(shown(), (QStringList{u".."_s, u"2024"_s}), 20000);
+    // The listing is in: the form takes input again.
+    QTRY_VERIFY_WITH_TIMEOUT(folders->isEnabled(), 5000);
     QVERIFY(form.enterFolder(u".."_s));
     QTRY_COMPARE_WITH_TIMEOUT(form.flow().folder(), u"/site"_s, 20000);
     QTRY_COMPARE_WITH_TIMEOUT(shown(), QStringList{u"img"_s}, 20000);
