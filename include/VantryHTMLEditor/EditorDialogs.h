@@ -4,6 +4,8 @@
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
 #include <QPointer>
+#include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <memory>
@@ -24,6 +26,40 @@ class UserPrompts;
 // returns true for OK; false (and the values' cancel flag set) when the user cancelled.
 // The editor calls them on the GUI thread; an implementation may run a modal loop but
 // must return.
+// Upload
+
+// What the image upload form (command 14, `UploadImage`) works with. The editor fills the
+// account and rules from its FTP_* properties, the switches turned into truth values.
+struct ImageUploadValues
+{
+    QString FTP_ServerName;
+    QString FTP_UserName;
+    QString FTP_Password;
+    QString FTP_InitialDir;
+    QString FTP_FileNamePrefix;
+    QString FTP_FileNameSuffix;
+    QString FTP_RistrictedDirectory;
+    bool FTP_AllowMultiableFiles = true;
+    bool FTP_OverWriteFiles = false;
+    bool FTP_IncermentExistingFileNames = true;
+    bool FTP_StripInvalidCharacters = true;
+    // Where the web server publishes the upload root (see the editor's README).
+    QString BaseURL;
+    QString ImageVCDirectory;
+    // A PEM file of the authorities an FTPS server's certificate is checked against;
+    // empty for the system's.
+    QString certificateAuthorities;
+
+    // The user's choice: local image files and the server folder they go to.
+    QStringList files;
+    QString remoteFolder;
+    // What went up, in step: the server paths and the addresses they are published at.
+    // A dialog that only chooses leaves them empty and the editor uploads the files.
+    QStringList remotePaths;
+    QStringList addresses;
+    bool cancelled = false;
+};
+
 class VANTRYHTMLEDITOR_EXPORT EditorDialogs
 {
 public:
@@ -36,6 +72,12 @@ public:
     virtual bool insertTable(InsertTableValues &values) = 0;
     virtual bool tableProperties(TablePropertiesValues &values) = 0;
     virtual bool cellProperties(CellPropertiesValues &values) = 0;
+
+    // Upload
+
+    // Lets the user choose image files and a server folder inside FTP_RistrictedDirectory
+    // and, in the editor's own form, uploads them. The default refuses (cancelled).
+    virtual bool imageUpload(ImageUploadValues &values);
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -49,6 +91,8 @@ public:
     bool insertTable(InsertTableValues &values) override;
     bool tableProperties(TablePropertiesValues &values) override;
     bool cellProperties(CellPropertiesValues &values) override;
+    // The ImageUpload form: browses the server, uploads with progress and Cancel.
+    bool imageUpload(ImageUploadValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

@@ -202,7 +202,7 @@ bool Executor::dispatch(Command command, const CommandEntry &entry)
     case CommandAction::Hyperlink:
         return hyperlink();
     case CommandAction::UploadImage:
-        return m_dialogs->uploadImage();
+        return m_hooks.uploadImage ? m_hooks.uploadImage() : m_dialogs->uploadImage();
     case CommandAction::InsertImage:
         return m_dialogs->imageDialog();
     case CommandAction::ToggleBorders:

@@ -115,6 +115,8 @@ public:
         std::function<void()> showFindDialog;
         // The folder the table dialogs' background-image pickers start in.
         std::function<QString()> imageDirectory;
+        // Command 14; unset announces the form through the dialog launcher.
+        std::function<bool()> uploadImage;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,

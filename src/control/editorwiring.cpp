@@ -1,3 +1,4 @@
+#include "images/uploadcommand.h"
 #include "commands/companionlinks.h"
 #include "control/htmleditorcomponent_p.h"
 
@@ -89,6 +90,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     executorHooks.markDirty = [q] { q->setisDirty(true); };
     executorHooks.prompts = currentPrompts;
     executorHooks.dialogs = [this]() -> EditorDialogs & { return *dialogs; };
+    upload = std::make_unique<Images::ImageUploadCommand>(Images::ImageUploadCommand::Hooks{
+        [this]() -> const Control::Settings & { return settings; },
+        [this]() -> EditorDialogs & { return *dialogs; }, currentPrompts});
+    executorHooks.uploadImage = [this] { return upload->run(); };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {

@@ -10,6 +10,10 @@
 
 #include <memory>
 
+namespace Vantry::Images {
+class ImageUploadCommand;
+} // namespace Vantry::Images
+
 namespace Vantry {
 
 namespace Platform {
@@ -68,6 +72,7 @@ public:
     std::unique_ptr<Control::SourceView> sourceView;
     std::unique_ptr<Platform::UserPrompts> prompts;
     std::unique_ptr<EditorDialogs> dialogs;
+    std::unique_ptr<Images::ImageUploadCommand> upload;
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Text::FindReplace> finder;

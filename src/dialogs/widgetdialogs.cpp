@@ -6,11 +6,19 @@
 #include "dialogs/inserttabledialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
+#include "dialogs/imageuploadform.h"
+
 #include <QWidget>
 
 namespace Vantry {
 
 EditorDialogs::~EditorDialogs() = default;
+
+bool EditorDialogs::imageUpload(ImageUploadValues &values)
+{
+    values.cancelled = true;
+    return false;
+}
 
 WidgetDialogs::WidgetDialogs(QWidget *parent)
     : m_parent(parent)
@@ -66,6 +74,14 @@ bool WidgetDialogs::cellProperties(CellPropertiesValues &values)
 {
     Dialogs::CellPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::imageUpload(ImageUploadValues &values)
+{
+    Dialogs::ImageUploadForm form(values, window());
+    form.exec();
+    values = form.values();
+    return !values.cancelled;
 }
 
 } // namespace Vantry

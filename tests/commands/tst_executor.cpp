@@ -118,6 +118,7 @@ private Q_SLOTS:
     void findDialogOpensOnTheSelectedText();
     void dialogCommandsSayWhatIsComing_data();
     void dialogCommandsSayWhatIsComing();
+    void uploadImageOpensTheUploadForm();
     void hyperlinkWrapsAndUnwraps();
     void tableDialogsWriteOneUndoStep_data();
     void tableDialogsWriteOneUndoStep();
@@ -969,7 +970,6 @@ void tst_Executor::dialogCommandsSayWhatIsComing_data()
 {
     QTest::addColumn<EditorMethod>("method");
     QTest::newRow("InsertImage") << &HTMLEditorComponent::InsertImage;
-    QTest::newRow("UploadImage") << &HTMLEditorComponent::UploadImage;
     QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
     QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
     QTest::newRow("SpellCheck") << &HTMLEditorComponent::SpellCheck;
@@ -1083,6 +1083,50 @@ void tst_Executor::tableDialogsWriteOneUndoStep()
     m_executor->executeCommand(number);
     QCOMPARE(body(), before);
     QCOMPARE(m_dirtyMarks, 2);
+
+namespace {
+
+// Records the upload form's values and cancels it.
+class CancellingUpload : public EditorDialogs
+{
+public:
+    explicit CancellingUpload(ImageUploadValues *seen)
+        : m_seen(seen)
+    { }
+    bool imageUpload(ImageUploadValues &values) override
+    {
+        *m_seen = values;
+        values.cancelled = true;
+        return false;
+    }
+
+private:
+    ImageUploadValues *m_seen;
+};
+
+} // namespace
+
+void tst_Executor::uploadImageOpensTheUploadForm()
+{
+    load(QStringLiteral("<p>text</p>"));
+    const QString before = body();
+    ImageUploadValues seen;
+    m_editor->setEditorDialogs(std::make_unique<CancellingUpload>(&seen));
+    m_editor->setProperty("FTP_ServerName", QStringLiteral("ftp.example.com:2121"));
+    m_editor->setProperty("FTP_OverWriteFiles", QStringLiteral("true"));
+    m_editor->setProperty("FTP_AllowMultiableFiles", QStringLiteral("false"));
+    m_editor->setProperty("FTP_RistrictedDirectory", QStringLiteral("/www"));
+    m_editor->UploadImage();
+    m_editor->setEditorDialogs(nullptr);
+
+    QCOMPARE(seen.FTP_ServerName, QStringLiteral("ftp.example.com:2121"));
+    QCOMPARE(seen.FTP_RistrictedDirectory, QStringLiteral("/www"));
+    QVERIFY(seen.FTP_OverWriteFiles);
+    QVERIFY(!seen.FTP_AllowMultiableFiles);
+    QVERIFY(seen.FTP_IncermentExistingFileNames);
+    QCOMPARE(m_prompts->shown.size(), 0);
+    QCOMPARE(body(), before);
+    QVERIFY(!m_editor->isDirty());
 }
 
 void tst_Executor::hyperlinkWrapsAndUnwraps()
