@@ -5,6 +5,7 @@
 #include "commandsbench.h"
 #include "documents.h"
 #include "replaceall.h"
+#include "spelling.h"
 #include "report.h"
 #include "subjects.h"
 #include "typing.h"
@@ -343,6 +344,9 @@ int main(int argc, char **argv)
 
     if (options.wants(QStringLiteral("commands")))
         commandsWorkload(report, docs, *ours, *baseline, options.reps(21));
+
+    if (options.wants(QStringLiteral("spelling")))
+        spellingWorkload(report, docs, *ours, options.reps(7));
 
     const bool typingWanted = options.wants(QStringLiteral("typing")) || options.study;
     if (typingWanted && !renew()) {

@@ -67,11 +67,6 @@ bool PendingDialogLauncher::elementProperties()
     return announce(QStringLiteral("The element properties dialog"));
 }
 
-bool PendingDialogLauncher::spellCheck(const QString &)
-{
-    return announce(QStringLiteral("Spell checking"));
-}
-
 Executor::Executor(
     DesignSurface &surface, SelectionAccess &selection, DocumentReferences &references, Hooks hooks)
     : m_surface(surface)
@@ -184,10 +179,8 @@ bool Executor::dispatch(int number, const CommandEntry &entry)
     case CommandAction::GuardedDelete:
         return deleteTablePart(m_surface, m_selection, m_references, prompts(), number)
             == TableEdit::Done;
-    case CommandAction::SpellCheck: {
-        const QString body = m_surface.bodyInnerHTML();
-        return !m_surface.lastCallFailed() && m_dialogs->spellCheck(body);
-    }
+    case CommandAction::SpellCheck:
+        return m_hooks.spellCheck && m_hooks.spellCheck();
     case CommandAction::ImageFromArguments:
         return imageFromArguments();
     case CommandAction::TableFromArguments:

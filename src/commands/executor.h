@@ -53,7 +53,6 @@ public:
     virtual bool tableProperties() = 0;
     virtual bool cellProperties() = 0;
     virtual bool elementProperties() = 0;
-    virtual bool spellCheck(const QString &bodyHtml) = 0;
 };
 
 // Until the dialogs exist the user is told which one the command will open; nothing
@@ -71,7 +70,6 @@ public:
     bool tableProperties() override;
     bool cellProperties() override;
     bool elementProperties() override;
-    bool spellCheck(const QString &bodyHtml) override;
 
 private:
     bool announce(const QString &what);
@@ -112,6 +110,8 @@ public:
         std::function<QString(const QString &path)> placeImage;
         // Shows the design view's find dialog.
         std::function<void()> showFindDialog;
+        // The spelling check's walk over the document; true when it changed the document.
+        std::function<bool()> spellCheck;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,

@@ -18,6 +18,7 @@
 #include "control/shortcuts.h"
 #include "control/sourceview.h"
 #include "platform/designsurface.h"
+#include "platform/hunspell/dictionaries.h"
 #include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
 #include "platform/scintilla/sourceeditor.h"
@@ -25,6 +26,7 @@
 #include "text/findreplace.h"
 #include "text/printing.h"
 #include "text/scriptinjection.h"
+#include "text/spellingcheck.h"
 
 #include <QAction>
 #include <QApplication>
@@ -102,6 +104,9 @@ public:
     QMetaObject::Connection focusConnection;
     std::unique_ptr<Text::DesignSearch> designSearch;
     QPointer<Platform::FindReplaceDialog> findDialog;
+    std::unique_ptr<Platform::Dictionaries> dictionaries;
+    std::unique_ptr<Text::SpellingCheck> spelling;
+    void applySpellingUnderlines();
 
     mutable QPointer<clsContextMenu> contextMenu;
     mutable QPointer<clsToolbar> toolbar;
@@ -203,6 +208,13 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     });
     QObject::connect(findAction, &QAction::triggered, q, [this] { executor->executeCommand(38); });
     executorHooks.showFindDialog = [this] { showFindDialog(); };
+    dictionaries = std::make_unique<Platform::Dictionaries>();
+    spelling = std::make_unique<Text::SpellingCheck>(*surface, *dictionaries);
+    executorHooks.spellCheck = [this] {
+        const bool changed = spelling->checkDocument(*dialogs, *prompts);
+        applySpellingUnderlines();
+        return changed;
+    };
     executor = std::make_unique<Commands::Executor>(
         *surface, *selection, references, std::move(executorHooks));
     Commands::ContextMenus::Hooks menuHooks;
@@ -211,6 +223,15 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     menuHooks.settings = [q]() -> clsContextMenu & { return *q->ContextMenu(); };
     menuHooks.execute = [this](int number) { executor->executeCommand(number); };
     menuHooks.elementProperties = [this] { executor->dialogs().elementProperties(); };
+    menuHooks.spellingSuggestions = [this](const QPoint &position) -> std::optional<QStringList> {
+        if (const auto word = spelling->misspeltAt(position))
+            return word->suggestions;
+        return std::nullopt;
+    };
+    menuHooks.replaceMisspelt = [q, this](const QString &replacement) {
+        if (spelling->replaceMisspelt(replacement))
+            q->setisDirty(true);
+    };
     menuHooks.customClicked = [q](const QString &key) {
         QString sCustomMenuKey = key;
         Q_EMIT q->CustomContextMenuClick(sCustomMenuKey);
@@ -379,6 +400,7 @@ void HTMLEditorComponent::Private::onDocumentComplete()
             }
         }
     }
+    applySpellingUnderlines();
     Q_EMIT q->DocumentLoaded();
 }
 
@@ -422,7 +444,18 @@ void HTMLEditorComponent::Private::applySideEffect(const QString &name)
         Control::DocumentFields::setKeyWords(*surface, settings.KeyWords);
     } else if (name == QLatin1String("ScrollBars")) {
         surface->setScrollBarsVisible(settings.ScrollBars);
+    } else if (name == QLatin1String("SpellCheckAsYouType")) {
+        applySpellingUnderlines();
     }
+}
+
+// The underlines use the dictionary of the last spelling check, else the system's.
+void HTMLEditorComponent::Private::applySpellingUnderlines()
+{
+    const QString dictionary = spelling->dictionary().isEmpty()
+        ? dictionaries->systemDictionary()
+        : spelling->dictionary();
+    surface->setSpellingUnderlines(settings.SpellCheckAsYouType, {dictionary});
 }
 
 void HTMLEditorComponent::Private::applyEnabled()
@@ -1273,6 +1306,16 @@ void HTMLEditorComponent::setScrollBars(bool value)
     d->assign(QStringLiteral("ScrollBars"), QVariant::fromValue(value));
 }
 
+bool HTMLEditorComponent::SpellCheckAsYouType() const
+{
+    return d->settings.SpellCheckAsYouType;
+}
+
+void HTMLEditorComponent::setSpellCheckAsYouType(bool value)
+{
+    d->assign(QStringLiteral("SpellCheckAsYouType"), QVariant::fromValue(value));
+}
+
 // Editing commands: each hands its number to the executor.
 
 void HTMLEditorComponent::Bold()
@@ -1498,6 +1541,16 @@ void HTMLEditorComponent::FlashProperties()
 void HTMLEditorComponent::SpellCheck()
 {
     d->executor->executeCommand(46);
+}
+
+bool HTMLEditorComponent::FindSpellingError()
+{
+    return DesignViewActive() && d->spelling->findSpellingError();
+}
+
+bool HTMLEditorComponent::FindDoubledWord()
+{
+    return DesignViewActive() && d->spelling->findDoubledWord();
 }
 
 void HTMLEditorComponent::PageProperties()

@@ -72,6 +72,7 @@ constexpr PropertyInfo propertyTable[] = {
     plain(VANTRY_FIELD(ChangeImageOnDblClick)),
     plain(VANTRY_FIELD(DisableContextMenus)),
     plain(VANTRY_FIELD(ScrollBars)),
+    plain(VANTRY_FIELD(SpellCheckAsYouType)),
 };
 
 #undef VANTRY_FIELD
@@ -124,6 +125,7 @@ constexpr std::string_view bagOrderNames[] = {
     "DefaultFontSize",
     "DefaultFontColor",
     "ApplicationDirectoryPath",
+    "SpellCheckAsYouType",
 };
 
 constexpr std::string_view toStdView(QLatin1StringView view)

@@ -61,6 +61,7 @@ struct Settings
     bool ChangeImageOnDblClick = false;
     bool DisableContextMenus = false;
     bool ScrollBars = false;
+    bool SpellCheckAsYouType = true;
 };
 
 using SettingsField = std::variant<QString Settings::*, bool Settings::*, qint16 Settings::*>;

@@ -1,5 +1,7 @@
 #include <VantryHTMLEditor/EditorDialogs.h>
 
+#include "dialogs/spellingdialog.h"
+
 #include <QWidget>
 
 namespace Vantry {
@@ -10,11 +12,27 @@ WidgetDialogs::WidgetDialogs(QWidget *parent)
     : m_parent(parent)
 { }
 
-WidgetDialogs::~WidgetDialogs() = default;
+WidgetDialogs::~WidgetDialogs()
+{
+    delete m_spelling;
+}
 
 QWidget *WidgetDialogs::window() const
 {
     return m_parent ? m_parent->window() : nullptr;
+}
+
+EditorDialogs::SpellingAnswer WidgetDialogs::spellingWord(const SpellingQuestion &question)
+{
+    if (!m_spelling)
+        m_spelling = new Dialogs::SpellingDialog(window());
+    return m_spelling->ask(question);
+}
+
+void WidgetDialogs::spellingDone()
+{
+    if (m_spelling)
+        m_spelling->deleteLater();
 }
 
 } // namespace Vantry

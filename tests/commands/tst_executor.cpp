@@ -967,7 +967,6 @@ void tst_Executor::dialogCommandsSayWhatIsComing_data()
     QTest::newRow("UploadImage") << &HTMLEditorComponent::UploadImage;
     QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
     QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
-    QTest::newRow("SpellCheck") << &HTMLEditorComponent::SpellCheck;
 }
 
 void tst_Executor::dialogCommandsSayWhatIsComing()

@@ -43,7 +43,8 @@ const QStringList expectedBagOrder = QStringLiteral(
     "ReturnFullDocument MakePathsRelativeOnSave Enabled LinkTargets ToolbarDisplay "
     "TabStripDisplay PageTitle KeyWords ChangeImageOnDblClickTags RelativePathToRoot "
     "ChangeImageOnDblClick DisableContextMenus ScrollBars IncermentExistingFileNames "
-    "DefaultFontName DefaultFontSize DefaultFontColor ApplicationDirectoryPath")
+    "DefaultFontName DefaultFontSize DefaultFontColor ApplicationDirectoryPath "
+    "SpellCheckAsYouType")
                                          .split(u' ');
 
 // Every field away from its default, with texts that INI files tend to mangle.
