@@ -5,8 +5,8 @@
 #include "commandsbench.h"
 #include "documents.h"
 #include "replaceall.h"
-#include "spelling.h"
 #include "report.h"
+#include "spelling.h"
 #include "subjects.h"
 #include "typing.h"
 

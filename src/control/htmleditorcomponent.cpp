@@ -452,9 +452,8 @@ void HTMLEditorComponent::Private::applySideEffect(const QString &name)
 // The underlines use the dictionary of the last spelling check, else the system's.
 void HTMLEditorComponent::Private::applySpellingUnderlines()
 {
-    const QString dictionary = spelling->dictionary().isEmpty()
-        ? dictionaries->systemDictionary()
-        : spelling->dictionary();
+    const QString dictionary = spelling->dictionary().isEmpty() ? dictionaries->systemDictionary()
+                                                                : spelling->dictionary();
     surface->setSpellingUnderlines(settings.SpellCheckAsYouType, {dictionary});
 }
 

@@ -31,6 +31,15 @@ QString engineDictionaryFolder()
 
 } // namespace
 
+// The engine looks for its dictionaries once, as it starts; a host that set the folder
+// itself keeps it.
+void WebEngineDesignSurface::useEngineDictionaries()
+{
+    const QString folder = engineDictionaryFolder();
+    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DICTIONARIES_PATH") && !folder.isEmpty())
+        qputenv("QTWEBENGINE_DICTIONARIES_PATH", QFile::encodeName(folder));
+}
+
 DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
 {
     const QVariantMap answer
@@ -92,10 +101,6 @@ bool WebEngineDesignSurface::setSpellingUnderlines(bool on, const QStringList &d
         profile->setSpellCheckEnabled(false);
         return true;
     }
-    // The engine reads the folder once, when it first loads a dictionary.
-    const QString folder = engineDictionaryFolder();
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DICTIONARIES_PATH") && !folder.isEmpty())
-        qputenv("QTWEBENGINE_DICTIONARIES_PATH", QFile::encodeName(folder));
     const QString searched = qEnvironmentVariable("QTWEBENGINE_DICTIONARIES_PATH");
     QStringList languages;
     for (QString name : dictionaries) {
