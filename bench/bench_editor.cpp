@@ -276,7 +276,8 @@ int main(int argc, char **argv)
         QStringLiteral("study"), QStringLiteral("Also break the time of a key press down."));
     const QCommandLineOption onlyOption(QStringLiteral("only"),
         QStringLiteral(
-            "Run only these workloads: startup, load, fetch, replace, typing (comma list)."),
+            "Run only these workloads: startup, load, fetch, replace, spelling, typing (comma "
+            "list)."),
         QStringLiteral("list"));
     const QCommandLineOption keysOption(QStringLiteral("keys"),
         QStringLiteral("Key presses per typing case."), QStringLiteral("n"), QStringLiteral("40"));

@@ -229,8 +229,11 @@ bool SpellingCheck::checkDocument(EditorDialogs &dialogs, UserPrompts &prompts)
     Position at;
     std::optional<Found> found = nextMisspelt(at);
     while (found) {
-        if (!select(*found))
+        if (!select(*found)) {
+            prompts.critical(
+                QStringLiteral("The spelling check stopped: ") + m_surface.lastError());
             break;
+        }
         const WordInContext context = sentenceAround(m_runs[found->at.run].text, found->word);
         EditorDialogs::SpellingQuestion question{found->text, context.sentence, context.wordStart,
             m_dictionaries.suggestions(found->dictionary, found->text), found->dictionary,
