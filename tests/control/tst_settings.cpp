@@ -119,6 +119,7 @@ void TestSettings::defaults()
         {QStringLiteral("DefaultFontName"), QStringLiteral("arial")},
         {QStringLiteral("DefaultFontSize"), QStringLiteral("10pt")},
         {QStringLiteral("DefaultFontColor"), QStringLiteral("#000000")},
+        {QStringLiteral("SpellCheckAsYouType"), true},
     };
 
     Settings settings = changedSettings();
