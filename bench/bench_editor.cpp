@@ -6,6 +6,7 @@
 #include "documents.h"
 #include "replaceall.h"
 #include "report.h"
+#include "spelling.h"
 #include "subjects.h"
 #include "typing.h"
 
@@ -275,7 +276,8 @@ int main(int argc, char **argv)
         QStringLiteral("study"), QStringLiteral("Also break the time of a key press down."));
     const QCommandLineOption onlyOption(QStringLiteral("only"),
         QStringLiteral(
-            "Run only these workloads: startup, load, fetch, replace, typing (comma list)."),
+            "Run only these workloads: startup, load, fetch, replace, spelling, typing (comma "
+            "list)."),
         QStringLiteral("list"));
     const QCommandLineOption keysOption(QStringLiteral("keys"),
         QStringLiteral("Key presses per typing case."), QStringLiteral("n"), QStringLiteral("40"));
@@ -343,6 +345,9 @@ int main(int argc, char **argv)
 
     if (options.wants(QStringLiteral("commands")))
         commandsWorkload(report, docs, *ours, *baseline, options.reps(21));
+
+    if (options.wants(QStringLiteral("spelling")))
+        spellingWorkload(report, docs, *ours, options.reps(7));
 
     const bool typingWanted = options.wants(QStringLiteral("typing")) || options.study;
     if (typingWanted && !renew()) {

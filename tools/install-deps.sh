@@ -11,7 +11,7 @@ PACKAGES=(
   qt6-svg-dev libqt6svg6
   qt6-tools-dev qt6-tools-dev-tools
   libqscintilla2-qt6-dev
-  libhunspell-dev hunspell-en-us
+  libhunspell-dev hunspell-en-us hunspell-de-de
   libcurl4-openssl-dev
   python3-pyftpdlib python3-openssl openssl
   breeze-icon-theme

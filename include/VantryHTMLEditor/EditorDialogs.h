@@ -16,6 +16,10 @@ namespace Vantry {
 
 class UserPrompts;
 
+namespace Dialogs {
+class SpellingDialog;
+}
+
 // The editor's own dialogs: table, image, link, page, style, element properties, spelling
 // and upload. The editor fills a dialog's values from the document, hands them here, and
 // writes back what comes out; a host that wants its own dialogs (its look, a web form,
@@ -78,6 +82,48 @@ public:
     // Lets the user choose image files and a server folder inside FTP_RistrictedDirectory
     // and, in the editor's own form, uploads them. The default refuses (cancelled).
     virtual bool imageUpload(ImageUploadValues &values);
+
+    // ---- spelling ----------------------------------------------------------------------
+    // The spelling check (SpellCheck) walks the misspelt words of the document in reading
+    // order. For each it selects the word in the document and asks spellingWord what the
+    // user does; at the end, or when the user cancels, it calls spellingDone once.
+    struct SpellingQuestion
+    {
+        QString word;
+        // The sentence around the word, and where the word starts in it.
+        QString sentence;
+        qsizetype wordStart = 0;
+        QStringList suggestions;
+        // The dictionary in use ("en_US") and the installed ones the user can switch to.
+        QString dictionary;
+        QStringList dictionaries;
+        // Whether there is an answer that Undo Last can take back.
+        bool canUndo = false;
+    };
+    struct SpellingAnswer
+    {
+        enum class Action
+        {
+            // Replace this word (Change) or it and every later one like it (ChangeAll)
+            // with text.
+            Change,
+            ChangeAll,
+            Ignore,
+            // Accept the word for the rest of the session.
+            IgnoreAll,
+            // Accept it from now on: it goes into the user's personal word list.
+            AddToDictionary,
+            // Take back the last answer and ask about its word again.
+            UndoLast,
+            // Check with the dictionary named in text from this word on.
+            SwitchDictionary,
+            Cancel
+        };
+        Action action = Action::Cancel;
+        QString text;
+    };
+    virtual SpellingAnswer spellingWord(const SpellingQuestion &question) = 0;
+    virtual void spellingDone() = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -94,6 +140,10 @@ public:
     // The ImageUpload form: browses the server, uploads with progress and Cancel.
     bool imageUpload(ImageUploadValues &values) override;
 
+    // One dialog stays open over the whole walk, modal to the window.
+    SpellingAnswer spellingWord(const SpellingQuestion &question) override;
+    void spellingDone() override;
+
 protected:
     // The window the dialogs are modal to; none once parent is gone.
     QWidget *window() const;
@@ -104,6 +154,8 @@ protected:
 private:
     QPointer<QWidget> m_parent;
     mutable std::unique_ptr<UserPrompts> m_ownPrompts;
+
+    QPointer<Dialogs::SpellingDialog> m_spelling;
 };
 
 } // namespace Vantry

@@ -82,6 +82,7 @@ class VANTRYHTMLEDITOR_EXPORT HTMLEditorComponent : public QWidget
     Q_PROPERTY(bool ChangeImageOnDblClick READ ChangeImageOnDblClick WRITE setChangeImageOnDblClick)
     Q_PROPERTY(bool DisableContextMenus READ DisableContextMenus WRITE setDisableContextMenus)
     Q_PROPERTY(bool ScrollBars READ ScrollBars WRITE setScrollBars)
+    Q_PROPERTY(bool SpellCheckAsYouType READ SpellCheckAsYouType WRITE setSpellCheckAsYouType)
     Q_PROPERTY(Vantry::clsContextMenu *ContextMenu READ ContextMenu WRITE setContextMenu)
     Q_PROPERTY(Vantry::clsToolbar *Toolbar READ Toolbar WRITE setToolbar)
     Q_PROPERTY(Vantry::clsStyle *StyleSheet READ StyleSheet WRITE setStyleSheet)
@@ -189,6 +190,9 @@ public:
     void setDisableContextMenus(bool value);
     bool ScrollBars() const;
     void setScrollBars(bool value);
+    // Misspelt words are underlined in the design view while the user types (on by default).
+    bool SpellCheckAsYouType() const;
+    void setSpellCheckAsYouType(bool value);
 
     // Companion objects. The editor creates each on first use when the host set none;
     // an object the host sets stays the host's.
@@ -394,6 +398,11 @@ public:
     // Returns false, inserting nothing, when a key names no argument of the method.
     Q_INVOKABLE bool InsertTABLENoPrompt(const QVariantMap &arguments);
     Q_INVOKABLE bool InsertTABLENoPrompt2(const QVariantMap &arguments);
+    // Select the next misspelt word, or the second of a word written twice in a row ("the
+    // the"), after the selection and scroll it into view. False when there is none up to
+    // the end of the document: the search never wraps, and the selection stays.
+    Q_INVOKABLE bool FindSpellingError();
+    Q_INVOKABLE bool FindDoubledWord();
 
 Q_SIGNALS:
     void ImageInserted(QVariant &sFileName, QVariant &sFilePath);

@@ -146,9 +146,21 @@ void ContextMenus::choose(const ContextMenuEntry &entry)
 void ContextMenus::popup(QWidget *view, const QPoint &position)
 {
     const QList<ContextMenuEntry> entries = entriesForSelection();
-    if (entries.isEmpty())
+    std::optional<QStringList> suggestions;
+    if (m_hooks.spellingSuggestions && m_hooks.designViewActive() && !m_hooks.disabled())
+        suggestions = m_hooks.spellingSuggestions(position);
+    if (entries.isEmpty() && !suggestions)
         return;
     QMenu menu(view);
+    // Suggestions carry a negative index, entries their own.
+    if (suggestions) {
+        for (qsizetype i = 0; i < suggestions->size(); ++i)
+            menu.addAction(suggestions->at(i))->setData(QVariant::fromValue(-1 - i));
+        if (suggestions->isEmpty())
+            menu.addAction(QStringLiteral("(no suggestions)"))->setEnabled(false);
+        if (!entries.isEmpty())
+            menu.addSeparator();
+    }
     for (qsizetype i = 0; i < entries.size(); ++i) {
         if (entries[i].kind == Kind::Separator)
             menu.addSeparator();
@@ -156,8 +168,13 @@ void ContextMenus::popup(QWidget *view, const QPoint &position)
             menu.addAction(entries[i].caption)->setData(QVariant::fromValue(i));
     }
     const QAction *chosen = menu.exec(view ? view->mapToGlobal(position) : position);
-    if (chosen)
-        choose(entries.value(chosen->data().value<qsizetype>()));
+    if (!chosen)
+        return;
+    const qsizetype index = chosen->data().value<qsizetype>();
+    if (index < 0)
+        m_hooks.replaceMisspelt(suggestions->value(-1 - index));
+    else
+        choose(entries.value(index));
 }
 
 } // namespace Vantry::Commands

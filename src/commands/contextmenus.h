@@ -5,8 +5,10 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class QPoint;
 class QWidget;
@@ -68,6 +70,10 @@ public:
         std::function<void(Command command)> execute;
         std::function<void()> elementProperties;
         std::function<void(const QString &key)> customClicked;
+        // The misspelt word at a point of the view and its suggestions, which head the menu;
+        // nothing when the word there is fine. Choosing one hands it to replaceMisspelt.
+        std::function<std::optional<QStringList>(const QPoint &position)> spellingSuggestions;
+        std::function<void(const QString &replacement)> replaceMisspelt;
     };
 
     ContextMenus(Platform::DesignSurface &surface, SelectionAccess &selection, Hooks hooks);

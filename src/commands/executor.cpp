@@ -68,11 +68,6 @@ bool PendingDialogLauncher::elementProperties()
     return announce(QStringLiteral("The element properties dialog"));
 }
 
-bool PendingDialogLauncher::spellCheck(const QString &)
-{
-    return announce(QStringLiteral("Spell checking"));
-}
-
 EditorDialogLauncher::EditorDialogLauncher(Platform::DesignSurface &surface,
     SelectionAccess &selection, DocumentReferences &references, Executor::Hooks hooks)
     : PendingDialogLauncher(hooks.prompts)
@@ -221,10 +216,8 @@ bool Executor::dispatch(Command command, const CommandEntry &entry)
     case CommandAction::GuardedDelete:
         return deleteTablePart(m_surface, m_selection, m_references, prompts(), command)
             == TableEdit::Done;
-    case CommandAction::SpellCheck: {
-        const QString body = m_surface.bodyInnerHTML();
-        return !m_surface.lastCallFailed() && m_dialogs->spellCheck(body);
-    }
+    case CommandAction::SpellCheck:
+        return m_hooks.spellCheck && m_hooks.spellCheck();
     case CommandAction::ImageFromArguments:
         return imageFromArguments();
     case CommandAction::TableFromArguments:

@@ -54,7 +54,6 @@ public:
     virtual bool tableProperties() = 0;
     virtual bool cellProperties() = 0;
     virtual bool elementProperties() = 0;
-    virtual bool spellCheck(const QString &bodyHtml) = 0;
 };
 
 // Until the dialogs exist the user is told which one the command will open; nothing
@@ -72,7 +71,6 @@ public:
     bool tableProperties() override;
     bool cellProperties() override;
     bool elementProperties() override;
-    bool spellCheck(const QString &bodyHtml) override;
 
 private:
     bool announce(const QString &what);
@@ -117,6 +115,8 @@ public:
         std::function<QString()> imageDirectory;
         // Command 14; unset announces the form through the dialog launcher.
         std::function<bool()> uploadImage;
+        // The spelling check's walk over the document; true when it changed the document.
+        std::function<bool()> spellCheck;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,

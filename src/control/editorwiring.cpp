@@ -1,3 +1,5 @@
+#include "platform/hunspell/dictionaries.h"
+#include "text/spellingcheck.h"
 #include "images/uploadcommand.h"
 #include "commands/companionlinks.h"
 #include "control/htmleditorcomponent_p.h"
@@ -94,6 +96,13 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         [this]() -> const Control::Settings & { return settings; },
         [this]() -> EditorDialogs & { return *dialogs; }, currentPrompts});
     executorHooks.uploadImage = [this] { return upload->run(); };
+    dictionaries = std::make_unique<Platform::Dictionaries>();
+    spelling = std::make_unique<Text::SpellingCheck>(*surface, *dictionaries);
+    executorHooks.spellCheck = [this] {
+        const bool changed = spelling->checkDocument(*dialogs, *prompts);
+        applySpellingUnderlines();
+        return changed;
+    };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
@@ -115,6 +124,15 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     menuHooks.settings = [q]() -> clsContextMenu & { return *q->ContextMenu(); };
     menuHooks.execute = [this](Command command) { executor->executeCommand(command); };
     menuHooks.elementProperties = [this] { executor->dialogs().elementProperties(); };
+    menuHooks.spellingSuggestions = [this](const QPoint &position) -> std::optional<QStringList> {
+        if (const auto word = spelling->misspeltAt(position))
+            return word->suggestions;
+        return std::nullopt;
+    };
+    menuHooks.replaceMisspelt = [q, this](const QString &replacement) {
+        if (spelling->replaceMisspelt(replacement))
+            q->setisDirty(true);
+    };
     menuHooks.customClicked = [q](const QString &key) {
         QString sCustomMenuKey = key;
         Q_EMIT q->CustomContextMenuClick(sCustomMenuKey);
@@ -156,7 +174,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     firstDocument = std::make_unique<Control::FirstDocument>(
         settings, *exchange, *surface, std::move(firstHooks));
     Control::EventRelay::Hooks relayHooks;
-    relayHooks.documentComplete = [this] { firstDocument->documentComplete(); };
+    relayHooks.documentComplete = [this] {
+        firstDocument->documentComplete();
+        applySpellingUnderlines();
+    };
     relay = std::make_unique<Control::EventRelay>(*q, settings, *surface, *sourceView->editor(),
         *toolbarControls, *menus, std::move(relayHooks));
 }
@@ -224,7 +245,17 @@ void HTMLEditorComponent::Private::applyEffect(PropertyEffect effect)
     case PropertyEffect::ScrollBars:
         surface->setScrollBarsVisible(settings.ScrollBars);
         break;
+    case PropertyEffect::SpellingUnderlines:
+        applySpellingUnderlines();
+        break;
     }
+}
+
+void HTMLEditorComponent::Private::applySpellingUnderlines()
+{
+    const QString dictionary = spelling->dictionary().isEmpty() ? dictionaries->systemDictionary()
+                                                                : spelling->dictionary();
+    surface->setSpellingUnderlines(settings.SpellCheckAsYouType, {dictionary});
 }
 
 void HTMLEditorComponent::Private::applyEnabled()

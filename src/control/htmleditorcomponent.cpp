@@ -417,6 +417,7 @@ VANTRY_STORED_PROPERTY(QString, ApplicationDirectoryPath)
 VANTRY_STORED_PROPERTY(bool, ChangeImageOnDblClick)
 VANTRY_STORED_PROPERTY(bool, DisableContextMenus)
 VANTRY_STORED_PROPERTY(bool, ScrollBars)
+VANTRY_STORED_PROPERTY(bool, SpellCheckAsYouType)
 
 #undef VANTRY_STORED_PROPERTY
 
@@ -588,6 +589,16 @@ bool HTMLEditorComponent::InsertTABLENoPrompt(const QVariantMap &arguments)
 bool HTMLEditorComponent::InsertTABLENoPrompt2(const QVariantMap &arguments)
 {
     return d->insertTableByName(arguments, true);
+}
+
+bool HTMLEditorComponent::FindSpellingError()
+{
+    return DesignViewActive() && d->spelling->findSpellingError();
+}
+
+bool HTMLEditorComponent::FindDoubledWord()
+{
+    return DesignViewActive() && d->spelling->findDoubledWord();
 }
 
 } // namespace Vantry

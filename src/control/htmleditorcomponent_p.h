@@ -14,6 +14,14 @@ namespace Vantry::Images {
 class ImageUploadCommand;
 } // namespace Vantry::Images
 
+namespace Vantry::Platform {
+class Dictionaries;
+} // namespace Vantry::Platform
+
+namespace Vantry::Text {
+class SpellingCheck;
+} // namespace Vantry::Text
+
 namespace Vantry {
 
 namespace Platform {
@@ -63,6 +71,8 @@ public:
         return slot;
     }
     void attachStyle(clsStyle *style);
+    // The underlines use the dictionary of the last spelling check, else the system's.
+    void applySpellingUnderlines();
 
     HTMLEditorComponent *q;
     Control::Settings settings;
@@ -73,6 +83,8 @@ public:
     std::unique_ptr<Platform::UserPrompts> prompts;
     std::unique_ptr<EditorDialogs> dialogs;
     std::unique_ptr<Images::ImageUploadCommand> upload;
+    std::unique_ptr<Platform::Dictionaries> dictionaries;
+    std::unique_ptr<Text::SpellingCheck> spelling;
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Text::FindReplace> finder;

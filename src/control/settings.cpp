@@ -75,6 +75,7 @@ constexpr PropertyInfo propertyTable[] = {
     plain(VANTRY_FIELD(ChangeImageOnDblClick)),
     plain(VANTRY_FIELD(DisableContextMenus)),
     plain(VANTRY_FIELD(ScrollBars), ScrollBars),
+    plain(VANTRY_FIELD(SpellCheckAsYouType), SpellingUnderlines),
 };
 
 #undef VANTRY_FIELD
@@ -127,6 +128,7 @@ constexpr std::string_view bagOrderNames[] = {
     "DefaultFontSize",
     "DefaultFontColor",
     "ApplicationDirectoryPath",
+    "SpellCheckAsYouType",
 };
 
 constexpr std::string_view toStdView(QLatin1StringView view)

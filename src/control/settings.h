@@ -61,6 +61,7 @@ struct Settings
     bool ChangeImageOnDblClick = false;
     bool DisableContextMenus = false;
     bool ScrollBars = false;
+    bool SpellCheckAsYouType = true;
 };
 
 using SettingsField = std::variant<QString Settings::*, bool Settings::*, qint16 Settings::*>;
@@ -81,7 +82,8 @@ enum class PropertyEffect
     TabStripDisplay,
     PageTitle,
     KeyWords,
-    ScrollBars
+    ScrollBars,
+    SpellingUnderlines
 };
 
 // The description of one stored property: its interface name, where it lives in Settings,

@@ -8,6 +8,8 @@
 
 #include "dialogs/imageuploadform.h"
 
+#include "dialogs/spellingdialog.h"
+
 #include <QWidget>
 
 namespace Vantry {
@@ -24,7 +26,10 @@ WidgetDialogs::WidgetDialogs(QWidget *parent)
     : m_parent(parent)
 { }
 
-WidgetDialogs::~WidgetDialogs() = default;
+WidgetDialogs::~WidgetDialogs()
+{
+    delete m_spelling;
+}
 
 QWidget *WidgetDialogs::window() const
 {
@@ -82,6 +87,19 @@ bool WidgetDialogs::imageUpload(ImageUploadValues &values)
     form.exec();
     values = form.values();
     return !values.cancelled;
+}
+
+EditorDialogs::SpellingAnswer WidgetDialogs::spellingWord(const SpellingQuestion &question)
+{
+    if (!m_spelling)
+        m_spelling = new Dialogs::SpellingDialog(window());
+    return m_spelling->ask(question);
+}
+
+void WidgetDialogs::spellingDone()
+{
+    if (m_spelling)
+        m_spelling->deleteLater();
 }
 
 } // namespace Vantry

@@ -37,6 +37,35 @@ bool DesignSurface::findNext(const QString &, const SearchOptions &)
     return false;
 }
 
+DesignSurface::SpellingText DesignSurface::spellingText()
+{
+    setLastError(QStringLiteral("Spelling is not supported"));
+    return {};
+}
+
+bool DesignSurface::selectSpellingText(TextPoint, TextPoint)
+{
+    setLastError(QStringLiteral("Spelling is not supported"));
+    return false;
+}
+
+QList<std::pair<int, QString>> DesignSurface::replaceSpellingText(const QList<SpellingEdit> &)
+{
+    setLastError(QStringLiteral("Spelling is not supported"));
+    return {};
+}
+
+DesignSurface::TextAtPoint DesignSurface::spellingTextAt(const QPoint &)
+{
+    setLastError(QStringLiteral("Spelling is not supported"));
+    return {};
+}
+
+bool DesignSurface::setSpellingUnderlines(bool, const QStringList &)
+{
+    return false;
+}
+
 bool DesignSurface::displaySwitch(const QString &)
 {
     return false;

@@ -309,6 +309,54 @@ public:
         return m_shortcutClaim ? m_shortcutClaim(keys) : KeyClaim::Engine;
     }
 
+    // The spelling check's access to the text. spellingText reads every text node of the
+    // body outside scripts, styles and form controls, in reading order, in one call; the
+    // calls after it address those nodes by index until the next read. A text point is a
+    // node index and an offset in that node's text.
+    struct TextPoint
+    {
+        int node = 0;
+        int offset = 0;
+    };
+    struct SpellingText
+    {
+        QStringList texts;
+        // Per node: an index into languages (the lang attribute in force, "" for none).
+        QList<int> languageOf;
+        // Per node: whether a new run of text starts there (a block or line break before
+        // it), so that words never join across.
+        QList<bool> runStarts;
+        QStringList languages;
+        QString documentLanguage;
+        // Where the selection ends.
+        TextPoint selectionEnd;
+    };
+    virtual SpellingText spellingText();
+    // Selects the text between two points and scrolls it into view.
+    virtual bool selectSpellingText(TextPoint start, TextPoint end);
+    struct SpellingEdit
+    {
+        TextPoint start;
+        TextPoint end;
+        QString text;
+    };
+    // Replaces text inside text nodes, in one step the user can undo; the edits come in
+    // document order. Returns the new text of every node changed, empty when it failed.
+    virtual QList<std::pair<int, QString>> replaceSpellingText(const QList<SpellingEdit> &edits);
+    // The text node at a point of the view (as the context menu reports it), read as node 0
+    // for the calls above: its text, the point's offset in it and its language. No text
+    // there gives offset -1.
+    struct TextAtPoint
+    {
+        QString text;
+        int offset = -1;
+        QString language;
+    };
+    virtual TextAtPoint spellingTextAt(const QPoint &viewPoint);
+    // The engine's own underlining of misspelt words while typing, with the dictionaries
+    // of the languages given ("en_US"); false when this surface cannot underline.
+    virtual bool setSpellingUnderlines(bool on, const QStringList &dictionaries);
+
 Q_SIGNALS:
     void documentComplete();
     void displayChanged();

@@ -972,7 +972,6 @@ void tst_Executor::dialogCommandsSayWhatIsComing_data()
     QTest::newRow("InsertImage") << &HTMLEditorComponent::InsertImage;
     QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
     QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
-    QTest::newRow("SpellCheck") << &HTMLEditorComponent::SpellCheck;
 }
 
 void tst_Executor::dialogCommandsSayWhatIsComing()

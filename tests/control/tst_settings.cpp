@@ -51,7 +51,8 @@ const QStringList expectedBagOrder = QStringLiteral(
     "ReturnFullDocument MakePathsRelativeOnSave Enabled LinkTargets ToolbarDisplay "
     "TabStripDisplay PageTitle KeyWords ChangeImageOnDblClickTags RelativePathToRoot "
     "ChangeImageOnDblClick DisableContextMenus ScrollBars IncermentExistingFileNames "
-    "DefaultFontName DefaultFontSize DefaultFontColor ApplicationDirectoryPath")
+    "DefaultFontName DefaultFontSize DefaultFontColor ApplicationDirectoryPath "
+    "SpellCheckAsYouType")
                                          .split(u' ');
 
 // Every field away from its default, with texts that INI files tend to mangle.
@@ -120,6 +121,7 @@ void TestSettings::defaults()
         {QStringLiteral("DefaultFontName"), QStringLiteral("arial")},
         {QStringLiteral("DefaultFontSize"), QStringLiteral("10pt")},
         {QStringLiteral("DefaultFontColor"), QStringLiteral("#000000")},
+        {QStringLiteral("SpellCheckAsYouType"), true},
     };
 
     Settings settings = changedSettings();

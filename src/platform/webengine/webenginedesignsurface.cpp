@@ -97,6 +97,7 @@ const char blankDocument[] = "<html><head></head><body></body></html>";
 WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     : DesignSurface(parent)
 {
+    useEngineDictionaries();
     m_view = new QWebEngineView(parent);
     auto *page = new EditingPage(m_view);
     m_view->setPage(page);
@@ -141,7 +142,7 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     page->scripts().insert(adapterScript(QStringLiteral("vantry-adapter"),
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
     for (const char *name : {"texttags", "reader", "selection", "search", "elements", "commands",
-             "tables", "positioning", "marks", "find"}) {
+             "tables", "positioning", "marks", "find", "spelling"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));

@@ -111,6 +111,12 @@ public:
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr) override;
     void requestStatus(const QList<int> &commandIds, StatusAnswer done) override;
 
+    SpellingText spellingText() override;
+    bool selectSpellingText(TextPoint start, TextPoint end) override;
+    QList<std::pair<int, QString>> replaceSpellingText(const QList<SpellingEdit> &edits) override;
+    TextAtPoint spellingTextAt(const QPoint &viewPoint) override;
+    bool setSpellingUnderlines(bool on, const QStringList &dictionaries) override;
+
     // Display switches of the editing view; what they draw never reaches the markup.
     bool setElementText(const Element &element, const QString &text) override;
     bool displaySwitch(const QString &name) override { return display(name); }
@@ -135,6 +141,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    static void useEngineDictionaries();
     void watchFocusProxy();
     void handleNotification(const QString &kind, const QVariantList &args);
     void deliverNotification(const QString &kind, const QVariantList &args);

@@ -1,0 +1,122 @@
+// The spelling side of the WebEngine design surface: the text walk through the adapter's
+// spelling operations, and the engine's own underlining while the user types.
+
+#include "platform/webengine/webenginedesignsurface.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+
+namespace Vantry::Platform {
+
+namespace {
+
+QVariantList pointArguments(DesignSurface::TextPoint start, DesignSurface::TextPoint end)
+{
+    return {start.node, start.offset, end.node, end.offset};
+}
+
+// The folder of the engine's dictionaries (Hunspell's converted at build time, named
+// "en-US.bdic"), installed or in the build tree.
+QString engineDictionaryFolder()
+{
+    for (const QString &folder : QStringLiteral(VANTRY_ENGINE_DICTIONARY_DIRS).split(u':')) {
+        if (!QDir(folder).entryList({QStringLiteral("*.bdic")}, QDir::Files).isEmpty())
+            return folder;
+    }
+    return {};
+}
+
+} // namespace
+
+// The engine looks for its dictionaries once, as it starts; a host that set the folder
+// itself keeps it.
+void WebEngineDesignSurface::useEngineDictionaries()
+{
+    const QString folder = engineDictionaryFolder();
+    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DICTIONARIES_PATH") && !folder.isEmpty())
+        qputenv("QTWEBENGINE_DICTIONARIES_PATH", QFile::encodeName(folder));
+}
+
+DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
+{
+    const QVariantMap answer
+        = callValue(QStringLiteral("spellingText"), {}, std::chrono::seconds(60)).toMap();
+    SpellingText text;
+    if (lastCallFailed())
+        return text;
+    text.texts = answer.value(QStringLiteral("t")).toStringList();
+    for (const QVariant &language : answer.value(QStringLiteral("l")).toList())
+        text.languageOf.append(language.toInt());
+    for (const QVariant &start : answer.value(QStringLiteral("b")).toList())
+        text.runStarts.append(start.toInt() != 0);
+    text.languages = answer.value(QStringLiteral("langs")).toStringList();
+    text.documentLanguage = answer.value(QStringLiteral("d")).toString();
+    const QVariantList selection = answer.value(QStringLiteral("s")).toList();
+    text.selectionEnd = {selection.value(0).toInt(), selection.value(1).toInt()};
+    if (text.languageOf.size() != text.texts.size() || text.runStarts.size() != text.texts.size()) {
+        setLastError(QStringLiteral("spellingText: the adapter's answer is malformed"));
+        return {};
+    }
+    return text;
+}
+
+bool WebEngineDesignSurface::selectSpellingText(TextPoint start, TextPoint end)
+{
+    return callBool(QStringLiteral("spellingSelect"), pointArguments(start, end));
+}
+
+QList<std::pair<int, QString>> WebEngineDesignSurface::replaceSpellingText(
+    const QList<SpellingEdit> &edits)
+{
+    QVariantList list;
+    for (const SpellingEdit &edit : edits)
+        list.append(QVariant(pointArguments(edit.start, edit.end) + QVariantList{edit.text}));
+    const QVariantList answer
+        = callValue(QStringLiteral("spellingReplace"), {QVariant(list)}, std::chrono::seconds(60))
+              .toList();
+    QList<std::pair<int, QString>> changed;
+    for (const QVariant &entry : answer) {
+        const QVariantList pair = entry.toList();
+        changed.append({pair.value(0).toInt(), pair.value(1).toString()});
+    }
+    return changed;
+}
+
+DesignSurface::TextAtPoint WebEngineDesignSurface::spellingTextAt(const QPoint &viewPoint)
+{
+    const QVariantList answer
+        = callValue(QStringLiteral("spellingTextAt"), {viewPoint.x(), viewPoint.y()}).toList();
+    if (answer.size() < 3)
+        return {};
+    return {answer[0].toString(), answer[1].toInt(), answer[2].toString()};
+}
+
+bool WebEngineDesignSurface::setSpellingUnderlines(bool on, const QStringList &dictionaries)
+{
+    QWebEngineProfile *profile = page()->profile();
+    if (!on) {
+        profile->setSpellCheckEnabled(false);
+        return true;
+    }
+    const QString searched = qEnvironmentVariable("QTWEBENGINE_DICTIONARIES_PATH");
+    QStringList languages;
+    for (QString name : dictionaries) {
+        name.replace(u'_', u'-');
+        if (QFileInfo::exists(searched + u'/' + name + QLatin1String(".bdic")))
+            languages.append(name);
+    }
+    if (languages.isEmpty()) {
+        setLastError(QStringLiteral("No converted dictionary for %1 in \"%2\"")
+                         .arg(dictionaries.join(QLatin1String(", ")), searched));
+        profile->setSpellCheckEnabled(false);
+        return false;
+    }
+    profile->setSpellCheckLanguages(languages);
+    profile->setSpellCheckEnabled(true);
+    return true;
+}
+
+} // namespace Vantry::Platform
