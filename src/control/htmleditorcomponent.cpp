@@ -15,6 +15,7 @@
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
 #include "text/findreplace.h"
+#include "text/spellingcheck.h"
 #include "text/printing.h"
 #include "text/scriptinjection.h"
 
