@@ -12,11 +12,11 @@ class UserPrompts;
 
 namespace Vantry::Platform {
 class DesignSurface;
+struct DocumentReferences;
 } // namespace Vantry::Platform
 
 namespace Vantry::Commands {
 class SelectionAccess;
-struct DocumentReferences;
 } // namespace Vantry::Commands
 
 // The table dialogs' round: read the document, fill the values, ask the dialog, write the
@@ -27,7 +27,7 @@ struct TableFlow
 {
     Platform::DesignSurface &surface;
     Commands::SelectionAccess &selection;
-    Commands::DocumentReferences &references;
+    Platform::DocumentReferences &references;
     EditorDialogs &dialogs;
     UserPrompts &prompts;
     // Where a chosen background image goes before its path is written; unset keeps it.

@@ -1,6 +1,6 @@
 #include "platform/hunspell/dictionaries.h"
 #include "text/spellingcheck.h"
-#include "images/uploadcommand.h"
+#include "control/uploadcommand.h"
 #include "commands/companionlinks.h"
 #include "control/htmleditorcomponent_p.h"
 

@@ -1,7 +1,7 @@
 #include "control/settings.h"
 #include "dialogs/imageuploadform.h"
 #include "images/filenames.h"
-#include "images/uploadcommand.h"
+#include "control/uploadcommand.h"
 #include "images/uploadflow.h"
 #include "images/uploadrules.h"
 

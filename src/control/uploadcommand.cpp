@@ -1,4 +1,4 @@
-#include "images/uploadcommand.h"
+#include "control/uploadcommand.h"
 
 #include "control/settings.h"
 #include "images/uploadflow.h"
