@@ -3,6 +3,7 @@
 // and their messages, the display toggles, the insertions from arguments and the menu
 // built for what lies under the selection.
 
+#include "../common/cancellingdialogs.h"
 #include "../common/enginetest.h"
 #include "../common/recordingprompts.h"
 
@@ -53,7 +54,7 @@ public:
 };
 
 // Answers the table dialogs as a user would, after looking at what they show.
-class TableAnswers : public EditorDialogs
+class TableAnswers : public CancellingDialogs
 {
 public:
     bool insertTable(InsertTableValues &values) override { return answer(insert, values); }
@@ -1061,7 +1062,7 @@ void tst_Executor::tableDialogsWriteOneUndoStep()
         std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
     const QString before = body();
 
-    m_executor->executeCommand(number);
+    m_executor->executeCommand(Commands::Command(number));
     const QString after = body();
     if (!info.isEmpty()) {
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{info});
@@ -1071,7 +1072,7 @@ void tst_Executor::tableDialogsWriteOneUndoStep()
     }
     QVERIFY2(after.contains(expected), qPrintable(after));
     QCOMPARE(m_dirtyMarks, 1);
-    m_executor->executeCommand(19);
+    m_executor->executeCommand(Commands::Command(19));
     QCOMPARE(body(), before);
 
     // Cancel writes nothing.
@@ -1079,14 +1080,15 @@ void tst_Executor::tableDialogsWriteOneUndoStep()
     answers.table = nullptr;
     answers.cell = nullptr;
     select(QStringLiteral("here"));
-    m_executor->executeCommand(number);
+    m_executor->executeCommand(Commands::Command(number));
     QCOMPARE(body(), before);
     QCOMPARE(m_dirtyMarks, 2);
+}
 
 namespace {
 
 // Records the upload form's values and cancels it.
-class CancellingUpload : public EditorDialogs
+class CancellingUpload : public CancellingDialogs
 {
 public:
     explicit CancellingUpload(ImageUploadValues *seen)

@@ -84,7 +84,7 @@ void fuzzSourceAndCommands(const QString &text, const QString &find, const QStri
     SourceText::parseMemberList(text);
 
     Commands::CheckBoolean(text);
-    Commands::toolbarKeyNumber(text);
+    Commands::toolbarKeyCommand(text);
     Control::findProperty(text);
     Commands::insertionMarkup(text.size() % 13, other);
 

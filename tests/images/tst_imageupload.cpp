@@ -5,6 +5,7 @@
 #include "images/uploadflow.h"
 #include "images/uploadrules.h"
 
+#include "../common/cancellingdialogs.h"
 #include "../common/recordingprompts.h"
 
 #include <QDir>
@@ -505,7 +506,7 @@ void tst_ImageUpload::formBrowsesInsideTheRestrictedFolder()
 namespace {
 
 // Answers the upload form like a host's own dialog that only chooses.
-class ChoosingDialogs : public EditorDialogs
+class ChoosingDialogs : public CancellingDialogs
 {
 public:
     bool imageUpload(ImageUploadValues &values) override

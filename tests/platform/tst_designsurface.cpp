@@ -648,7 +648,7 @@ void tst_DesignSurface::adapterOffersWhatTheSurfaceCalls()
     QList<int> used = Commands::SelectionState::queriedCommands();
     for (int number = 1; number <= 56; ++number) {
         // Commands that prompt open our own dialogs instead.
-        const Commands::CommandEntry entry = Commands::commandEntry(number);
+        const Commands::CommandEntry entry = Commands::commandEntry(Commands::Command(number));
         if (entry.option != Platform::DesignSurface::OptionPromptUser)
             used.append(entry.platformCommand);
     }
