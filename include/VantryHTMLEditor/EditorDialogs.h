@@ -1,5 +1,6 @@
 #pragma once
 
+#include <VantryHTMLEditor/ImageDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -36,6 +37,9 @@ public:
     virtual bool insertTable(InsertTableValues &values) = 0;
     virtual bool tableProperties(TablePropertiesValues &values) = 0;
     virtual bool cellProperties(CellPropertiesValues &values) = 0;
+
+    // Images. The values come filled from the image being edited, or empty for a new one.
+    virtual bool insertImage(ImageDialogValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -49,6 +53,9 @@ public:
     bool insertTable(InsertTableValues &values) override;
     bool tableProperties(TablePropertiesValues &values) override;
     bool cellProperties(CellPropertiesValues &values) override;
+
+    // Images.
+    bool insertImage(ImageDialogValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

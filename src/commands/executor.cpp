@@ -4,6 +4,7 @@
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
+#include "dialogs/imageflow.h"
 #include "dialogs/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -109,6 +110,15 @@ bool EditorDialogLauncher::cellProperties()
         m_hooks.prompts(), m_hooks.placeImage, QString()});
 }
 
+bool EditorDialogLauncher::imageDialog()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::imageDialog();
+    return Dialogs::editImage({m_surface, m_selection, m_references, m_hooks.dialogs(),
+        m_hooks.prompts(), m_hooks.placeImage,
+        m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+}
+
 Executor::Executor(
     DesignSurface &surface, SelectionAccess &selection, DocumentReferences &references, Hooks hooks)
     : m_surface(surface)
@@ -141,7 +151,10 @@ void Executor::executeCommand(int number)
     const CommandEntry entry = commandEntry(number);
     if (entry.action == CommandAction::Inert)
         return;
-    if (dispatch(number, entry))
+    const bool completed = dispatch(number, entry);
+    if (m_hooks.imagesPlaced)
+        m_hooks.imagesPlaced(completed);
+    if (completed)
         m_hooks.markDirty();
 }
 

@@ -17,6 +17,7 @@
 #include "control/settings.h"
 #include "control/shortcuts.h"
 #include "control/sourceview.h"
+#include "images/imageplacement.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
@@ -92,6 +93,7 @@ public:
     std::unique_ptr<Text::FindReplace> finder;
     std::unique_ptr<Text::ScriptInjection> scriptInjection;
     std::unique_ptr<Text::Printing> printing;
+    std::unique_ptr<Images::ImagePlacement> images;
     std::unique_ptr<Commands::Executor> executor;
     std::unique_ptr<Commands::ContextMenus> menus;
     std::unique_ptr<Control::FileOperations> files;
@@ -181,6 +183,22 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     executorHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
     executorHooks.dialogs = [this]() -> EditorDialogs & { return *dialogs; };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
+    Images::ImagePlacement::Hooks imageHooks;
+    imageHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
+    imageHooks.isReady = [this] { return exchange->isDocumentReady(); };
+    imageHooks.imageInserted = [q](const QString &fileName, const QString &filePath) {
+        QVariant sFileName = fileName;
+        QVariant sFilePath = filePath;
+        Q_EMIT q->ImageInserted(sFileName, sFilePath);
+    };
+    imageHooks.htmlChanged = [q] { Q_EMIT q->HTMLChanged(); };
+    imageHooks.markDirty = [q] { q->setisDirty(true); };
+    images = std::make_unique<Images::ImagePlacement>(
+        settings, *surface, *selection, references, std::move(imageHooks));
+    executorHooks.placeImage = [this](const QString &path) {
+        return images->placeInsertedImage(path);
+    };
+    executorHooks.imagesPlaced = [this](bool completed) { images->announcePlaced(completed); };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
             button->setCheckable(true);
@@ -282,6 +300,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     });
     QObject::connect(surface, &DesignSurface::contextMenuRequested, q,
         [this](const QPoint &position) { menus->popup(surface->widget(), position); });
+    // Changing the picture asks the user; not from inside the engine's notification.
+    QObject::connect(
+        surface, &DesignSurface::doubleClicked, q, [this] { images->doubleClicked(); },
+        Qt::QueuedConnection);
     QObject::connect(surface, &DesignSurface::clicked, q, [this] {
         if (focus.hasFocus())
             surface->focusDocument();
@@ -1344,6 +1366,27 @@ void HTMLEditorComponent::Hyperlink()
 void HTMLEditorComponent::UploadImage()
 {
     d->executor->executeCommand(14);
+}
+
+void HTMLEditorComponent::CopyImageFiles(const QString &ToLocation)
+{
+    d->images->CopyImageFiles(ToLocation);
+}
+
+void HTMLEditorComponent::ChangeImagePath(const QString &sPath)
+{
+    d->images->ChangeImagePath(sPath);
+}
+
+void HTMLEditorComponent::ChangeImageFromSelectedElement(
+    const QString &sImagePath, const QString &sImageFileName)
+{
+    d->images->ChangeImageFromSelectedElement(sImagePath, sImageFileName);
+}
+
+void HTMLEditorComponent::RemoveImageFromSelectedElement()
+{
+    d->images->RemoveImageFromSelectedElement();
 }
 
 void HTMLEditorComponent::InsertImage()

@@ -3,6 +3,7 @@
 #include <VantryHTMLEditor/UserPrompts.h>
 
 #include "dialogs/cellpropertiesdialog.h"
+#include "dialogs/imagedialog.h"
 #include "dialogs/inserttabledialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
@@ -65,6 +66,12 @@ bool WidgetDialogs::tableProperties(TablePropertiesValues &values)
 bool WidgetDialogs::cellProperties(CellPropertiesValues &values)
 {
     Dialogs::CellPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::insertImage(ImageDialogValues &values)
+{
+    Dialogs::ImageDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
 }
 

@@ -141,7 +141,7 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
     page->scripts().insert(adapterScript(QStringLiteral("vantry-ranges"),
         resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
-    for (const char *name : {"commands", "tables", "positioning", "marks", "find"}) {
+    for (const char *name : {"commands", "tables", "positioning", "marks", "find", "resize"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
