@@ -180,10 +180,16 @@
         schedule();
     }
 
-    for (const [type, fn] of Object.entries(windowListeners))
-        window.addEventListener(type, fn, true);
-
     const documentListeners = { selectionchange: schedule, keyup: schedule, input: schedule };
+
+    // Loading a document takes the listeners of the window as well as the document's.
+    function listen() {
+        for (const [type, fn] of Object.entries(windowListeners))
+            window.addEventListener(type, fn, true);
+        for (const [type, fn] of Object.entries(documentListeners))
+            document.addEventListener(type, fn, true);
+    }
+
     let seenGeneration = null;
     const invokeAdapter = V.invoke;
     V.invoke = function (name, args) {
@@ -191,8 +197,7 @@
             seenGeneration = V.generation();
             drag = null;
             host = null;
-            for (const [type, fn] of Object.entries(documentListeners))
-                document.addEventListener(type, fn, true);
+            listen();
         }
         try {
             return invokeAdapter(name, args);
@@ -200,8 +205,7 @@
             schedule();
         }
     };
-    for (const [type, fn] of Object.entries(documentListeners))
-        document.addEventListener(type, fn, true);
+    listen();
 
     // For tests: the centres of the handles shown, in window coordinates, in the order
     // top-left, top, top-right, right, bottom-right, bottom, bottom-left, left.
