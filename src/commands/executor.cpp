@@ -114,9 +114,9 @@ bool EditorDialogLauncher::imageDialog()
 {
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::imageDialog();
-    return Dialogs::editImage({m_surface, m_selection, m_references, m_hooks.dialogs(),
-        m_hooks.prompts(), m_hooks.placeImage,
-        m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+    return Dialogs::editImage(
+        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
 }
 
 Executor::Executor(

@@ -195,9 +195,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     imageHooks.markDirty = [q] { q->setisDirty(true); };
     images = std::make_unique<Images::ImagePlacement>(
         settings, *surface, *selection, references, std::move(imageHooks));
-    executorHooks.placeImage = [this](const QString &path) {
-        return images->placeInsertedImage(path);
-    };
+    executorHooks.placeImage
+        = [this](const QString &path) { return images->placeInsertedImage(path); };
     executorHooks.imagesPlaced = [this](bool completed) { images->announcePlaced(completed); };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
