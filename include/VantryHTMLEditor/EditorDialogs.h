@@ -1,5 +1,6 @@
 #pragma once
 
+#include <VantryHTMLEditor/ImageDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -124,6 +125,9 @@ public:
     };
     virtual SpellingAnswer spellingWord(const SpellingQuestion &question) = 0;
     virtual void spellingDone() = 0;
+
+    // Images. The values come filled from the image being edited, or empty for a new one.
+    virtual bool insertImage(ImageDialogValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -143,6 +147,9 @@ public:
     // One dialog stays open over the whole walk, modal to the window.
     SpellingAnswer spellingWord(const SpellingQuestion &question) override;
     void spellingDone() override;
+
+    // Images.
+    bool insertImage(ImageDialogValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

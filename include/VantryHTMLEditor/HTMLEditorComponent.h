@@ -324,6 +324,16 @@ public:
     Q_INVOKABLE void Hyperlink();
     Q_INVOKABLE void UploadImage();
     Q_INVOKABLE void InsertImage();
+    // Image files. CopyImageFiles copies every image of the page into ToLocation, a folder
+    // path ending in a separator; ChangeImagePath points every image at sPath + its file
+    // name. ChangeImageFromSelectedElement gives the selected image (or table background)
+    // a copy of the file in ImageDirectory under a free name; with no path the user picks
+    // one. RemoveImageFromSelectedElement takes the selected table's background away.
+    Q_INVOKABLE void CopyImageFiles(const QString &ToLocation);
+    Q_INVOKABLE void ChangeImagePath(const QString &sPath);
+    Q_INVOKABLE void ChangeImageFromSelectedElement(
+        const QString &sImagePath = QString(), const QString &sImageFileName = QString());
+    Q_INVOKABLE void RemoveImageFromSelectedElement();
     Q_INVOKABLE void Cut();
     Q_INVOKABLE void Copy();
     Q_INVOKABLE void Paste();

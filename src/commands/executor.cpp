@@ -4,6 +4,7 @@
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
+#include "commands/imageflow.h"
 #include "commands/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -104,6 +105,15 @@ bool EditorDialogLauncher::cellProperties()
         m_hooks.prompts(), m_hooks.placeImage, QString()});
 }
 
+bool EditorDialogLauncher::imageDialog()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::imageDialog();
+    return Dialogs::editImage(
+        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+}
+
 Executor::Executor(
     DesignSurface &surface, SelectionAccess &selection, DocumentReferences &references, Hooks hooks)
     : m_surface(surface)
@@ -136,7 +146,10 @@ void Executor::executeCommand(Command command)
     const CommandEntry entry = commandEntry(command);
     if (entry.action == CommandAction::Inert)
         return;
-    if (dispatch(command, entry))
+    const bool completed = dispatch(command, entry);
+    if (m_hooks.imagesPlaced)
+        m_hooks.imagesPlaced(completed);
+    if (completed)
         m_hooks.markDirty();
 }
 

@@ -109,6 +109,9 @@ public:
         std::function<bool(DisplaySwitch, bool)> setDisplaySwitch;
         // Where a picked image file goes before its path is written; unset keeps the path.
         std::function<QString(const QString &path)> placeImage;
+        // After each command: whether it completed, so that the images it placed are
+        // announced (before the document is marked dirty) or forgotten.
+        std::function<void(bool completed)> imagesPlaced;
         // Shows the design view's find dialog.
         std::function<void()> showFindDialog;
         // The folder the table dialogs' background-image pickers start in.
@@ -173,6 +176,7 @@ public:
     bool insertTableDialog(QVariant *parameters) override;
     bool tableProperties() override;
     bool cellProperties() override;
+    bool imageDialog() override;
 
 private:
     Platform::DesignSurface &m_surface;

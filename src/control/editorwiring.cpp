@@ -1,3 +1,4 @@
+#include "images/imageplacement.h"
 #include "platform/hunspell/dictionaries.h"
 #include "text/spellingcheck.h"
 #include "control/uploadcommand.h"
@@ -104,6 +105,21 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         return changed;
     };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
+    Images::ImagePlacement::Hooks imageHooks;
+    imageHooks.prompts = currentPrompts;
+    imageHooks.isReady = [this] { return exchange->isDocumentReady(); };
+    imageHooks.imageInserted = [q](const QString &fileName, const QString &filePath) {
+        QVariant sFileName = fileName;
+        QVariant sFilePath = filePath;
+        Q_EMIT q->ImageInserted(sFileName, sFilePath);
+    };
+    imageHooks.htmlChanged = [q] { Q_EMIT q->HTMLChanged(); };
+    imageHooks.markDirty = [q] { q->setisDirty(true); };
+    images = std::make_unique<Images::ImagePlacement>(
+        settings, *surface, *selection, references, std::move(imageHooks));
+    executorHooks.placeImage
+        = [this](const QString &path) { return images->placeInsertedImage(path); };
+    executorHooks.imagesPlaced = [this](bool completed) { images->announcePlaced(completed); };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
             button->setCheckable(true);
@@ -180,6 +196,10 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     };
     relay = std::make_unique<Control::EventRelay>(*q, settings, *surface, *sourceView->editor(),
         *toolbarControls, *menus, std::move(relayHooks));
+    // Changing the picture asks the user; not from inside the engine's notification.
+    QObject::connect(
+        surface, &Platform::DesignSurface::doubleClicked, q, [this] { images->doubleClicked(); },
+        Qt::QueuedConnection);
 }
 
 HTMLEditorComponent::Private::~Private() = default;

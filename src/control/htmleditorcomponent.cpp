@@ -16,6 +16,7 @@
 #include "platform/prompts/userprompts.h"
 #include "text/findreplace.h"
 #include "text/spellingcheck.h"
+#include "images/imageplacement.h"
 #include "text/printing.h"
 #include "text/scriptinjection.h"
 
@@ -590,6 +591,27 @@ bool HTMLEditorComponent::InsertTABLENoPrompt(const QVariantMap &arguments)
 bool HTMLEditorComponent::InsertTABLENoPrompt2(const QVariantMap &arguments)
 {
     return d->insertTableByName(arguments, true);
+}
+
+void HTMLEditorComponent::CopyImageFiles(const QString &ToLocation)
+{
+    d->images->CopyImageFiles(ToLocation);
+}
+
+void HTMLEditorComponent::ChangeImagePath(const QString &sPath)
+{
+    d->images->ChangeImagePath(sPath);
+}
+
+void HTMLEditorComponent::ChangeImageFromSelectedElement(
+    const QString &sImagePath, const QString &sImageFileName)
+{
+    d->images->ChangeImageFromSelectedElement(sImagePath, sImageFileName);
+}
+
+void HTMLEditorComponent::RemoveImageFromSelectedElement()
+{
+    d->images->RemoveImageFromSelectedElement();
 }
 
 bool HTMLEditorComponent::FindSpellingError()

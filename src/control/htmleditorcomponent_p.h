@@ -12,6 +12,7 @@
 
 namespace Vantry::Images {
 class ImageUploadCommand;
+class ImagePlacement;
 } // namespace Vantry::Images
 
 namespace Vantry::Platform {
@@ -83,6 +84,7 @@ public:
     std::unique_ptr<Platform::UserPrompts> prompts;
     std::unique_ptr<EditorDialogs> dialogs;
     std::unique_ptr<Images::ImageUploadCommand> upload;
+    std::unique_ptr<Images::ImagePlacement> images;
     std::unique_ptr<Platform::Dictionaries> dictionaries;
     std::unique_ptr<Text::SpellingCheck> spelling;
     Commands::DocumentReferences references;

@@ -3,6 +3,7 @@
 #include <VantryHTMLEditor/UserPrompts.h>
 
 #include "dialogs/cellpropertiesdialog.h"
+#include "dialogs/imagedialog.h"
 #include "dialogs/inserttabledialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
@@ -100,6 +101,12 @@ void WidgetDialogs::spellingDone()
 {
     if (m_spelling)
         m_spelling->deleteLater();
+}
+
+bool WidgetDialogs::insertImage(ImageDialogValues &values)
+{
+    Dialogs::ImageDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
 }
 
 } // namespace Vantry

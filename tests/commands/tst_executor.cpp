@@ -60,10 +60,12 @@ public:
     bool insertTable(InsertTableValues &values) override { return answer(insert, values); }
     bool tableProperties(TablePropertiesValues &values) override { return answer(table, values); }
     bool cellProperties(CellPropertiesValues &values) override { return answer(cell, values); }
+    bool insertImage(ImageDialogValues &values) override { return answer(image, values); }
 
     std::function<void(InsertTableValues &)> insert;
     std::function<void(TablePropertiesValues &)> table;
     std::function<void(CellPropertiesValues &)> cell;
+    std::function<void(ImageDialogValues &)> image;
 
 private:
     template <typename Values>
@@ -970,7 +972,6 @@ void tst_Executor::findDialogOpensOnTheSelectedText()
 void tst_Executor::dialogCommandsSayWhatIsComing_data()
 {
     QTest::addColumn<EditorMethod>("method");
-    QTest::newRow("InsertImage") << &HTMLEditorComponent::InsertImage;
     QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
     QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
 }
