@@ -1,4 +1,4 @@
-#include "images/imageplacement.h"
+#include "control/imageplacement.h"
 #include "platform/hunspell/dictionaries.h"
 #include "text/spellingcheck.h"
 #include "control/uploadcommand.h"

@@ -16,7 +16,7 @@
 #include "platform/prompts/userprompts.h"
 #include "text/findreplace.h"
 #include "text/spellingcheck.h"
-#include "images/imageplacement.h"
+#include "control/imageplacement.h"
 #include "text/printing.h"
 #include "text/scriptinjection.h"
 

@@ -9,6 +9,7 @@ public:
     bool insertTable(Vantry::InsertTableValues &values) override { return cancel(values); }
     bool tableProperties(Vantry::TablePropertiesValues &values) override { return cancel(values); }
     bool cellProperties(Vantry::CellPropertiesValues &values) override { return cancel(values); }
+    bool insertImage(Vantry::ImageDialogValues &values) override { return cancel(values); }
     SpellingAnswer spellingWord(const SpellingQuestion &) override { return {}; }
     void spellingDone() override { }
 

@@ -1,3 +1,4 @@
+#include "../common/cancellingdialogs.h"
 #include "../common/enginetest.h"
 #include "../common/recordingprompts.h"
 
@@ -21,7 +22,7 @@ namespace {
 constexpr int Undo = 5049;
 
 // Answers the image dialog as a user would, after looking at what it shows.
-class ImageAnswers : public EditorDialogs
+class ImageAnswers : public CancellingDialogs
 {
 public:
     bool insertTable(InsertTableValues &values) override { return cancel(values); }

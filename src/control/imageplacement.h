@@ -15,11 +15,11 @@ struct Settings;
 
 namespace Vantry::Platform {
 class DesignSurface;
+struct DocumentReferences;
 } // namespace Vantry::Platform
 
 namespace Vantry::Commands {
 class SelectionAccess;
-struct DocumentReferences;
 } // namespace Vantry::Commands
 
 namespace Vantry::Images {
@@ -62,7 +62,7 @@ public:
     };
 
     ImagePlacement(const Control::Settings &settings, Platform::DesignSurface &surface,
-        Commands::SelectionAccess &selection, Commands::DocumentReferences &references,
+        Commands::SelectionAccess &selection, Platform::DocumentReferences &references,
         Hooks hooks);
 
     // The src to write for an image the user picked; empty (the user told why) when it
@@ -105,7 +105,7 @@ private:
     const Control::Settings &m_settings;
     Platform::DesignSurface &m_surface;
     Commands::SelectionAccess &m_selection;
-    Commands::DocumentReferences &m_references;
+    Platform::DocumentReferences &m_references;
     Hooks m_hooks;
     QList<Placed> m_placed;
 };

@@ -1,4 +1,4 @@
-#include "images/imageplacement.h"
+#include "control/imageplacement.h"
 
 #include "commands/selectionaccess.h"
 #include "control/settings.h"
@@ -64,7 +64,7 @@ CopyError CopyImageFile(const QString &source, const QString &destination)
 }
 
 ImagePlacement::ImagePlacement(const Control::Settings &settings, DesignSurface &surface,
-    Commands::SelectionAccess &selection, Commands::DocumentReferences &references, Hooks hooks)
+    Commands::SelectionAccess &selection, Platform::DocumentReferences &references, Hooks hooks)
     : m_settings(settings)
     , m_surface(surface)
     , m_selection(selection)
