@@ -1,5 +1,7 @@
 #pragma once
 
+#include <VantryHTMLEditor/LinkDialogValues.h>
+#include <VantryHTMLEditor/PageDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -36,6 +38,11 @@ public:
     virtual bool insertTable(InsertTableValues &values) = 0;
     virtual bool tableProperties(TablePropertiesValues &values) = 0;
     virtual bool cellProperties(CellPropertiesValues &values) = 0;
+
+    // Links and the page. linkProperties loads the host's lists from the values; a list it
+    // cannot read stays as it was and the user is told why.
+    virtual bool linkProperties(LinkPropertiesValues &values) = 0;
+    virtual bool pageProperties(PagePropertiesValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -49,6 +56,10 @@ public:
     bool insertTable(InsertTableValues &values) override;
     bool tableProperties(TablePropertiesValues &values) override;
     bool cellProperties(CellPropertiesValues &values) override;
+
+    // Links and the page.
+    bool linkProperties(LinkPropertiesValues &values) override;
+    bool pageProperties(PagePropertiesValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

@@ -4,6 +4,7 @@
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
+#include "dialogs/linkpageflow.h"
 #include "dialogs/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -107,6 +108,25 @@ bool EditorDialogLauncher::cellProperties()
         return PendingDialogLauncher::cellProperties();
     return Dialogs::editCellProperties({m_surface, m_selection, m_references, m_hooks.dialogs(),
         m_hooks.prompts(), m_hooks.placeImage, QString()});
+}
+
+std::optional<LinkFields> EditorDialogLauncher::editLink(const LinkFields &current, bool existing)
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::editLink(current, existing);
+    LinkPropertiesValues sources;
+    if (m_hooks.linkSources)
+        m_hooks.linkSources(sources);
+    return Dialogs::askLink(m_hooks.dialogs(), sources, current);
+}
+
+bool EditorDialogLauncher::pageProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::pageProperties();
+    return Dialogs::editPageProperties(
+        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
 }
 
 Executor::Executor(

@@ -10,6 +10,7 @@
 #include <optional>
 
 namespace Vantry {
+struct LinkPropertiesValues;
 class EditorDialogs;
 class UserPrompts;
 } // namespace Vantry
@@ -114,6 +115,8 @@ public:
         std::function<void()> showFindDialog;
         // The folder the table dialogs' background-image pickers start in.
         std::function<QString()> imageDirectory;
+        // The host's content sites, content pages, portal pages and link targets.
+        std::function<void(LinkPropertiesValues &)> linkSources;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,
@@ -159,8 +162,8 @@ private:
     bool m_switches[3] = {false, false, false};
 };
 
-// The launcher an executor starts with: the table dialogs through the editor's dialogs
-// (hooks.dialogs; while unset they are announced like the others).
+// The launcher an executor starts with: the table, link and page dialogs through the editor's
+// dialogs (hooks.dialogs; while unset they are announced like the others).
 class EditorDialogLauncher : public PendingDialogLauncher
 {
 public:
@@ -170,6 +173,8 @@ public:
     bool insertTableDialog(QVariant *parameters) override;
     bool tableProperties() override;
     bool cellProperties() override;
+    std::optional<LinkFields> editLink(const LinkFields &current, bool existing) override;
+    bool pageProperties() override;
 
 private:
     Platform::DesignSurface &m_surface;

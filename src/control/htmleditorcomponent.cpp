@@ -17,6 +17,8 @@
 #include "control/settings.h"
 #include "control/shortcuts.h"
 #include "control/sourceview.h"
+#include "dialogs/linklists.h"
+#include "dialogs/pagerules.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
@@ -71,6 +73,8 @@ public:
         int button, int shift, double x, double y);
     template <typename T> T *companion(QPointer<T> &slot) const;
     void attachStyle(clsStyle *style);
+    void attachDocumentProperties(clsDocumentProperties *properties);
+    std::optional<Platform::Element> documentBody();
     void showFindDialog();
 
     HTMLEditorComponent *q;
@@ -181,6 +185,12 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     executorHooks.prompts = [this]() -> Platform::UserPrompts & { return *prompts; };
     executorHooks.dialogs = [this]() -> EditorDialogs & { return *dialogs; };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
+    executorHooks.linkSources = [this](LinkPropertiesValues &values) {
+        values.ContentSites = settings.ContentSites;
+        values.ContentPages = settings.ContentPages;
+        values.PortalPages = settings.PortalPages;
+        values.Targets = Dialogs::linkTargets(settings.LinkTargets);
+    };
     executorHooks.setButtonPressed = [this](const QString &key, bool pressed) {
         if (QAction *button = toolbarControls->buttons().button(key)) {
             button->setCheckable(true);
@@ -325,6 +335,37 @@ void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
 {
     if (style)
         style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
+}
+
+// The BODY around the selection, once a document is loaded.
+std::optional<Platform::Element> HTMLEditorComponent::Private::documentBody()
+{
+    if (!exchange->isDocumentReady()
+        || !selection->findSelectedElementByTag(QStringLiteral("BODY")))
+        return std::nullopt;
+    return references.found;
+}
+
+void HTMLEditorComponent::Private::attachDocumentProperties(clsDocumentProperties *properties)
+{
+    if (!properties)
+        return;
+    const QString title = QStringLiteral("DocumentTitle");
+    properties->m_read = [this, title](const QString &name) -> QString {
+        if (name == title)
+            return exchange->isDocumentReady() ? surface->title() : QString();
+        const std::optional<Platform::Element> body = documentBody();
+        return body ? surface->attribute(*body, Dialogs::documentPropertyAttribute(name))
+                    : QString();
+    };
+    properties->m_write = [this, title](const QString &name, const QString &value) {
+        if (name == title) {
+            if (exchange->isDocumentReady())
+                surface->setTitle(value);
+        } else if (const std::optional<Platform::Element> body = documentBody()) {
+            surface->setAttribute(*body, Dialogs::documentPropertyAttribute(name), value);
+        }
+    };
 }
 
 void HTMLEditorComponent::Private::raiseMouse(
@@ -828,12 +869,15 @@ void HTMLEditorComponent::setStyleSheet(clsStyle *style)
 
 clsDocumentProperties *HTMLEditorComponent::DocumentProperties() const
 {
-    return d->companion(d->documentProperties);
+    if (!d->documentProperties)
+        d->attachDocumentProperties(d->companion(d->documentProperties));
+    return d->documentProperties;
 }
 
 void HTMLEditorComponent::setDocumentProperties(clsDocumentProperties *properties)
 {
     d->documentProperties = properties;
+    d->attachDocumentProperties(properties);
 }
 
 // Stored properties: GET returns the field; LET stores, announces, then runs the side

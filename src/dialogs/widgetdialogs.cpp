@@ -4,6 +4,8 @@
 
 #include "dialogs/cellpropertiesdialog.h"
 #include "dialogs/inserttabledialog.h"
+#include "dialogs/linkpropertiesdialog.h"
+#include "dialogs/pagepropertiesdialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
 #include <QWidget>
@@ -65,6 +67,18 @@ bool WidgetDialogs::tableProperties(TablePropertiesValues &values)
 bool WidgetDialogs::cellProperties(CellPropertiesValues &values)
 {
     Dialogs::CellPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::linkProperties(LinkPropertiesValues &values)
+{
+    Dialogs::LinkPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::pageProperties(PagePropertiesValues &values)
+{
+    Dialogs::PagePropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
 }
 
