@@ -217,6 +217,25 @@ QString linkValidationMessage(int kind, int siteIndex, int pageIndex, int portal
     return {};
 }
 
+QString styleColorText(const QString &color)
+{
+    static const QRegularExpression rgb(
+        QStringLiteral(
+            "^\\s*rgb\\(\\s*(\\d{1,3})\\s*,\\s*(\\d{1,3})\\s*,\\s*(\\d{1,3})\\s*\\)\\s*$"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = rgb.match(color);
+    if (!match.hasMatch())
+        return color;
+    QString html = QStringLiteral("#");
+    for (int part = 1; part <= 3; ++part) {
+        const int value = match.captured(part).toInt();
+        if (value > 255)
+            return color;
+        html += QStringLiteral("%1").arg(value, 2, 16, QLatin1Char('0')).toUpper();
+    }
+    return html;
+}
+
 QString linkReference(const LinkPropertiesValues &values)
 {
     switch (values.LinkOption) {

@@ -87,6 +87,10 @@ QString joinLinkPrefix(int prefix, const QString &rest);
 // of the lists, 0 the prompt.
 QString linkValidationMessage(int kind, int siteIndex, int pageIndex, int portalIndex);
 
+// A colour as a style gives it back ("rgb(192, 0, 0)") in the dialogs' "#RRGGBB"; anything
+// else (a name, a colour with transparency) as it is.
+QString styleColorText(const QString &color);
+
 // The reference an anchor keeps in dataFld: "cms:SITE:PAGE" for a content page,
 // "portal:PAGE" for a portal page, nothing for an address.
 QString linkReference(const LinkPropertiesValues &values);

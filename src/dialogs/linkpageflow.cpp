@@ -21,7 +21,7 @@ std::optional<Commands::LinkFields> askLink(
     values.URL = current.href;
     values.Target = current.target;
     values.Popup = current.title;
-    values.LinkColor = current.color;
+    values.LinkColor = styleColorText(current.color);
     values.Decoration = current.textDecoration;
     if (!dialogs.linkProperties(values) || values.Cancel)
         return std::nullopt;

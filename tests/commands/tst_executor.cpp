@@ -1155,6 +1155,7 @@ void tst_Executor::linkDialogWritesTheAnchorAndItsReference()
         values.URL = QStringLiteral("/shop");
         values.Target = QStringLiteral("main");
         values.Popup = QStringLiteral("Our shop");
+        values.LinkColor = QStringLiteral("#C00000");
         values.Decoration = QStringLiteral("none");
     };
     localExecutor();
@@ -1182,6 +1183,7 @@ void tst_Executor::linkDialogWritesTheAnchorAndItsReference()
         QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkPortalPage));
         QCOMPARE(values.PortalPageID, QStringLiteral("7"));
         QCOMPARE(values.Popup, QStringLiteral("Our shop"));
+        QCOMPARE(values.LinkColor, QStringLiteral("#C00000"));
         QCOMPARE(values.URL, QStringLiteral("/shop"));
         values.LinkOption = LinkPropertiesValues::LinkAddress;
         values.URL = QStringLiteral("http://example.org/");
