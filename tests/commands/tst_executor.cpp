@@ -168,6 +168,8 @@ void tst_Executor::init()
     auto prompts = std::make_unique<RecordingPrompts>();
     m_prompts = prompts.get();
     m_editor->setUserPrompts(std::move(prompts));
+    // The editor's own dialogs would wait for a user; these cancel at once.
+    m_editor->setEditorDialogs(std::make_unique<TableAnswers>());
     m_editor->ToggleDesignSourceView(QStringLiteral("design"));
     m_dirtyMarks = 0;
     m_pressed.clear();
