@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 namespace Vantry {
 
 // Configuration objects a host reaches through the editor's ContextMenu, Toolbar,
@@ -171,13 +173,62 @@ public:
     Q_INVOKABLE QString LoadStylesSource() const;
 };
 
+// The page's properties as the host reads and writes them: the BODY attributes named
+// beside each, and the document's title. Before a document is loaded, and where the
+// selection has no BODY around it, every property reads as "" and writes are dropped.
 class VANTRYHTMLEDITOR_EXPORT clsDocumentProperties : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(QString DocumentBackgroundColor READ DocumentBackgroundColor WRITE
+            setDocumentBackgroundColor)
+    Q_PROPERTY(QString DocumentForegroundColor READ DocumentForegroundColor WRITE
+            setDocumentForegroundColor)
+    Q_PROPERTY(QString DocumentTitle READ DocumentTitle WRITE setDocumentTitle)
+    Q_PROPERTY(QString DocumentBackgroundImage READ DocumentBackgroundImage WRITE
+            setDocumentBackgroundImage)
+    Q_PROPERTY(QString DocumentLinkColor READ DocumentLinkColor WRITE setDocumentLinkColor)
+    Q_PROPERTY(QString DocumentvLinkColor READ DocumentvLinkColor WRITE setDocumentvLinkColor)
+    Q_PROPERTY(QString DocumentaLinkColor READ DocumentaLinkColor WRITE setDocumentaLinkColor)
+    Q_PROPERTY(QString DocumentLeftMargin READ DocumentLeftMargin WRITE setDocumentLeftMargin)
+    Q_PROPERTY(QString DocumentTopMargin READ DocumentTopMargin WRITE setDocumentTopMargin)
+    Q_PROPERTY(QString DocumentRightMargin READ DocumentRightMargin WRITE setDocumentRightMargin)
+    Q_PROPERTY(QString DocumentBottomMargin READ DocumentBottomMargin WRITE setDocumentBottomMargin)
 
 public:
     explicit clsDocumentProperties(QObject *parent = nullptr);
     ~clsDocumentProperties() override;
+
+    QString DocumentBackgroundColor() const;
+    void setDocumentBackgroundColor(const QString &value);
+    QString DocumentForegroundColor() const;
+    void setDocumentForegroundColor(const QString &value);
+    QString DocumentTitle() const;
+    void setDocumentTitle(const QString &value);
+    QString DocumentBackgroundImage() const;
+    void setDocumentBackgroundImage(const QString &value);
+    QString DocumentLinkColor() const;
+    void setDocumentLinkColor(const QString &value);
+    QString DocumentvLinkColor() const;
+    void setDocumentvLinkColor(const QString &value);
+    QString DocumentaLinkColor() const;
+    void setDocumentaLinkColor(const QString &value);
+    QString DocumentLeftMargin() const;
+    void setDocumentLeftMargin(const QString &value);
+    QString DocumentTopMargin() const;
+    void setDocumentTopMargin(const QString &value);
+    QString DocumentRightMargin() const;
+    void setDocumentRightMargin(const QString &value);
+    QString DocumentBottomMargin() const;
+    void setDocumentBottomMargin(const QString &value);
+
+private:
+    friend class HTMLEditorComponent;
+    QString readProperty(const char *name) const;
+    void writeProperty(const char *name, const QString &value);
+
+    // Supplied by the editor that owns the document, by property name.
+    std::function<QString(const QString &name)> m_read;
+    std::function<void(const QString &name, const QString &value)> m_write;
 };
 
 } // namespace Vantry

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <VantryHTMLEditor/ImageDialogValues.h>
+#include <VantryHTMLEditor/LinkDialogValues.h>
+#include <VantryHTMLEditor/PageDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -128,6 +130,11 @@ public:
 
     // Images. The values come filled from the image being edited, or empty for a new one.
     virtual bool insertImage(ImageDialogValues &values) = 0;
+
+    // Links and the page. linkProperties loads the host's lists from the values; a list it
+    // cannot read stays as it was and the user is told why.
+    virtual bool linkProperties(LinkPropertiesValues &values) = 0;
+    virtual bool pageProperties(PagePropertiesValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -150,6 +157,10 @@ public:
 
     // Images.
     bool insertImage(ImageDialogValues &values) override;
+
+    // Links and the page.
+    bool linkProperties(LinkPropertiesValues &values) override;
+    bool pageProperties(PagePropertiesValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

@@ -196,4 +196,125 @@ clsDocumentProperties::clsDocumentProperties(QObject *parent)
 
 clsDocumentProperties::~clsDocumentProperties() = default;
 
+QString clsDocumentProperties::readProperty(const char *name) const
+{
+    return m_read ? m_read(QLatin1String(name)) : QString();
+}
+
+void clsDocumentProperties::writeProperty(const char *name, const QString &value)
+{
+    if (m_write)
+        m_write(QLatin1String(name), value);
+}
+
+QString clsDocumentProperties::DocumentBackgroundColor() const
+{
+    return readProperty("DocumentBackgroundColor");
+}
+
+void clsDocumentProperties::setDocumentBackgroundColor(const QString &value)
+{
+    writeProperty("DocumentBackgroundColor", value);
+}
+
+QString clsDocumentProperties::DocumentForegroundColor() const
+{
+    return readProperty("DocumentForegroundColor");
+}
+
+void clsDocumentProperties::setDocumentForegroundColor(const QString &value)
+{
+    writeProperty("DocumentForegroundColor", value);
+}
+
+QString clsDocumentProperties::DocumentTitle() const
+{
+    return readProperty("DocumentTitle");
+}
+
+void clsDocumentProperties::setDocumentTitle(const QString &value)
+{
+    writeProperty("DocumentTitle", value);
+}
+
+QString clsDocumentProperties::DocumentBackgroundImage() const
+{
+    return readProperty("DocumentBackgroundImage");
+}
+
+void clsDocumentProperties::setDocumentBackgroundImage(const QString &value)
+{
+    writeProperty("DocumentBackgroundImage", value);
+}
+
+QString clsDocumentProperties::DocumentLinkColor() const
+{
+    return readProperty("DocumentLinkColor");
+}
+
+void clsDocumentProperties::setDocumentLinkColor(const QString &value)
+{
+    writeProperty("DocumentLinkColor", value);
+}
+
+QString clsDocumentProperties::DocumentvLinkColor() const
+{
+    return readProperty("DocumentvLinkColor");
+}
+
+void clsDocumentProperties::setDocumentvLinkColor(const QString &value)
+{
+    writeProperty("DocumentvLinkColor", value);
+}
+
+QString clsDocumentProperties::DocumentaLinkColor() const
+{
+    return readProperty("DocumentaLinkColor");
+}
+
+void clsDocumentProperties::setDocumentaLinkColor(const QString &value)
+{
+    writeProperty("DocumentaLinkColor", value);
+}
+
+QString clsDocumentProperties::DocumentLeftMargin() const
+{
+    return readProperty("DocumentLeftMargin");
+}
+
+void clsDocumentProperties::setDocumentLeftMargin(const QString &value)
+{
+    writeProperty("DocumentLeftMargin", value);
+}
+
+QString clsDocumentProperties::DocumentTopMargin() const
+{
+    return readProperty("DocumentTopMargin");
+}
+
+void clsDocumentProperties::setDocumentTopMargin(const QString &value)
+{
+    writeProperty("DocumentTopMargin", value);
+}
+
+QString clsDocumentProperties::DocumentRightMargin() const
+{
+    return readProperty("DocumentRightMargin");
+}
+
+void clsDocumentProperties::setDocumentRightMargin(const QString &value)
+{
+    writeProperty("DocumentRightMargin", value);
+}
+
+QString clsDocumentProperties::DocumentBottomMargin() const
+{
+    return readProperty("DocumentBottomMargin");
+}
+
+void clsDocumentProperties::setDocumentBottomMargin(const QString &value)
+{
+    writeProperty("DocumentBottomMargin", value);
+}
+
 } // namespace Vantry

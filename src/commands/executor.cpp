@@ -5,6 +5,7 @@
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
 #include "commands/imageflow.h"
+#include "commands/linkpageflow.h"
 #include "commands/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -110,6 +111,25 @@ bool EditorDialogLauncher::imageDialog()
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::imageDialog();
     return Dialogs::editImage(
+        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+}
+
+std::optional<LinkFields> EditorDialogLauncher::editLink(const LinkFields &current, bool existing)
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::editLink(current, existing);
+    LinkPropertiesValues sources;
+    if (m_hooks.linkSources)
+        m_hooks.linkSources(sources);
+    return Dialogs::askLink(m_hooks.dialogs(), sources, current);
+}
+
+bool EditorDialogLauncher::pageProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::pageProperties();
+    return Dialogs::editPageProperties(
         {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
             m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
 }

@@ -10,6 +10,7 @@
 #include <optional>
 
 namespace Vantry {
+struct LinkPropertiesValues;
 class EditorDialogs;
 class UserPrompts;
 } // namespace Vantry
@@ -120,6 +121,8 @@ public:
         std::function<bool()> uploadImage;
         // The spelling check's walk over the document; true when it changed the document.
         std::function<bool()> spellCheck;
+        // The host's content sites, content pages, portal pages and link targets.
+        std::function<void(LinkPropertiesValues &)> linkSources;
     };
 
     Executor(Platform::DesignSurface &surface, SelectionAccess &selection,
@@ -165,8 +168,8 @@ private:
     bool m_switches[3] = {false, false, false};
 };
 
-// The launcher an executor starts with: the table dialogs through the editor's dialogs
-// (hooks.dialogs; while unset they are announced like the others).
+// The launcher an executor starts with: the table, link and page dialogs through the editor's
+// dialogs (hooks.dialogs; while unset they are announced like the others).
 class EditorDialogLauncher : public PendingDialogLauncher
 {
 public:
@@ -177,6 +180,8 @@ public:
     bool tableProperties() override;
     bool cellProperties() override;
     bool imageDialog() override;
+    std::optional<LinkFields> editLink(const LinkFields &current, bool existing) override;
+    bool pageProperties() override;
 
 private:
     Platform::DesignSurface &m_surface;

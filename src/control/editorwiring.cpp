@@ -18,6 +18,7 @@
 #include "control/fileoperations.h"
 #include "control/firstdocument.h"
 #include "control/sourceview.h"
+#include "dialogs/linklists.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
 #include "platform/scintilla/sourceeditor.h"
@@ -105,6 +106,12 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         return changed;
     };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
+    executorHooks.linkSources = [this](LinkPropertiesValues &values) {
+        values.ContentSites = settings.ContentSites;
+        values.ContentPages = settings.ContentPages;
+        values.PortalPages = settings.PortalPages;
+        values.Targets = Dialogs::linkTargets(settings.LinkTargets);
+    };
     Images::ImagePlacement::Hooks imageHooks;
     imageHooks.prompts = currentPrompts;
     imageHooks.isReady = [this] { return exchange->isDocumentReady(); };

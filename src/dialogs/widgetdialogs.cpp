@@ -5,6 +5,8 @@
 #include "dialogs/cellpropertiesdialog.h"
 #include "dialogs/imagedialog.h"
 #include "dialogs/inserttabledialog.h"
+#include "dialogs/linkpropertiesdialog.h"
+#include "dialogs/pagepropertiesdialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
 #include "dialogs/imageuploadform.h"
@@ -106,6 +108,18 @@ void WidgetDialogs::spellingDone()
 bool WidgetDialogs::insertImage(ImageDialogValues &values)
 {
     Dialogs::ImageDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::linkProperties(LinkPropertiesValues &values)
+{
+    Dialogs::LinkPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::pageProperties(PagePropertiesValues &values)
+{
+    Dialogs::PagePropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
 }
 

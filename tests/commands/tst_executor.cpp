@@ -61,11 +61,15 @@ public:
     bool tableProperties(TablePropertiesValues &values) override { return answer(table, values); }
     bool cellProperties(CellPropertiesValues &values) override { return answer(cell, values); }
     bool insertImage(ImageDialogValues &values) override { return answer(image, values); }
+    bool linkProperties(LinkPropertiesValues &values) override { return answer(link, values); }
+    bool pageProperties(PagePropertiesValues &values) override { return answer(page, values); }
 
     std::function<void(InsertTableValues &)> insert;
     std::function<void(TablePropertiesValues &)> table;
     std::function<void(CellPropertiesValues &)> cell;
     std::function<void(ImageDialogValues &)> image;
+    std::function<void(LinkPropertiesValues &)> link;
+    std::function<void(PagePropertiesValues &)> page;
 
 private:
     template <typename Values>
@@ -119,10 +123,10 @@ private Q_SLOTS:
     void tabMovesBetweenCells();
     void newEmptyCellsCanBeClickedInto();
     void findDialogOpensOnTheSelectedText();
-    void dialogCommandsSayWhatIsComing_data();
-    void dialogCommandsSayWhatIsComing();
     void uploadImageOpensTheUploadForm();
     void hyperlinkWrapsAndUnwraps();
+    void linkDialogWritesTheAnchorAndItsReference();
+    void pageDialogWritesTheBodyAsOneUndoStep();
     void tableDialogsWriteOneUndoStep_data();
     void tableDialogsWriteOneUndoStep();
     void contextMenuForWhatIsUnderTheSelection_data();
@@ -159,6 +163,8 @@ void tst_Executor::init()
     auto prompts = std::make_unique<RecordingPrompts>();
     m_prompts = prompts.get();
     m_editor->setUserPrompts(std::move(prompts));
+    // The editor's own dialogs would wait for a user; these cancel at once.
+    m_editor->setEditorDialogs(std::make_unique<TableAnswers>());
     m_editor->ToggleDesignSourceView(QStringLiteral("design"));
     m_dirtyMarks = 0;
     m_pressed.clear();
@@ -969,28 +975,6 @@ void tst_Executor::findDialogOpensOnTheSelectedText()
     dialog->close();
 }
 
-void tst_Executor::dialogCommandsSayWhatIsComing_data()
-{
-    QTest::addColumn<EditorMethod>("method");
-    QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
-    QTest::newRow("Hyperlink") << &HTMLEditorComponent::Hyperlink;
-}
-
-void tst_Executor::dialogCommandsSayWhatIsComing()
-{
-    QFETCH(EditorMethod, method);
-    load(QStringLiteral("<p>text</p>"));
-    select(QStringLiteral("text"));
-    const QString before = body();
-    (m_editor.get()->*method)();
-    const QStringList shown = m_prompts->texts(RecordingPrompts::Kind::Information);
-    QCOMPARE(shown.size(), 1);
-    QVERIFY2(shown.first().endsWith(QLatin1String(" is coming in a later version.")),
-        qPrintable(shown.first()));
-    QCOMPARE(body(), before);
-    QVERIFY(!m_editor->isDirty());
-}
-
 void tst_Executor::tableDialogsWriteOneUndoStep_data()
 {
     QTest::addColumn<int>("number");
@@ -1160,6 +1144,124 @@ void tst_Executor::hyperlinkWrapsAndUnwraps()
     QCOMPARE(m_dialogs->shown.dataFld, link.dataFld);
     QVERIFY(m_surface->elementsByTagName(QStringLiteral("A")).isEmpty());
     QVERIFY(body().contains(QLatin1String("go there now")));
+    QCOMPARE(m_dirtyMarks, 2);
+}
+
+// Command 13 through the link dialog's values: a portal page becomes an anchor with its
+// reference in dataFld; edited into a plain address the reference and pop-up go.
+void tst_Executor::linkDialogWritesTheAnchorAndItsReference()
+{
+    load(QStringLiteral("<p>go there now</p>"));
+    select(QStringLiteral("there"));
+    TableAnswers answers;
+    answers.link = [](LinkPropertiesValues &values) {
+        QCOMPARE(values.Targets, (QStringList{QStringLiteral("main"), QStringLiteral("side")}));
+        QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkAddress));
+        values.LinkOption = LinkPropertiesValues::LinkPortalPage;
+        values.PortalPageID = QStringLiteral("7");
+        values.URL = QStringLiteral("/shop");
+        values.Target = QStringLiteral("main");
+        values.Popup = QStringLiteral("Our shop");
+        values.LinkColor = QStringLiteral("#C00000");
+        values.Decoration = QStringLiteral("none");
+    };
+    localExecutor();
+    Executor::Hooks hooks;
+    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
+    hooks.linkSources = [](LinkPropertiesValues &values) {
+        values.PortalPages = QStringLiteral("<P PortalPageID=\"7\"/>");
+        values.Targets = {QStringLiteral("main"), QStringLiteral("side")};
+    };
+    m_executor->setDialogLauncher(
+        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
+
+    m_executor->executeCommand(Command::Hyperlink);
+    QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+    QCOMPARE(anchors.size(), 1);
+    const QString made = m_surface->outerHTML(anchors.first());
+    for (const char *part : {"href=\"/shop\"", "target=\"main\"", "title=\"Our shop\"",
+             "datafld=\"portal:7\"", "text-decoration: none"})
+        QVERIFY2(made.contains(QLatin1String(part), Qt::CaseInsensitive), qPrintable(made));
+    QCOMPARE(m_dirtyMarks, 1);
+
+    select(QStringLiteral("there"));
+    answers.link = [](LinkPropertiesValues &values) {
+        QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkPortalPage));
+        QCOMPARE(values.PortalPageID, QStringLiteral("7"));
+        QCOMPARE(values.Popup, QStringLiteral("Our shop"));
+        QCOMPARE(values.LinkColor, QStringLiteral("#C00000"));
+        QCOMPARE(values.URL, QStringLiteral("/shop"));
+        values.LinkOption = LinkPropertiesValues::LinkAddress;
+        values.URL = QStringLiteral("http://example.org/");
+        values.Popup.clear();
+    };
+    m_executor->executeCommand(Command::Hyperlink);
+    anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+    QCOMPARE(anchors.size(), 1);
+    const QString edited = m_surface->outerHTML(anchors.first());
+    QVERIFY2(edited.contains(QLatin1String("href=\"http://example.org/\"")), qPrintable(edited));
+    QVERIFY2(!edited.contains(QLatin1String("datafld"), Qt::CaseInsensitive), qPrintable(edited));
+    QVERIFY2(!edited.contains(QLatin1String("title=")), qPrintable(edited));
+    QCOMPARE(m_dirtyMarks, 2);
+}
+
+// Command 50 reads the BODY in its order, writes the answer as one undo step (a newly
+// picked background placed first) and the title beside it; Cancel writes nothing.
+void tst_Executor::pageDialogWritesTheBodyAsOneUndoStep()
+{
+    load(QStringLiteral("<p>here</p>"));
+    const Element body = m_surface->elementsByTagName(QStringLiteral("BODY")).first();
+    QVERIFY(m_surface->setAttribute(body, QStringLiteral("bgColor"), QStringLiteral("#FFFFFF")));
+    QVERIFY(m_surface->setAttribute(body, QStringLiteral("leftMargin"), QStringLiteral("5")));
+    // Last, since undo puts a removed attribute back at the end.
+    QVERIFY(m_surface->setAttribute(body, QStringLiteral("link"), QStringLiteral("#0000FF")));
+    QVERIFY(m_surface->setTitle(QStringLiteral("Old")));
+    select(QStringLiteral("here"));
+    const QString before = m_surface->outerHTML(body);
+    TableAnswers answers;
+    answers.page = [](PagePropertiesValues &values) {
+        QCOMPARE(values.BackgroundColor, QStringLiteral("#FFFFFF"));
+        QCOMPARE(values.LinkColor, QStringLiteral("#0000FF"));
+        QCOMPARE(values.LeftMargin, QStringLiteral("5"));
+        QCOMPARE(values.Title, QStringLiteral("Old"));
+        QCOMPARE(values.ImageDirectory, QStringLiteral("/srv/img"));
+        values.LinkColor.clear();
+        values.TextColor = QStringLiteral("#111111");
+        values.TopMargin = QStringLiteral("9");
+        values.BackgroundImage = QStringLiteral("/tmp/bg.gif");
+        values.Title = QStringLiteral("New");
+    };
+    localExecutor();
+    Executor::Hooks hooks;
+    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
+    hooks.imageDirectory = [] { return QStringLiteral("/srv/img"); };
+    hooks.placeImage = [](const QString &path) -> QString {
+        return QStringLiteral("images/") + path.section(QLatin1Char('/'), -1);
+    };
+    m_executor->setDialogLauncher(
+        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
+
+    m_executor->executeCommand(Command::PageProperties);
+    const auto attribute = [this, &body](const char *name) {
+        return m_surface->attribute(body, QLatin1String(name));
+    };
+    QCOMPARE(attribute("bgColor"), QStringLiteral("#FFFFFF"));
+    QCOMPARE(attribute("text"), QStringLiteral("#111111"));
+    QCOMPARE(attribute("topMargin"), QStringLiteral("9"));
+    QCOMPARE(attribute("background"), QStringLiteral("images/bg.gif"));
+    QVERIFY2(!m_surface->outerHTML(body).contains(QLatin1String(" link="), Qt::CaseInsensitive),
+        qPrintable(m_surface->outerHTML(body)));
+    QCOMPARE(m_surface->title(), QStringLiteral("New"));
+    QCOMPARE(m_dirtyMarks, 1);
+    m_executor->executeCommand(Command::UnDo);
+    QCOMPARE(m_surface->outerHTML(body), before);
+
+    answers.page = nullptr;
+    select(QStringLiteral("here"));
+    m_executor->executeCommand(Command::PageProperties);
+    QCOMPARE(m_surface->outerHTML(body), before);
     QCOMPARE(m_dirtyMarks, 2);
 }
 

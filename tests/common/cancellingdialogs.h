@@ -10,6 +10,8 @@ public:
     bool tableProperties(Vantry::TablePropertiesValues &values) override { return cancel(values); }
     bool cellProperties(Vantry::CellPropertiesValues &values) override { return cancel(values); }
     bool insertImage(Vantry::ImageDialogValues &values) override { return cancel(values); }
+    bool linkProperties(Vantry::LinkPropertiesValues &values) override { return cancel(values); }
+    bool pageProperties(Vantry::PagePropertiesValues &values) override { return cancel(values); }
     SpellingAnswer spellingWord(const SpellingQuestion &) override { return {}; }
     void spellingDone() override { }
 

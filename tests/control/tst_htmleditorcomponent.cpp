@@ -48,6 +48,7 @@ private Q_SLOTS:
     void fontChoiceGivesTheFocusBackToTheDocument();
     void scrollTopScrollsSideways();
     void pageTitleReadsTheLiveDocument();
+    void documentPropertiesNeedALoadedDocument();
     void keyWordsCreateOrUpdateTheMetaTag();
     void disabledEditorBrowsesAndIgnoresLoads();
 
@@ -411,6 +412,45 @@ void tst_HTMLEditorComponent::pageTitleReadsTheLiveDocument()
     QCOMPARE(m_editor->PageTitle(), QStringLiteral("Edited"));
     m_editor->setReturnFullDocument(true);
     QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("<title>Edited</title>")));
+}
+
+// Every property by its name: "" and dropped writes before the first document, the BODY
+// attribute or the title after.
+void tst_HTMLEditorComponent::documentPropertiesNeedALoadedDocument()
+{
+    const char *const names[] = {"DocumentBackgroundColor", "DocumentForegroundColor",
+        "DocumentTitle", "DocumentBackgroundImage", "DocumentLinkColor", "DocumentvLinkColor",
+        "DocumentaLinkColor", "DocumentLeftMargin", "DocumentTopMargin", "DocumentRightMargin",
+        "DocumentBottomMargin"};
+    HTMLEditorComponent fresh;
+    fresh.setSetHtmlSource(QStringLiteral("<p>early</p>"));
+    clsDocumentProperties *early = fresh.DocumentProperties();
+    for (const char *name : names) {
+        QVERIFY2(early->setProperty(name, QStringLiteral("7")), name);
+        QCOMPARE(early->property(name).toString(), QString());
+    }
+
+    m_editor->setSetHtmlSource(
+        QStringLiteral("<html><head><title>T</title></head>"
+                       "<body link=\"#00FF00\" leftmargin=\"3\">x</body></html>"));
+    clsDocumentProperties *properties = m_editor->DocumentProperties();
+    QCOMPARE(properties->DocumentLinkColor(), QStringLiteral("#00FF00"));
+    QCOMPARE(properties->DocumentLeftMargin(), QStringLiteral("3"));
+    QCOMPARE(properties->DocumentTitle(), QStringLiteral("T"));
+    for (const char *name : names) {
+        const QString value = QLatin1String(name).endsWith(QLatin1String("Color"))
+            ? QStringLiteral("#FF0000")
+            : QStringLiteral("12");
+        QVERIFY(properties->setProperty(name, value));
+        QCOMPARE(properties->property(name).toString(), value);
+    }
+    m_editor->setReturnFullDocument(true);
+    const QString html = m_editor->GetHtmlSource();
+    QVERIFY2(html.contains(QLatin1String("<title>12</title>")), qPrintable(html));
+    QVERIFY2(
+        html.contains(QLatin1String("vlink=\"#FF0000\""), Qt::CaseInsensitive), qPrintable(html));
+    QVERIFY2(
+        html.contains(QLatin1String("bottommargin=\"12\""), Qt::CaseInsensitive), qPrintable(html));
 }
 
 void tst_HTMLEditorComponent::keyWordsCreateOrUpdateTheMetaTag()
