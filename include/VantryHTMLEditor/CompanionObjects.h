@@ -6,8 +6,6 @@
 #include <QObject>
 #include <QString>
 
-#include <functional>
-
 namespace Vantry {
 
 // Configuration objects a host reaches through the editor's ContextMenu, Toolbar,
@@ -220,15 +218,6 @@ public:
     void setDocumentRightMargin(const QString &value);
     QString DocumentBottomMargin() const;
     void setDocumentBottomMargin(const QString &value);
-
-private:
-    friend class HTMLEditorComponent;
-    QString readProperty(const char *name) const;
-    void writeProperty(const char *name, const QString &value);
-
-    // Supplied by the editor that owns the document, by property name.
-    std::function<QString(const QString &name)> m_read;
-    std::function<void(const QString &name, const QString &value)> m_write;
 };
 
 } // namespace Vantry

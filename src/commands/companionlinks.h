@@ -4,6 +4,7 @@
 #include <QPointer>
 
 namespace Vantry {
+class clsDocumentProperties;
 class clsStyle;
 class clsToolbar;
 } // namespace Vantry
@@ -14,6 +15,7 @@ class DesignSurface;
 
 namespace Vantry::Commands {
 
+class DocumentPage;
 class EditorToolbar;
 
 // Ties a companion object to the part of an editor that serves it. A link is a child of
@@ -45,6 +47,19 @@ public:
 private:
     using QObject::QObject;
     QPointer<Platform::DesignSurface> m_surface;
+};
+
+class DocumentPropertiesLink : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void attach(clsDocumentProperties *companion, DocumentPage *page);
+    static DocumentPage *page(const clsDocumentProperties *companion);
+
+private:
+    using QObject::QObject;
+    QPointer<DocumentPage> m_page;
 };
 
 } // namespace Vantry::Commands

@@ -1,6 +1,7 @@
 #include <VantryHTMLEditor/CompanionObjects.h>
 
 #include "commands/companionlinks.h"
+#include "commands/documentpage.h"
 #include "commands/editortoolbar.h"
 #include "platform/designsurface.h"
 
@@ -45,6 +46,18 @@ Platform::DesignSurface *StyleSheetLink::surface(const clsStyle *companion)
 {
     const StyleSheetLink *link = linkOf<StyleSheetLink>(companion);
     return link ? link->m_surface.data() : nullptr;
+}
+
+void DocumentPropertiesLink::attach(clsDocumentProperties *companion, DocumentPage *page)
+{
+    if (companion)
+        ensureLink<DocumentPropertiesLink>(companion)->m_page = page;
+}
+
+DocumentPage *DocumentPropertiesLink::page(const clsDocumentProperties *companion)
+{
+    const DocumentPropertiesLink *link = linkOf<DocumentPropertiesLink>(companion);
+    return link ? link->m_page.data() : nullptr;
 }
 
 } // namespace Commands
@@ -196,125 +209,130 @@ clsDocumentProperties::clsDocumentProperties(QObject *parent)
 
 clsDocumentProperties::~clsDocumentProperties() = default;
 
-QString clsDocumentProperties::readProperty(const char *name) const
+namespace {
+
+QString readProperty(const clsDocumentProperties *companion, const char *name)
 {
-    return m_read ? m_read(QLatin1String(name)) : QString();
+    const Commands::DocumentPage *page = Commands::DocumentPropertiesLink::page(companion);
+    return page ? page->read(QLatin1String(name)) : QString();
 }
 
-void clsDocumentProperties::writeProperty(const char *name, const QString &value)
+void writeProperty(clsDocumentProperties *companion, const char *name, const QString &value)
 {
-    if (m_write)
-        m_write(QLatin1String(name), value);
+    if (Commands::DocumentPage *page = Commands::DocumentPropertiesLink::page(companion))
+        page->write(QLatin1String(name), value);
 }
+
+} // namespace
 
 QString clsDocumentProperties::DocumentBackgroundColor() const
 {
-    return readProperty("DocumentBackgroundColor");
+    return readProperty(this, "DocumentBackgroundColor");
 }
 
 void clsDocumentProperties::setDocumentBackgroundColor(const QString &value)
 {
-    writeProperty("DocumentBackgroundColor", value);
+    writeProperty(this, "DocumentBackgroundColor", value);
 }
 
 QString clsDocumentProperties::DocumentForegroundColor() const
 {
-    return readProperty("DocumentForegroundColor");
+    return readProperty(this, "DocumentForegroundColor");
 }
 
 void clsDocumentProperties::setDocumentForegroundColor(const QString &value)
 {
-    writeProperty("DocumentForegroundColor", value);
+    writeProperty(this, "DocumentForegroundColor", value);
 }
 
 QString clsDocumentProperties::DocumentTitle() const
 {
-    return readProperty("DocumentTitle");
+    return readProperty(this, "DocumentTitle");
 }
 
 void clsDocumentProperties::setDocumentTitle(const QString &value)
 {
-    writeProperty("DocumentTitle", value);
+    writeProperty(this, "DocumentTitle", value);
 }
 
 QString clsDocumentProperties::DocumentBackgroundImage() const
 {
-    return readProperty("DocumentBackgroundImage");
+    return readProperty(this, "DocumentBackgroundImage");
 }
 
 void clsDocumentProperties::setDocumentBackgroundImage(const QString &value)
 {
-    writeProperty("DocumentBackgroundImage", value);
+    writeProperty(this, "DocumentBackgroundImage", value);
 }
 
 QString clsDocumentProperties::DocumentLinkColor() const
 {
-    return readProperty("DocumentLinkColor");
+    return readProperty(this, "DocumentLinkColor");
 }
 
 void clsDocumentProperties::setDocumentLinkColor(const QString &value)
 {
-    writeProperty("DocumentLinkColor", value);
+    writeProperty(this, "DocumentLinkColor", value);
 }
 
 QString clsDocumentProperties::DocumentvLinkColor() const
 {
-    return readProperty("DocumentvLinkColor");
+    return readProperty(this, "DocumentvLinkColor");
 }
 
 void clsDocumentProperties::setDocumentvLinkColor(const QString &value)
 {
-    writeProperty("DocumentvLinkColor", value);
+    writeProperty(this, "DocumentvLinkColor", value);
 }
 
 QString clsDocumentProperties::DocumentaLinkColor() const
 {
-    return readProperty("DocumentaLinkColor");
+    return readProperty(this, "DocumentaLinkColor");
 }
 
 void clsDocumentProperties::setDocumentaLinkColor(const QString &value)
 {
-    writeProperty("DocumentaLinkColor", value);
+    writeProperty(this, "DocumentaLinkColor", value);
 }
 
 QString clsDocumentProperties::DocumentLeftMargin() const
 {
-    return readProperty("DocumentLeftMargin");
+    return readProperty(this, "DocumentLeftMargin");
 }
 
 void clsDocumentProperties::setDocumentLeftMargin(const QString &value)
 {
-    writeProperty("DocumentLeftMargin", value);
+    writeProperty(this, "DocumentLeftMargin", value);
 }
 
 QString clsDocumentProperties::DocumentTopMargin() const
 {
-    return readProperty("DocumentTopMargin");
+    return readProperty(this, "DocumentTopMargin");
 }
 
 void clsDocumentProperties::setDocumentTopMargin(const QString &value)
 {
-    writeProperty("DocumentTopMargin", value);
+    writeProperty(this, "DocumentTopMargin", value);
 }
 
 QString clsDocumentProperties::DocumentRightMargin() const
 {
-    return readProperty("DocumentRightMargin");
+    return readProperty(this, "DocumentRightMargin");
 }
 
 void clsDocumentProperties::setDocumentRightMargin(const QString &value)
 {
-    writeProperty("DocumentRightMargin", value);
+    writeProperty(this, "DocumentRightMargin", value);
 }
 
 QString clsDocumentProperties::DocumentBottomMargin() const
 {
-    return readProperty("DocumentBottomMargin");
+    return readProperty(this, "DocumentBottomMargin");
 }
 
 void clsDocumentProperties::setDocumentBottomMargin(const QString &value)
 {
-    writeProperty("DocumentBottomMargin", value);
+    writeProperty(this, "DocumentBottomMargin", value);
 }
 
 } // namespace Vantry

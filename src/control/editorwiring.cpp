@@ -8,6 +8,7 @@
 #include "commands/command.h"
 #include "commands/commandtables.h"
 #include "commands/contextmenus.h"
+#include "commands/documentpage.h"
 #include "commands/editortoolbar.h"
 #include "commands/executor.h"
 #include "commands/selectionstate.h"
@@ -74,6 +75,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     selectionHooks.prompts = currentPrompts;
     selection = std::make_unique<Commands::SelectionAccess>(
         *surface, references, std::move(selectionHooks));
+    page = std::make_unique<Commands::DocumentPage>(
+        *surface, *selection, references, [this] { return exchange->isDocumentReady(); });
     finder = std::make_unique<Text::FindReplace>(*surface, references);
     scriptInjection = std::make_unique<Text::ScriptInjection>(
         *surface,
@@ -214,6 +217,14 @@ HTMLEditorComponent::Private::~Private() = default;
 void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
 {
     Commands::StyleSheetLink::attach(style, surface);
+}
+
+clsDocumentProperties *HTMLEditorComponent::Private::attachDocumentProperties(
+    clsDocumentProperties *properties)
+{
+    documentProperties = properties;
+    Commands::DocumentPropertiesLink::attach(properties, page.get());
+    return properties;
 }
 
 // Stores, announces, then applies the effect the property table gives the property.

@@ -351,12 +351,12 @@ void HTMLEditorComponent::setStyleSheet(clsStyle *style)
 
 clsDocumentProperties *HTMLEditorComponent::DocumentProperties() const
 {
-    return d->companion(d->documentProperties);
+    return d->attachDocumentProperties(d->companion(d->documentProperties));
 }
 
 void HTMLEditorComponent::setDocumentProperties(clsDocumentProperties *properties)
 {
-    d->documentProperties = properties;
+    d->attachDocumentProperties(properties);
 }
 
 namespace {

@@ -32,6 +32,7 @@ class DesignSurface;
 namespace Commands {
 class CommandStatusSource;
 class ContextMenus;
+class DocumentPage;
 class EditorToolbar;
 class Executor;
 } // namespace Commands
@@ -72,6 +73,8 @@ public:
         return slot;
     }
     void attachStyle(clsStyle *style);
+    // Keeps properties as the editor's companion and lets it reach the document.
+    clsDocumentProperties *attachDocumentProperties(clsDocumentProperties *properties);
     // The underlines use the dictionary of the last spelling check, else the system's.
     void applySpellingUnderlines();
 
@@ -89,6 +92,7 @@ public:
     std::unique_ptr<Text::SpellingCheck> spelling;
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
+    std::unique_ptr<Commands::DocumentPage> page;
     std::unique_ptr<Text::FindReplace> finder;
     std::unique_ptr<Text::ScriptInjection> scriptInjection;
     std::unique_ptr<Text::Printing> printing;

@@ -422,13 +422,25 @@ void tst_HTMLEditorComponent::documentPropertiesNeedALoadedDocument()
         "DocumentTitle", "DocumentBackgroundImage", "DocumentLinkColor", "DocumentvLinkColor",
         "DocumentaLinkColor", "DocumentLeftMargin", "DocumentTopMargin", "DocumentRightMargin",
         "DocumentBottomMargin"};
-    HTMLEditorComponent fresh;
-    fresh.setSetHtmlSource(QStringLiteral("<p>early</p>"));
-    clsDocumentProperties *early = fresh.DocumentProperties();
-    for (const char *name : names) {
-        QVERIFY2(early->setProperty(name, QStringLiteral("7")), name);
-        QCOMPARE(early->property(name).toString(), QString());
+    // A companion of the host's serves nothing before the first document, nor once its
+    // editor has gone.
+    clsDocumentProperties hostOwned;
+    const auto servesNothing = [&hostOwned, &names] {
+        for (const char *name : names) {
+            if (!hostOwned.setProperty(name, QStringLiteral("7"))
+                || !hostOwned.property(name).toString().isEmpty())
+                return false;
+        }
+        return true;
+    };
+    {
+        HTMLEditorComponent fresh;
+        fresh.setDocumentProperties(&hostOwned);
+        fresh.setSetHtmlSource(QStringLiteral("<p>early</p>"));
+        QCOMPARE(fresh.DocumentProperties(), &hostOwned);
+        QVERIFY(servesNothing());
     }
+    QVERIFY(servesNothing());
 
     m_editor->setSetHtmlSource(
         QStringLiteral("<html><head><title>T</title></head>"
