@@ -176,34 +176,6 @@ QStringList linkTargets(const QString &hostText)
     return targets;
 }
 
-QStringList linkPrefixes()
-{
-    return {
-        QStringLiteral("http://"), QStringLiteral("ftp://"), QStringLiteral("mailto:"), QString()};
-}
-
-PrefixedAddress splitLinkPrefix(const QString &address)
-{
-    const QStringList prefixes = linkPrefixes();
-    for (int i = 0; i < prefixes.size(); ++i) {
-        if (!prefixes.at(i).isEmpty() && address.startsWith(prefixes.at(i), Qt::CaseInsensitive))
-            return {i, address.mid(prefixes.at(i).size())};
-    }
-    return {int(prefixes.size() - 1), address};
-}
-
-QString joinLinkPrefix(int prefix, const QString &rest)
-{
-    const QString address = rest.trimmed();
-    if (address.isEmpty())
-        return {};
-    // A prefix typed into the box wins over the list's.
-    const QStringList prefixes = linkPrefixes();
-    const PrefixedAddress typed = splitLinkPrefix(address);
-    const int chosen = typed.prefix < prefixes.size() - 1 ? typed.prefix : prefix;
-    return prefixes.value(chosen) + typed.rest;
-}
-
 QString linkValidationMessage(int kind, int siteIndex, int pageIndex, int portalIndex)
 {
     if (kind == LinkPropertiesValues::LinkPortalPage && portalIndex <= 0)

@@ -8,8 +8,8 @@
 
 #include <optional>
 
-// The link dialog's rules: the host's XML lists, the target list, the address prefixes and
-// the content-management reference an anchor keeps. Qt Core and QtXml only.
+// The link dialog's rules: the host's XML lists, the target list and the content-management
+// reference an anchor keeps. Qt Core and QtXml only.
 namespace Vantry::Dialogs {
 
 enum class LinkListKind
@@ -69,19 +69,6 @@ LinkListLoad loadLinkList(
 // "Target" attribute (else "Name", else their text) is the name. Empty, or unreadable,
 // gives "_blank", "_parent", "_self", "_top".
 QStringList linkTargets(const QString &hostText);
-
-// The address prefixes: "http://", "ftp://", "mailto:", and "" for any other address,
-// which is kept whole.
-QStringList linkPrefixes();
-// An address split into the index of its prefix (recognised in any case) and the rest.
-struct PrefixedAddress
-{
-    int prefix = 0;
-    QString rest;
-};
-PrefixedAddress splitLinkPrefix(const QString &address);
-// What the address kind collects: the prefix and the rest, or nothing when the rest is empty.
-QString joinLinkPrefix(int prefix, const QString &rest);
 
 // The message OK shows when the chosen kind lacks its page, else empty. Indexes are those
 // of the lists, 0 the prompt.

@@ -1,5 +1,7 @@
 #include "dialogs/linkpropertiesdialog.h"
 
+#include "dialogs/imagemarkup.h"
+
 #include <VantryHTMLEditor/UserPrompts.h>
 
 #include <QButtonGroup>
@@ -69,8 +71,10 @@ LinkPropertiesDialog::LinkPropertiesDialog(PromptsAccess prompts, QWidget *paren
 
     QWidget *addressPanel = panel(QStringLiteral("picControls"), m_panels);
     m_prefix->setObjectName(QStringLiteral("cbo_LinkPrefix"));
+    // The last entry keeps any other address whole.
     for (const QString &prefix : linkPrefixes())
-        m_prefix->addItem(prefix.isEmpty() ? QStringLiteral("(other)") : prefix);
+        m_prefix->addItem(prefix, prefix);
+    m_prefix->addItem(QStringLiteral("(other)"), QString());
     m_url->setObjectName(QStringLiteral("txtLinkURL"));
     m_url->setMinimumWidth(280);
     auto *addressForm = new QFormLayout(addressPanel);
@@ -172,10 +176,10 @@ void LinkPropertiesDialog::takeAddress(const QStringList &addresses, int index)
 
 void LinkPropertiesDialog::recognisePrefix()
 {
-    const PrefixedAddress typed = splitLinkPrefix(m_url->text());
-    if (typed.prefix == m_prefix->count() - 1)
+    const SplitLink typed = splitLinkPrefix(m_url->text());
+    if (typed.prefix.isEmpty())
         return;
-    m_prefix->setCurrentIndex(typed.prefix);
+    m_prefix->setCurrentIndex(int(linkPrefixes().indexOf(typed.prefix)));
     m_url->setText(typed.rest);
 }
 
@@ -186,8 +190,12 @@ void LinkPropertiesDialog::setValues(const LinkPropertiesValues &values)
     loadPages(values.PageID);
     loadList(LinkListKind::PortalPages, m_portalPage, &m_portalAddresses, values.PortalPageID);
 
-    const PrefixedAddress address = splitLinkPrefix(values.URL);
-    m_prefix->setCurrentIndex(values.URL.isEmpty() ? 0 : address.prefix);
+    const SplitLink address = splitLinkPrefix(values.URL);
+    const qsizetype known = linkPrefixes().indexOf(address.prefix);
+    // A new address starts at the first prefix; one with none of them shows "(other)".
+    m_prefix->setCurrentIndex(known >= 0 ? int(known)
+            : values.URL.isEmpty()       ? 0
+                                         : m_prefix->count() - 1);
     m_url->setText(address.rest);
     m_target->clear();
     m_target->addItem(QString());
@@ -217,7 +225,7 @@ LinkPropertiesValues LinkPropertiesDialog::values() const
         values.URL = m_portalAddresses.value(m_portalPage->currentIndex());
         break;
     default:
-        values.URL = joinLinkPrefix(m_prefix->currentIndex(), m_url->text());
+        values.URL = joinLinkPrefix(m_prefix->currentData().toString(), m_url->text().trimmed());
         break;
     }
     values.Target = m_target->currentText().trimmed();

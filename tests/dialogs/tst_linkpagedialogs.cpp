@@ -1,4 +1,4 @@
-// The link and page dialogs without an engine: the host's XML lists, targets, prefixes and
+// The link and page dialogs without an engine: the host's XML lists, targets and
 // references, the page-property orders, and the link dialog's lists, messages and answer.
 
 #include "../common/recordingprompts.h"
@@ -41,7 +41,7 @@ private Q_SLOTS:
     void xmlLists();
     void targets_data();
     void targets();
-    void prefixesAndReferences();
+    void linkReferences();
     void pageOrders();
     void linkDialogOpensOnTheLinkedPageAndValidates_data();
     void linkDialogOpensOnTheLinkedPageAndValidates();
@@ -143,16 +143,8 @@ void tst_LinkPageDialogs::targets()
     QCOMPARE(linkTargets(host), targets);
 }
 
-void tst_LinkPageDialogs::prefixesAndReferences()
+void tst_LinkPageDialogs::linkReferences()
 {
-    QCOMPARE(splitLinkPrefix(QStringLiteral("MAILTO:a@b.org")).prefix, 2);
-    QCOMPARE(splitLinkPrefix(QStringLiteral("HTTP://x.org")).rest, QStringLiteral("x.org"));
-    QCOMPARE(splitLinkPrefix(QStringLiteral("page.html")).prefix, 3);
-    QCOMPARE(joinLinkPrefix(1, QStringLiteral("host/a")), QStringLiteral("ftp://host/a"));
-    QCOMPARE(joinLinkPrefix(0, QStringLiteral("FTP://host")), QStringLiteral("ftp://host"));
-    QCOMPARE(joinLinkPrefix(3, QStringLiteral("../a.html")), QStringLiteral("../a.html"));
-    QCOMPARE(joinLinkPrefix(0, QStringLiteral(" ")), QString());
-
     LinkPropertiesValues values;
     readLinkReference(QStringLiteral("cms:3:13"), values);
     QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkContentPage));
