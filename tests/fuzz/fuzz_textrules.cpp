@@ -1,6 +1,6 @@
 // Feeds the rules that take host or file text arbitrary input: content rules, text codecs,
-// source text and the markup builders. Run under ASan and UBSan, any memory error,
-// undefined behaviour or broken invariant aborts.
+// source text, the markup builders and the host's link lists. Run under ASan and UBSan, any
+// memory error, undefined behaviour or broken invariant aborts.
 //
 // LLVMFuzzerTestOneInput is libFuzzer's entry point; built with VANTRY_FUZZ_DRIVER, a main
 // of its own feeds it reproducible random input instead (and replays files named on the
@@ -11,6 +11,7 @@
 #include "control/contentrules.h"
 #include "control/settings.h"
 #include "control/textcodec.h"
+#include "dialogs/linklists.h"
 #include "platform/scintilla/sourcetext.h"
 
 #include <QByteArray>
@@ -105,6 +106,29 @@ void fuzzSourceAndCommands(const QString &text, const QString &find, const QStri
     Commands::imageMarkup(image);
 }
 
+void fuzzLinkLists(const QString &text, const QString &find)
+{
+    using namespace Dialogs;
+    for (const LinkListKind kind :
+        {LinkListKind::Sites, LinkListKind::Pages, LinkListKind::PortalPages}) {
+        const LinkListLoad load = loadLinkList(kind, text, find, find.toInt());
+        if (!load.list) {
+            check(!load.error.message(kind).isEmpty(), "a list that fails to load says why");
+            continue;
+        }
+        const LinkList &list = *load.list;
+        check(list.names.size() == list.ids.size() && list.ids.size() == list.addresses.size()
+                && list.current >= 0 && list.current < list.names.size(),
+            "a loaded list is whole and selects one of its entries");
+    }
+    check(!linkTargets(text).isEmpty(), "there is always a target to choose");
+    LinkPropertiesValues values;
+    readLinkReference(text, values);
+    LinkPropertiesValues again;
+    readLinkReference(linkReference(values), again);
+    check(linkReference(again) == linkReference(values), "a link reference reads back the same");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -120,6 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     fuzzCodec(bytes, pieces.value(1).left(24));
     fuzzContent(text, find, other);
     fuzzSourceAndCommands(text, find, other);
+    fuzzLinkLists(text, find);
     return 0;
 }
 
@@ -142,7 +167,8 @@ const char *const tokens[] = {"<HTML>", "<html>", "<BASE HREF=\"x\">", "<base", 
     "charset=", "<!--", "-->", "<!-->", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF", "\xC3\xA9",
     "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\x80", "\xA4", "\0", "C:\\\\site\\", "C:\\site\\", "true",
     "TRUE", "1", "0", "1000", "100", "-1", "99999999999", "</", "<d", "utf-8", "windows-1252",
-    "x-user-defined", "\xED\xA0\x80"};
+    "x-user-defined", "\xED\xA0\x80", "<P PortalPageID=\"", "<Site ArticleSiteID=\"",
+    "\" ArticleSectionID=\"", "\" PageURL=\"", "<Pages>", "</Pages>", "/>", "cms:3:", "portal:"};
 
 QByteArray randomInput(std::mt19937 &random)
 {
