@@ -1,5 +1,6 @@
 #pragma once
 
+#include <VantryHTMLEditor/StyleDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -36,6 +37,12 @@ public:
     virtual bool insertTable(InsertTableValues &values) = 0;
     virtual bool tableProperties(TablePropertiesValues &values) = 0;
     virtual bool cellProperties(CellPropertiesValues &values) = 0;
+
+    // Styles: frmSelectStyle, frmFlashProperties and the element's attributes. An
+    // implementation that does not offer one of these cancels it.
+    virtual bool selectStyle(SelectStyleValues &values);
+    virtual bool flashProperties(FlashPropertiesValues &values);
+    virtual bool elementProperties(ElementPropertiesValues &values);
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -49,6 +56,11 @@ public:
     bool insertTable(InsertTableValues &values) override;
     bool tableProperties(TablePropertiesValues &values) override;
     bool cellProperties(CellPropertiesValues &values) override;
+
+    // Styles.
+    bool selectStyle(SelectStyleValues &values) override;
+    bool flashProperties(FlashPropertiesValues &values) override;
+    bool elementProperties(ElementPropertiesValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

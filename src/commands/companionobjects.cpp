@@ -122,6 +122,59 @@ clsStyle::clsStyle(QObject *parent)
 
 clsStyle::~clsStyle() = default;
 
+QList<StyleSheetInfo> clsStyle::sheets() const
+{
+    return m_sheets ? m_sheets() : QList<StyleSheetInfo>();
+}
+
+bool clsStyle::SetStyleSheet(const QString &sStyleSheetURL)
+{
+    return m_addSheet && m_addSheet(sStyleSheetURL);
+}
+
+QStringList clsStyle::GetAllStyleSheets() const
+{
+    QStringList hrefs;
+    for (const StyleSheetInfo &sheet : sheets())
+        hrefs.append(sheet.href);
+    return hrefs.isEmpty() ? QStringList{QString()} : hrefs;
+}
+
+StyleSheetInfo clsStyle::GetStyleSheet(const QString &sStyleSheetName) const
+{
+    for (const StyleSheetInfo &sheet : sheets()) {
+        if (sheet.href.contains(sStyleSheetName, Qt::CaseInsensitive))
+            return sheet;
+    }
+    return {};
+}
+
+QVariant clsStyle::GetStyleSheetRule(
+    const StyleSheetInfo &oStyleSheet, const QString &sRuleName) const
+{
+    for (const StyleSheetRule &rule : oStyleSheet.rules) {
+        if (rule.selectorText == sRuleName)
+            return QVariant::fromValue(rule);
+    }
+    return {};
+}
+
+QVariantList clsStyle::GetAllStyleSheetRules() const
+{
+    QVariantList selectors;
+    for (const StyleSheetInfo &sheet : sheets())
+        selectors.append(GetStyleSheetRules(sheet));
+    return selectors;
+}
+
+QVariantList clsStyle::GetStyleSheetRules(const StyleSheetInfo &oStyleSheet) const
+{
+    QVariantList selectors;
+    for (const StyleSheetRule &rule : oStyleSheet.rules)
+        selectors.append(rule.selectorText);
+    return selectors;
+}
+
 QString clsStyle::LoadStylesSource() const
 {
     QString markup;

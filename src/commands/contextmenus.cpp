@@ -43,7 +43,11 @@ QList<ContextMenuEntry> contextMenuEntries(
             {command("Insert Row", 28), command("Insert Column", 30), command("Delete Row", 29),
                 command("Delete Column", 31), command("Table Cell Properties", 56)}},
         {Menu::cm_TableMenus, context.table && !image, {command("Table Properties", 55)}},
-        {Menu::cm_ImageMenus, image, {command("Image Properties", 15)}},
+        {Menu::cm_ImageMenus, image,
+            context.object
+                ? QList<ContextMenuEntry>{{Kind::FlashProperties,
+                      QStringLiteral("Flash Movie Properties"), 0, {}}}
+                : QList<ContextMenuEntry>{command("Image Properties", 15)}},
         {Menu::cm_HyperlinkMenus, context.hyperlink, {command("Link Properties", 13)}},
         {Menu::cm_BodyMenus, context.body, {command("Page Properties", 50)}},
         {Menu::cm_ElementPropertiesMenus, true,
@@ -94,8 +98,10 @@ MenuContext ContextMenus::contextOfSelection()
         const QString tag = step.tagName.toUpper();
         if (tag == QLatin1String("HTML"))
             break;
-        if (tag == QLatin1String("IMG") || tag == QLatin1String("OBJECT"))
+        if (tag == QLatin1String("IMG") || tag == QLatin1String("OBJECT")) {
             context.image = true;
+            context.object = context.object || tag == QLatin1String("OBJECT");
+        }
         else if (tag == QLatin1String("BODY"))
             context.body = true;
         else if (tag == QLatin1String("A"))
@@ -127,6 +133,10 @@ void ContextMenus::choose(const ContextMenuEntry &entry)
         break;
     case Kind::ElementProperties:
         m_hooks.elementProperties();
+        break;
+    case Kind::FlashProperties:
+        if (m_hooks.flashProperties)
+            m_hooks.flashProperties();
         break;
     case Kind::Custom:
         m_hooks.customClicked(entry.customKey);

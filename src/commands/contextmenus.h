@@ -26,6 +26,8 @@ class SelectionAccess;
 struct MenuContext
 {
     bool image = false;
+    // An OBJECT (a Flash movie) is an image to the menu, with its own properties entry.
+    bool object = false;
     bool body = false;
     bool hyperlink = false;
     bool table = false;
@@ -39,6 +41,7 @@ struct ContextMenuEntry
     {
         Command,
         ElementProperties,
+        FlashProperties,
         Custom,
         Separator
     };
@@ -67,6 +70,7 @@ public:
         std::function<void(int number)> execute;
         std::function<void()> elementProperties;
         std::function<void(const QString &key)> customClicked;
+        std::function<void()> flashProperties;
     };
 
     ContextMenus(Platform::DesignSurface &surface, SelectionAccess &selection, Hooks hooks);

@@ -4,6 +4,7 @@
 #include "commands/positioning.h"
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
+#include "dialogs/styleflow.h"
 #include "dialogs/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -68,6 +69,16 @@ bool PendingDialogLauncher::elementProperties()
     return announce(QStringLiteral("The element properties dialog"));
 }
 
+bool DialogLauncher::flashProperties()
+{
+    return false;
+}
+
+bool DialogLauncher::selectStyle()
+{
+    return false;
+}
+
 bool PendingDialogLauncher::spellCheck(const QString &)
 {
     return announce(QStringLiteral("Spell checking"));
@@ -107,6 +118,29 @@ bool EditorDialogLauncher::cellProperties()
         return PendingDialogLauncher::cellProperties();
     return Dialogs::editCellProperties({m_surface, m_selection, m_references, m_hooks.dialogs(),
         m_hooks.prompts(), m_hooks.placeImage, QString()});
+}
+
+Dialogs::TableFlow EditorDialogLauncher::flow()
+{
+    return {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+        m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()};
+}
+
+bool EditorDialogLauncher::elementProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::elementProperties();
+    return Dialogs::editElementProperties(flow());
+}
+
+bool EditorDialogLauncher::flashProperties()
+{
+    return m_hooks.dialogs && Dialogs::editFlashProperties(flow());
+}
+
+bool EditorDialogLauncher::selectStyle()
+{
+    return m_hooks.dialogs && Dialogs::selectStyle(flow());
 }
 
 Executor::Executor(

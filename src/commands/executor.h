@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/commandtables.h"
+#include "dialogs/tableflow.h"
 
 #include <QString>
 #include <QVariant>
@@ -54,6 +55,10 @@ public:
     virtual bool cellProperties() = 0;
     virtual bool elementProperties() = 0;
     virtual bool spellCheck(const QString &bodyHtml) = 0;
+    // No command reaches these; the context menu and the editor's methods do. Without
+    // dialogs they do nothing.
+    virtual bool flashProperties();
+    virtual bool selectStyle();
 };
 
 // Until the dialogs exist the user is told which one the command will open; nothing
@@ -159,8 +164,8 @@ private:
     bool m_switches[3] = {false, false, false};
 };
 
-// The launcher an executor starts with: the table dialogs through the editor's dialogs
-// (hooks.dialogs; while unset they are announced like the others).
+// The launcher an executor starts with: the table, style, Flash and element dialogs through
+// the editor's dialogs (hooks.dialogs; while unset they are announced like the others).
 class EditorDialogLauncher : public PendingDialogLauncher
 {
 public:
@@ -170,8 +175,13 @@ public:
     bool insertTableDialog(QVariant *parameters) override;
     bool tableProperties() override;
     bool cellProperties() override;
+    bool elementProperties() override;
+    bool flashProperties() override;
+    bool selectStyle() override;
 
 private:
+    Dialogs::TableFlow flow();
+
     Platform::DesignSurface &m_surface;
     SelectionAccess &m_selection;
     DocumentReferences &m_references;

@@ -17,6 +17,8 @@
 #include "control/settings.h"
 #include "control/shortcuts.h"
 #include "control/sourceview.h"
+#include "dialogs/styleflow.h"
+#include "dialogs/stylerules.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/findreplacedialog.h"
 #include "platform/prompts/userprompts.h"
@@ -71,6 +73,11 @@ public:
         int button, int shift, double x, double y);
     template <typename T> T *companion(QPointer<T> &slot) const;
     void attachStyle(clsStyle *style);
+    // The context of the style methods; they place no images.
+    Dialogs::TableFlow styleFlow()
+    {
+        return {*surface, *selection, references, *dialogs, *prompts, {}, settings.ImageDirectory};
+    }
     void showFindDialog();
 
     HTMLEditorComponent *q;
@@ -211,7 +218,14 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     menuHooks.disabled = [this] { return settings.DisableContextMenus; };
     menuHooks.settings = [q]() -> clsContextMenu & { return *q->ContextMenu(); };
     menuHooks.execute = [this](int number) { executor->executeCommand(number); };
-    menuHooks.elementProperties = [this] { executor->dialogs().elementProperties(); };
+    menuHooks.elementProperties = [this, q] {
+        if (executor->dialogs().elementProperties())
+            q->setisDirty(true);
+    };
+    menuHooks.flashProperties = [this, q] {
+        if (executor->dialogs().flashProperties())
+            q->setisDirty(true);
+    };
     menuHooks.customClicked = [q](const QString &key) {
         QString sCustomMenuKey = key;
         Q_EMIT q->CustomContextMenuClick(sCustomMenuKey);
@@ -323,8 +337,18 @@ template <typename T> T *HTMLEditorComponent::Private::companion(QPointer<T> &sl
 
 void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
 {
-    if (style)
-        style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
+    if (!style)
+        return;
+    style->m_sheetAddresses = [this] { return surface->styleSheetHrefs(); };
+    style->m_sheets = [this] {
+        return exchange->isDocumentReady() ? surface->styleSheets() : QList<StyleSheetInfo>();
+    };
+    style->m_addSheet = [this](const QString &href) {
+        const bool linked = exchange->isDocumentReady() && surface->addStyleSheet(href);
+        if (linked)
+            q->setisDirty(true);
+        return linked;
+    };
 }
 
 void HTMLEditorComponent::Private::raiseMouse(
@@ -588,6 +612,34 @@ void HTMLEditorComponent::FindAndReplaceHTML(
     const QVariant &sHTMLToFind, const QVariant &sHTMLToReplace)
 {
     d->selection->findAndReplaceHTML(sHTMLToFind.toString(), sHTMLToReplace.toString());
+}
+
+QString HTMLEditorComponent::GetStyleOfCurrentElement(const QString &Style)
+{
+    return Dialogs::currentElementStyle(d->styleFlow(), Style);
+}
+
+void HTMLEditorComponent::SetStyleOfCurrentElement(const QString &Style, const QString &Value)
+{
+    if (DesignViewActive() && Dialogs::setCurrentElementStyle(d->styleFlow(), Style, Value))
+        setisDirty(true);
+}
+
+void HTMLEditorComponent::SetFilterOfCurrentElement(const QString &Filter, const QString &Property)
+{
+    SetStyleOfCurrentElement(QStringLiteral("filter"), Dialogs::filterText(Filter, Property));
+}
+
+void HTMLEditorComponent::SelectStyleDialog()
+{
+    if (DesignViewActive() && d->executor->dialogs().selectStyle())
+        setisDirty(true);
+}
+
+void HTMLEditorComponent::FlashMovieDialog()
+{
+    if (DesignViewActive() && d->executor->dialogs().flashProperties())
+        setisDirty(true);
 }
 
 QVariant HTMLEditorComponent::CheckBoolean(const QVariant &sValue) const

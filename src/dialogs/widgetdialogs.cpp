@@ -3,7 +3,10 @@
 #include <VantryHTMLEditor/UserPrompts.h>
 
 #include "dialogs/cellpropertiesdialog.h"
+#include "dialogs/elementpropertiesdialog.h"
+#include "dialogs/flashpropertiesdialog.h"
 #include "dialogs/inserttabledialog.h"
+#include "dialogs/selectstyledialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
 #include <QWidget>
@@ -11,6 +14,24 @@
 namespace Vantry {
 
 EditorDialogs::~EditorDialogs() = default;
+
+bool EditorDialogs::selectStyle(SelectStyleValues &values)
+{
+    values.Cancel = true;
+    return false;
+}
+
+bool EditorDialogs::flashProperties(FlashPropertiesValues &values)
+{
+    values.Cancel = true;
+    return false;
+}
+
+bool EditorDialogs::elementProperties(ElementPropertiesValues &values)
+{
+    values.Cancel = true;
+    return false;
+}
 
 WidgetDialogs::WidgetDialogs(QWidget *parent)
     : m_parent(parent)
@@ -65,6 +86,26 @@ bool WidgetDialogs::tableProperties(TablePropertiesValues &values)
 bool WidgetDialogs::cellProperties(CellPropertiesValues &values)
 {
     Dialogs::CellPropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::selectStyle(SelectStyleValues &values)
+{
+    Dialogs::SelectStyleDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::flashProperties(FlashPropertiesValues &values)
+{
+    Dialogs::FlashPropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::elementProperties(ElementPropertiesValues &values)
+{
+    Dialogs::ElementPropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
 }
 

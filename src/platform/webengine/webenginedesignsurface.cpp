@@ -141,7 +141,7 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
     page->scripts().insert(adapterScript(QStringLiteral("vantry-ranges"),
         resourceText(QStringLiteral(":/vantry/webengine/ranges.js"))));
-    for (const char *name : {"commands", "tables", "positioning", "marks", "find"}) {
+    for (const char *name : {"commands", "tables", "positioning", "marks", "find", "styles"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
@@ -684,6 +684,63 @@ bool WebEngineDesignSurface::editElementFields(
         list.append(QVariant(QVariantList{kind, edit.name, edit.value.value_or(QString())}));
     }
     return callBool(QStringLiteral("editElementFields"), {element.toVariant(), list});
+}
+
+namespace {
+
+QList<std::pair<QString, QString>> pairs(const QVariant &list)
+{
+    QList<std::pair<QString, QString>> out;
+    for (const QVariant &item : list.toList()) {
+        const QVariantList pair = item.toList();
+        out.append({pair.value(0).toString(), pair.value(1).toString()});
+    }
+    return out;
+}
+
+} // namespace
+
+QList<StyleSheetInfo> WebEngineDesignSurface::styleSheets()
+{
+    QList<StyleSheetInfo> sheets;
+    for (const QVariant &item : callValue(QStringLiteral("styleSheets")).toList()) {
+        const QVariantList sheet = item.toList();
+        StyleSheetInfo info;
+        info.href = sheet.value(0).toString();
+        info.index = int(sheets.size());
+        info.rulesReadable = sheet.value(1).toBool();
+        for (const auto &[selector, cssText] : pairs(sheet.value(2)))
+            info.rules.append({selector, cssText});
+        sheets.append(info);
+    }
+    return sheets;
+}
+
+bool WebEngineDesignSurface::addStyleSheet(const QString &href)
+{
+    return callBool(QStringLiteral("addStyleSheet"), {href});
+}
+
+DesignSurface::AttributeList WebEngineDesignSurface::elementAttributes(const Element &element)
+{
+    const QVariantMap answer
+        = callValue(QStringLiteral("elementAttributes"), {element.toVariant()}).toMap();
+    return {answer.value(QStringLiteral("tag")).toString(),
+        pairs(answer.value(QStringLiteral("attributes")))};
+}
+
+QList<std::pair<QString, QString>> WebEngineDesignSurface::objectParams(const Element &object)
+{
+    return pairs(callValue(QStringLiteral("objectParams"), {object.toVariant()}));
+}
+
+bool WebEngineDesignSurface::setObjectParams(
+    const Element &object, const QList<std::pair<QString, QString>> &params)
+{
+    QVariantList list;
+    for (const auto &[name, value] : params)
+        list.append(QVariant(QVariantList{name, value}));
+    return callBool(QStringLiteral("setObjectParams"), {object.toVariant(), list});
 }
 
 TableParts WebEngineDesignSurface::tableParts(const Element &table)
