@@ -129,7 +129,7 @@ QList<StyleSheetInfo> clsStyle::sheets() const
 
 bool clsStyle::SetStyleSheet(const QString &sStyleSheetURL)
 {
-    return m_addSheet && m_addSheet(sStyleSheetURL);
+    return m_addSheet && !sStyleSheetURL.trimmed().isEmpty() && m_addSheet(sStyleSheetURL);
 }
 
 QStringList clsStyle::GetAllStyleSheets() const

@@ -70,7 +70,8 @@ public:
         std::function<void(int number)> execute;
         std::function<void()> elementProperties;
         std::function<void(const QString &key)> customClicked;
-        std::function<void()> flashProperties;
+        // The Flash movie dialog; unset leaves the entry without effect.
+        std::function<void()> flashProperties = {};
     };
 
     ContextMenus(Platform::DesignSurface &surface, SelectionAccess &selection, Hooks hooks);

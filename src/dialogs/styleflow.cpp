@@ -132,8 +132,18 @@ bool editFlashProperties(const TableFlow &flow)
     }
     if (!object.isNull())
         return flow.surface.setObjectParams(object, flashParams(values));
-    flow.selection.replaceSelection(flashObjectBlock(values));
-    return !flow.surface.lastCallFailed();
+    // A selected control gives way to the movie; otherwise the movie takes the place of the
+    // selected text in one paste, so that one undo brings the text back.
+    const Platform::SelectionType type = flow.surface.selectionType();
+    if (flow.surface.lastCallFailed())
+        return false;
+    if (type == Platform::SelectionType::Control) {
+        flow.selection.replaceSelection(flashObjectBlock(values));
+        return !flow.surface.lastCallFailed();
+    }
+    const Platform::TextRange range = flow.surface.selectionRange();
+    return !flow.surface.lastCallFailed()
+        && flow.surface.pasteHTML(range, flashObjectBlock(values));
 }
 
 bool editElementProperties(const TableFlow &flow)

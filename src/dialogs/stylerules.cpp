@@ -64,9 +64,13 @@ QString filterText(const QString &filter, const QString &property)
 
 QString cssPropertyName(const QString &name)
 {
+    // A capital after a small letter starts a word of a script name.
+    const QString trimmed = name.trimmed();
+    const bool scriptName = !trimmed.contains(QLatin1Char('-'));
     QString out;
-    for (const QChar c : name.trimmed()) {
-        if (c.isUpper() && !out.isEmpty() && !name.contains(QLatin1Char('-')))
+    for (qsizetype i = 0; i < trimmed.size(); ++i) {
+        const QChar c = trimmed.at(i);
+        if (scriptName && c.isUpper() && i > 0 && trimmed.at(i - 1).isLower())
             out += QLatin1Char('-');
         out += c.toLower();
     }
