@@ -27,6 +27,10 @@ QList<ContextMenuEntry> contextMenuEntries(
 {
     const bool image = context.image;
     const bool positioning = !context.hyperlink && context.position.available;
+    // A movie has properties of its own.
+    const ContextMenuEntry imageEntry = context.object
+        ? ContextMenuEntry{Kind::FlashProperties, QStringLiteral("Flash Movie Properties"), 0, {}}
+        : command("Image Properties", 15);
     struct Group
     {
         Menu menu;
@@ -43,11 +47,7 @@ QList<ContextMenuEntry> contextMenuEntries(
             {command("Insert Row", 28), command("Insert Column", 30), command("Delete Row", 29),
                 command("Delete Column", 31), command("Table Cell Properties", 56)}},
         {Menu::cm_TableMenus, context.table && !image, {command("Table Properties", 55)}},
-        {Menu::cm_ImageMenus, image,
-            context.object
-                ? QList<ContextMenuEntry>{{Kind::FlashProperties,
-                      QStringLiteral("Flash Movie Properties"), 0, {}}}
-                : QList<ContextMenuEntry>{command("Image Properties", 15)}},
+        {Menu::cm_ImageMenus, image, {imageEntry}},
         {Menu::cm_HyperlinkMenus, context.hyperlink, {command("Link Properties", 13)}},
         {Menu::cm_BodyMenus, context.body, {command("Page Properties", 50)}},
         {Menu::cm_ElementPropertiesMenus, true,
@@ -101,8 +101,7 @@ MenuContext ContextMenus::contextOfSelection()
         if (tag == QLatin1String("IMG") || tag == QLatin1String("OBJECT")) {
             context.image = true;
             context.object = context.object || tag == QLatin1String("OBJECT");
-        }
-        else if (tag == QLatin1String("BODY"))
+        } else if (tag == QLatin1String("BODY"))
             context.body = true;
         else if (tag == QLatin1String("A"))
             context.hyperlink = true;

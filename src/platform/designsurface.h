@@ -153,7 +153,8 @@ public:
     // The PARAMs of an OBJECT as name and value; setting them is one undo step.
     virtual QList<std::pair<QString, QString>> objectParams(const Element &object) = 0;
     virtual bool setObjectParams(
-        const Element &object, const QList<std::pair<QString, QString>> &params) = 0;
+        const Element &object, const QList<std::pair<QString, QString>> &params)
+        = 0;
     virtual QList<Element> images() = 0;
     virtual QList<Element> scripts() = 0;
 
