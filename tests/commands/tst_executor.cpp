@@ -1181,7 +1181,7 @@ void tst_Executor::styleSheetsOfTheDocument()
     QFETCH(QVariantList, selectors);
     QFETCH(QString, links);
     load(document);
-    const clsStyle &style = *m_editor->StyleSheet();
+    clsStyle &style = *m_editor->StyleSheet();
     QCOMPARE(style.GetAllStyleSheets(), sheets);
     QCOMPARE(style.GetAllStyleSheetRules(), selectors);
     QCOMPARE(style.LoadStylesSource(), links);
@@ -1197,6 +1197,13 @@ void tst_Executor::styleSheetsOfTheDocument()
         style.GetStyleSheetRule(first, QStringLiteral(".warn")).value<StyleSheetRule>().cssText,
         embeddedFirst ? QStringLiteral("color: red;") : QString());
     QVERIFY(!style.GetStyleSheetRule(first, QStringLiteral("warn")).isValid());
+
+    QVERIFY(!style.SetStyleSheet(QStringLiteral(" ")));
+    QVERIFY(style.SetStyleSheet(QStringLiteral("extra.css")));
+    QVERIFY(style.GetAllStyleSheets().contains(QStringLiteral("extra.css")));
+    // The link is one undo step; taking it back keeps it from the next document.
+    m_editor->UnDo();
+    QCOMPARE(style.GetAllStyleSheets(), sheets);
 }
 
 void tst_Executor::styleOfTheCurrentElement()
@@ -1214,6 +1221,14 @@ void tst_Executor::styleOfTheCurrentElement()
     QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("background-color")),
         QStringLiteral("yellow"));
     QVERIFY(m_editor->isDirty());
+
+    // A bare caret changes nothing.
+    const QString before = body();
+    const TextRange caret = m_surface->selectionRange();
+    QVERIFY(m_surface->collapseRange(caret, true));
+    QVERIFY(m_surface->selectRange(caret));
+    m_editor->SetStyleOfCurrentElement(QStringLiteral("color"), QStringLiteral("red"));
+    QCOMPARE(body(), before);
 }
 
 void tst_Executor::styleDialogsWriteOneUndoStep_data()
