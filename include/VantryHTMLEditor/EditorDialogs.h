@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VantryHTMLEditor/ImageDialogValues.h>
+#include <VantryHTMLEditor/StyleDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -128,6 +129,12 @@ public:
 
     // Images. The values come filled from the image being edited, or empty for a new one.
     virtual bool insertImage(ImageDialogValues &values) = 0;
+
+    // Styles: the style class of the current element, a Flash movie, and the current
+    // element's attributes.
+    virtual bool selectStyle(SelectStyleValues &values) = 0;
+    virtual bool flashProperties(FlashPropertiesValues &values) = 0;
+    virtual bool elementProperties(ElementPropertiesValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -150,6 +157,11 @@ public:
 
     // Images.
     bool insertImage(ImageDialogValues &values) override;
+
+    // Styles.
+    bool selectStyle(SelectStyleValues &values) override;
+    bool flashProperties(FlashPropertiesValues &values) override;
+    bool elementProperties(ElementPropertiesValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

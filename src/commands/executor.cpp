@@ -5,6 +5,7 @@
 #include "commands/selectionaccess.h"
 #include "commands/tablecommands.h"
 #include "commands/imageflow.h"
+#include "commands/styleflow.h"
 #include "commands/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -69,6 +70,16 @@ bool PendingDialogLauncher::elementProperties()
     return announce(QStringLiteral("The element properties dialog"));
 }
 
+bool DialogLauncher::flashProperties()
+{
+    return false;
+}
+
+bool DialogLauncher::selectStyle()
+{
+    return false;
+}
+
 EditorDialogLauncher::EditorDialogLauncher(Platform::DesignSurface &surface,
     SelectionAccess &selection, DocumentReferences &references, Executor::Hooks hooks)
     : PendingDialogLauncher(hooks.prompts)
@@ -114,6 +125,29 @@ bool EditorDialogLauncher::imageDialog()
             m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
 }
 
+Dialogs::TableFlow EditorDialogLauncher::flow()
+{
+    return {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+        m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()};
+}
+
+bool EditorDialogLauncher::elementProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::elementProperties();
+    return Dialogs::editElementProperties(flow());
+}
+
+bool EditorDialogLauncher::flashProperties()
+{
+    return m_hooks.dialogs && Dialogs::editFlashProperties(flow());
+}
+
+bool EditorDialogLauncher::selectStyle()
+{
+    return m_hooks.dialogs && Dialogs::selectStyle(flow());
+}
+
 Executor::Executor(
     DesignSurface &surface, SelectionAccess &selection, DocumentReferences &references, Hooks hooks)
     : m_surface(surface)
@@ -147,6 +181,17 @@ void Executor::executeCommand(Command command)
     if (entry.action == CommandAction::Inert)
         return;
     const bool completed = dispatch(command, entry);
+    if (m_hooks.imagesPlaced)
+        m_hooks.imagesPlaced(completed);
+    if (completed)
+        m_hooks.markDirty();
+}
+
+void Executor::runDialog(bool (DialogLauncher::*dialog)())
+{
+    if (!m_hooks.designViewActive())
+        return;
+    const bool completed = (m_dialogs.get()->*dialog)();
     if (m_hooks.imagesPlaced)
         m_hooks.imagesPlaced(completed);
     if (completed)

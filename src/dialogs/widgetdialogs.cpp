@@ -3,8 +3,11 @@
 #include <VantryHTMLEditor/UserPrompts.h>
 
 #include "dialogs/cellpropertiesdialog.h"
+#include "dialogs/elementpropertiesdialog.h"
+#include "dialogs/flashpropertiesdialog.h"
 #include "dialogs/imagedialog.h"
 #include "dialogs/inserttabledialog.h"
+#include "dialogs/selectstyledialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
 #include "dialogs/imageuploadform.h"
@@ -106,6 +109,26 @@ void WidgetDialogs::spellingDone()
 bool WidgetDialogs::insertImage(ImageDialogValues &values)
 {
     Dialogs::ImageDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::selectStyle(SelectStyleValues &values)
+{
+    Dialogs::SelectStyleDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::flashProperties(FlashPropertiesValues &values)
+{
+    Dialogs::FlashPropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::elementProperties(ElementPropertiesValues &values)
+{
+    Dialogs::ElementPropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
 }
 

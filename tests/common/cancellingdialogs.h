@@ -10,6 +10,12 @@ public:
     bool tableProperties(Vantry::TablePropertiesValues &values) override { return cancel(values); }
     bool cellProperties(Vantry::CellPropertiesValues &values) override { return cancel(values); }
     bool insertImage(Vantry::ImageDialogValues &values) override { return cancel(values); }
+    bool selectStyle(Vantry::SelectStyleValues &values) override { return cancel(values); }
+    bool flashProperties(Vantry::FlashPropertiesValues &values) override { return cancel(values); }
+    bool elementProperties(Vantry::ElementPropertiesValues &values) override
+    {
+        return cancel(values);
+    }
     SpellingAnswer spellingWord(const SpellingQuestion &) override { return {}; }
     void spellingDone() override { }
 
