@@ -1390,7 +1390,7 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection()
     ContextMenus menus(*m_surface, *m_selection,
         {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
             [&settings]() -> clsContextMenu & { return settings; }, [](Command) {}, [] {},
-            [](const QString &) {}, {}, {}});
+            [](const QString &) {}, {}, {}, {}});
     QStringList captions;
     const QList<ContextMenuEntry> entries = menus.entriesForSelection();
     for (const ContextMenuEntry &entry : entries)
@@ -1411,7 +1411,7 @@ void tst_Executor::contextMenuRespectsHostSettings()
         {[this] { return m_editor->DesignViewActive(); },
             [this] { return m_editor->DisableContextMenus(); },
             [this]() -> clsContextMenu & { return *m_editor->ContextMenu(); }, [](Command) {},
-            [] {}, [](const QString &) {}, {}, {}});
+            [] {}, [](const QString &) {}, {}, {}, {}});
     clsContextMenu &settings = *m_editor->ContextMenu();
     settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
     QList<ContextMenuEntry> entries = menus.entriesForSelection();
@@ -1445,7 +1445,7 @@ void tst_Executor::customEntryRaisesItsKeyOnly()
             [&settings]() -> clsContextMenu & { return settings; },
             [&executed](Command command) { executed.append(command); },
             [&elementDialogs] { ++elementDialogs; },
-            [&clicked](const QString &key) { clicked.append(key); }, {}, {}});
+            [&clicked](const QString &key) { clicked.append(key); }, {}, {}, {}});
     const QList<ContextMenuEntry> entries = menus.entriesForSelection();
     QCOMPARE(entries.constLast().caption, QStringLiteral("Do It"));
 
