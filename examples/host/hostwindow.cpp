@@ -91,6 +91,11 @@ void HostWindow::createFileMenu()
         QIcon::fromTheme(QStringLiteral("application-exit")), tr("&Quit"), this, &QWidget::close);
     action->setShortcut(QKeySequence::Quit);
     action->setMenuRole(QAction::QuitRole);
+
+    // Dialogs the editor's toolbar does not offer.
+    menu = menuBar()->addMenu(tr("F&ormat"));
+    menu->addAction(tr("Style &Class..."), m_editor, &HTMLEditorComponent::SelectStyleDialog);
+    menu->addAction(tr("&Flash Movie..."), m_editor, &HTMLEditorComponent::FlashMovieDialog);
 }
 
 void HostWindow::openFile(const QString &path)

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <VantryHTMLEditor/StyleDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
+#include <QVariant>
 
 namespace Vantry {
 
@@ -158,17 +161,40 @@ public:
         Vantry::clsToolbar::em_ToolbarButtons ButtonKey, bool state);
 };
 
+// The document's style sheets. Sheets and rules are copies taken when asked for; a sheet
+// of another origin whose rules the engine keeps from us is listed by its address alone.
+// Without a document every list is as for a document without sheets.
 class VANTRYHTMLEDITOR_EXPORT clsStyle : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool bHasStyleSheets MEMBER bHasStyleSheets)
+    Q_PROPERTY(bool bHasStyleSheetRules MEMBER bHasStyleSheetRules)
 
 public:
     explicit clsStyle(QObject *parent = nullptr);
     ~clsStyle() override;
 
+    // Links the sheet at the end of the document's HEAD; false without a document.
+    Q_INVOKABLE bool SetStyleSheet(const QString &sStyleSheetURL);
+    // The address of every sheet in document order, empty for an embedded one; one empty
+    // entry when there is no sheet.
+    Q_INVOKABLE QStringList GetAllStyleSheets() const;
+    // The first sheet whose address contains the name (ignoring case); a null sheet when
+    // none does.
+    Q_INVOKABLE Vantry::StyleSheetInfo GetStyleSheet(const QString &sStyleSheetName) const;
+    // The sheet's rule whose selector is the name; an invalid variant when it has none.
+    Q_INVOKABLE QVariant GetStyleSheetRule(
+        const Vantry::StyleSheetInfo &oStyleSheet, const QString &sRuleName) const;
+    // The selector of every rule of every sheet, and of one sheet.
+    Q_INVOKABLE QVariantList GetAllStyleSheetRules() const;
+    Q_INVOKABLE QVariantList GetStyleSheetRules(const Vantry::StyleSheetInfo &oStyleSheet) const;
     // A LINK tag for every style sheet the document links, in document order; the editor
     // puts this just before the end of HEAD whenever it hands the document out.
     Q_INVOKABLE QString LoadStylesSource() const;
+
+    // The host's own flags; the editor neither reads nor sets them.
+    bool bHasStyleSheets = false;
+    bool bHasStyleSheetRules = false;
 };
 
 // The page's properties as the host reads and writes them: the BODY attributes named

@@ -3,6 +3,7 @@
 #include <VantryHTMLEditor/ImageDialogValues.h>
 #include <VantryHTMLEditor/LinkDialogValues.h>
 #include <VantryHTMLEditor/PageDialogValues.h>
+#include <VantryHTMLEditor/StyleDialogValues.h>
 #include <VantryHTMLEditor/TableDialogValues.h>
 #include <VantryHTMLEditor/vantryhtmleditor_export.h>
 
@@ -135,6 +136,11 @@ public:
     // cannot read stays as it was and the user is told why.
     virtual bool linkProperties(LinkPropertiesValues &values) = 0;
     virtual bool pageProperties(PagePropertiesValues &values) = 0;
+    // Styles: the style class of the current element, a Flash movie, and the current
+    // element's attributes.
+    virtual bool selectStyle(SelectStyleValues &values) = 0;
+    virtual bool flashProperties(FlashPropertiesValues &values) = 0;
+    virtual bool elementProperties(ElementPropertiesValues &values) = 0;
 };
 
 // The dialogs of a desktop session and the editor's default: modal to the window of parent.
@@ -161,6 +167,10 @@ public:
     // Links and the page.
     bool linkProperties(LinkPropertiesValues &values) override;
     bool pageProperties(PagePropertiesValues &values) override;
+    // Styles.
+    bool selectStyle(SelectStyleValues &values) override;
+    bool flashProperties(FlashPropertiesValues &values) override;
+    bool elementProperties(ElementPropertiesValues &values) override;
 
 protected:
     // The window the dialogs are modal to; none once parent is gone.

@@ -261,6 +261,17 @@ public:
     // Replaces in the body's markup, ignoring letter case.
     Q_INVOKABLE void FindAndReplaceHTML(
         const QVariant &sHTMLToFind, const QVariant &sHTMLToReplace);
+    // A property of the current element's style attribute, named as CSS ("background-color")
+    // or as a script ("backgroundColor"); values are written exactly as given, empty
+    // removes. Setting needs a selected control or selected text, and the design view.
+    Q_INVOKABLE QString GetStyleOfCurrentElement(const QString &Style);
+    Q_INVOKABLE void SetStyleOfCurrentElement(const QString &Style, const QString &Value);
+    // Style "filter" becomes progid:DXImageTransform.Microsoft.<Filter>(<Property>).
+    Q_INVOKABLE void SetFilterOfCurrentElement(const QString &Filter, const QString &Property);
+    // frmSelectStyle for the current element, and frmFlashProperties for the movie under the
+    // selection or a new one (FlashProperties and the InsertFlash key stay inert).
+    Q_INVOKABLE void SelectStyleDialog();
+    Q_INVOKABLE void FlashMovieDialog();
     // A bool: true for "1", 1, true and "true" in any case.
     Q_INVOKABLE QVariant CheckBoolean(const QVariant &sValue) const;
     // Form controls pasted in place of the selection (refused on a selected control).

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <VantryHTMLEditor/StyleDialogValues.h>
+
 #include <QObject>
 #include <QPointer>
+
+#include <functional>
 
 namespace Vantry {
 class clsDocumentProperties;
@@ -40,13 +44,22 @@ class StyleSheetLink : public QObject
     Q_OBJECT
 
 public:
-    // surface supplies the addresses of the sheets its document links.
-    static void attach(clsStyle *companion, Platform::DesignSurface *surface);
+    // surface supplies the document's sheets; documentReady says whether there is a
+    // document to read them from, and linked hears of every sheet linked.
+    static void attach(clsStyle *companion, Platform::DesignSurface *surface,
+        std::function<bool()> documentReady = {}, std::function<void()> linked = {});
     static Platform::DesignSurface *surface(const clsStyle *companion);
+    // None without a document.
+    static QList<StyleSheetInfo> sheets(const clsStyle *companion);
+    static bool addSheet(const clsStyle *companion, const QString &href);
 
 private:
     using QObject::QObject;
+    static const StyleSheetLink *readyLink(const clsStyle *companion);
+
     QPointer<Platform::DesignSurface> m_surface;
+    std::function<bool()> m_documentReady;
+    std::function<void()> m_linked;
 };
 
 class DocumentPropertiesLink : public QObject

@@ -36,10 +36,15 @@ EditorToolbar *ToolbarLink::toolbar(const clsToolbar *companion)
     return link ? link->m_toolbar.data() : nullptr;
 }
 
-void StyleSheetLink::attach(clsStyle *companion, Platform::DesignSurface *surface)
+void StyleSheetLink::attach(clsStyle *companion, Platform::DesignSurface *surface,
+    std::function<bool()> documentReady, std::function<void()> linked)
 {
-    if (companion)
-        ensureLink<StyleSheetLink>(companion)->m_surface = surface;
+    if (!companion)
+        return;
+    StyleSheetLink *link = ensureLink<StyleSheetLink>(companion);
+    link->m_surface = surface;
+    link->m_documentReady = std::move(documentReady);
+    link->m_linked = std::move(linked);
 }
 
 Platform::DesignSurface *StyleSheetLink::surface(const clsStyle *companion)
@@ -58,6 +63,28 @@ DocumentPage *DocumentPropertiesLink::page(const clsDocumentProperties *companio
 {
     const DocumentPropertiesLink *link = linkOf<DocumentPropertiesLink>(companion);
     return link ? link->m_page.data() : nullptr;
+const StyleSheetLink *StyleSheetLink::readyLink(const clsStyle *companion)
+{
+    const StyleSheetLink *link = linkOf<StyleSheetLink>(companion);
+    if (!link || !link->m_surface || (link->m_documentReady && !link->m_documentReady()))
+        return nullptr;
+    return link;
+}
+
+QList<StyleSheetInfo> StyleSheetLink::sheets(const clsStyle *companion)
+{
+    const StyleSheetLink *link = readyLink(companion);
+    return link ? link->m_surface->styleSheets() : QList<StyleSheetInfo>();
+}
+
+bool StyleSheetLink::addSheet(const clsStyle *companion, const QString &href)
+{
+    const StyleSheetLink *link = readyLink(companion);
+    if (!link || !link->m_surface->addStyleSheet(href))
+        return false;
+    if (link->m_linked)
+        link->m_linked();
+    return true;
 }
 
 } // namespace Commands
@@ -190,6 +217,55 @@ clsStyle::clsStyle(QObject *parent)
 { }
 
 clsStyle::~clsStyle() = default;
+
+bool clsStyle::SetStyleSheet(const QString &sStyleSheetURL)
+{
+    return !sStyleSheetURL.trimmed().isEmpty()
+        && Commands::StyleSheetLink::addSheet(this, sStyleSheetURL);
+}
+
+QStringList clsStyle::GetAllStyleSheets() const
+{
+    QStringList hrefs;
+    for (const StyleSheetInfo &sheet : Commands::StyleSheetLink::sheets(this))
+        hrefs.append(sheet.href);
+    return hrefs.isEmpty() ? QStringList{QString()} : hrefs;
+}
+
+StyleSheetInfo clsStyle::GetStyleSheet(const QString &sStyleSheetName) const
+{
+    for (const StyleSheetInfo &sheet : Commands::StyleSheetLink::sheets(this)) {
+        if (sheet.href.contains(sStyleSheetName, Qt::CaseInsensitive))
+            return sheet;
+    }
+    return {};
+}
+
+QVariant clsStyle::GetStyleSheetRule(
+    const StyleSheetInfo &oStyleSheet, const QString &sRuleName) const
+{
+    for (const StyleSheetRule &rule : oStyleSheet.rules) {
+        if (rule.selectorText == sRuleName)
+            return QVariant::fromValue(rule);
+    }
+    return {};
+}
+
+QVariantList clsStyle::GetAllStyleSheetRules() const
+{
+    QVariantList selectors;
+    for (const StyleSheetInfo &sheet : Commands::StyleSheetLink::sheets(this))
+        selectors.append(GetStyleSheetRules(sheet));
+    return selectors;
+}
+
+QVariantList clsStyle::GetStyleSheetRules(const StyleSheetInfo &oStyleSheet) const
+{
+    QVariantList selectors;
+    for (const StyleSheetRule &rule : oStyleSheet.rules)
+        selectors.append(rule.selectorText);
+    return selectors;
+}
 
 QString clsStyle::LoadStylesSource() const
 {

@@ -27,6 +27,10 @@ QList<ContextMenuEntry> contextMenuEntries(
 {
     const bool image = context.image;
     const bool positioning = !context.hyperlink && context.position.available;
+    // A movie has properties of its own.
+    const ContextMenuEntry imageEntry = context.object
+        ? ContextMenuEntry{Kind::FlashProperties, QStringLiteral("Flash Movie Properties"), {}, {}}
+        : command("Image Properties", Command::InsertImage);
     struct Group
     {
         Menu menu;
@@ -49,7 +53,7 @@ QList<ContextMenuEntry> contextMenuEntries(
                 command("Table Cell Properties", Command::CellProperties)}},
         {Menu::cm_TableMenus, context.table && !image,
             {command("Table Properties", Command::TableProperties)}},
-        {Menu::cm_ImageMenus, image, {command("Image Properties", Command::InsertImage)}},
+        {Menu::cm_ImageMenus, image, {imageEntry}},
         {Menu::cm_HyperlinkMenus, context.hyperlink,
             {command("Link Properties", Command::Hyperlink)}},
         {Menu::cm_BodyMenus, context.body, {command("Page Properties", Command::PageProperties)}},
@@ -101,9 +105,10 @@ MenuContext ContextMenus::contextOfSelection()
         const QString tag = step.tagName.toUpper();
         if (tag == QLatin1String("HTML"))
             break;
-        if (tag == QLatin1String("IMG") || tag == QLatin1String("OBJECT"))
+        if (tag == QLatin1String("IMG") || tag == QLatin1String("OBJECT")) {
             context.image = true;
-        else if (tag == QLatin1String("BODY"))
+            context.object = context.object || tag == QLatin1String("OBJECT");
+        } else if (tag == QLatin1String("BODY"))
             context.body = true;
         else if (tag == QLatin1String("A"))
             context.hyperlink = true;
@@ -134,6 +139,9 @@ void ContextMenus::choose(const ContextMenuEntry &entry)
         break;
     case Kind::ElementProperties:
         m_hooks.elementProperties();
+        break;
+    case Kind::FlashProperties:
+        m_hooks.flashProperties();
         break;
     case Kind::Custom:
         m_hooks.customClicked(entry.customKey);

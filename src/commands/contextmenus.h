@@ -29,6 +29,8 @@ class SelectionAccess;
 struct MenuContext
 {
     bool image = false;
+    // An OBJECT (a Flash movie) is an image to the menu, with its own properties entry.
+    bool object = false;
     bool body = false;
     bool hyperlink = false;
     bool table = false;
@@ -42,6 +44,7 @@ struct ContextMenuEntry
     {
         Command,
         ElementProperties,
+        FlashProperties,
         Custom,
         Separator
     };
@@ -74,6 +77,7 @@ public:
         // nothing when the word there is fine. Choosing one hands it to replaceMisspelt.
         std::function<std::optional<QStringList>(const QPoint &position)> spellingSuggestions;
         std::function<void(const QString &replacement)> replaceMisspelt;
+        std::function<void()> flashProperties;
     };
 
     ContextMenus(Platform::DesignSurface &surface, SelectionAccess &selection, Hooks hooks);

@@ -6,6 +6,7 @@
 #include "commands/tablecommands.h"
 #include "commands/imageflow.h"
 #include "commands/linkpageflow.h"
+#include "commands/styleflow.h"
 #include "commands/tableflow.h"
 #include "platform/designsurface.h"
 #include "platform/prompts/userprompts.h"
@@ -70,6 +71,16 @@ bool PendingDialogLauncher::elementProperties()
     return announce(QStringLiteral("The element properties dialog"));
 }
 
+bool DialogLauncher::flashProperties()
+{
+    return false;
+}
+
+bool DialogLauncher::selectStyle()
+{
+    return false;
+}
+
 EditorDialogLauncher::EditorDialogLauncher(Platform::DesignSurface &surface,
     SelectionAccess &selection, DocumentReferences &references, Executor::Hooks hooks)
     : PendingDialogLauncher(hooks.prompts)
@@ -83,19 +94,14 @@ bool EditorDialogLauncher::insertTableDialog(QVariant *parameters)
 {
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::insertTableDialog(parameters);
-    return Dialogs::askInsertTable(
-        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
-            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()},
-        parameters);
+    return Dialogs::askInsertTable(flow(), parameters);
 }
 
 bool EditorDialogLauncher::tableProperties()
 {
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::tableProperties();
-    return Dialogs::editTableProperties(
-        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
-            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+    return Dialogs::editTableProperties(flow());
 }
 
 bool EditorDialogLauncher::cellProperties()
@@ -110,9 +116,7 @@ bool EditorDialogLauncher::imageDialog()
 {
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::imageDialog();
-    return Dialogs::editImage(
-        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
-            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+    return Dialogs::editImage(flow());
 }
 
 std::optional<LinkFields> EditorDialogLauncher::editLink(const LinkFields &current, bool existing)
@@ -129,9 +133,28 @@ bool EditorDialogLauncher::pageProperties()
 {
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::pageProperties();
-    return Dialogs::editPageProperties(
-        {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
-            m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()});
+    return Dialogs::editPageProperties(flow());
+Dialogs::TableFlow EditorDialogLauncher::flow()
+{
+    return {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),
+        m_hooks.placeImage, m_hooks.imageDirectory ? m_hooks.imageDirectory() : QString()};
+}
+
+bool EditorDialogLauncher::elementProperties()
+{
+    if (!m_hooks.dialogs)
+        return PendingDialogLauncher::elementProperties();
+    return Dialogs::editElementProperties(flow());
+}
+
+bool EditorDialogLauncher::flashProperties()
+{
+    return m_hooks.dialogs && Dialogs::editFlashProperties(flow());
+}
+
+bool EditorDialogLauncher::selectStyle()
+{
+    return m_hooks.dialogs && Dialogs::selectStyle(flow());
 }
 
 Executor::Executor(
@@ -167,6 +190,17 @@ void Executor::executeCommand(Command command)
     if (entry.action == CommandAction::Inert)
         return;
     const bool completed = dispatch(command, entry);
+    if (m_hooks.imagesPlaced)
+        m_hooks.imagesPlaced(completed);
+    if (completed)
+        m_hooks.markDirty();
+}
+
+void Executor::runDialog(bool (DialogLauncher::*dialog)())
+{
+    if (!m_hooks.designViewActive())
+        return;
+    const bool completed = (m_dialogs.get()->*dialog)();
     if (m_hooks.imagesPlaced)
         m_hooks.imagesPlaced(completed);
     if (completed)

@@ -21,6 +21,10 @@ using Vantry::UserPrompts;
 struct DocumentReferences;
 } // namespace Vantry::Platform
 
+namespace Vantry::Dialogs {
+struct TableFlow;
+} // namespace Vantry::Dialogs
+
 namespace Vantry::Commands {
 
 class SelectionAccess;
@@ -55,6 +59,10 @@ public:
     virtual bool tableProperties() = 0;
     virtual bool cellProperties() = 0;
     virtual bool elementProperties() = 0;
+    // No command reaches these; the context menu and the editor's methods do. Without
+    // dialogs they do nothing.
+    virtual bool flashProperties();
+    virtual bool selectStyle();
 };
 
 // Until the dialogs exist the user is told which one the command will open; nothing
@@ -135,6 +143,9 @@ public:
     void executeCommand(Command command);
     // A toolbar button's key; unknown keys do nothing.
     void executeKey(const QString &key);
+    // A dialog no command opens (the context menu's and the editor's own), under the same
+    // rules as a command.
+    void runDialog(bool (DialogLauncher::*dialog)());
 
     // The host's table and image arguments, kept after each insertion.
     void insertTableFromArguments(const TableArguments &table, bool appendToBody);
@@ -168,8 +179,8 @@ private:
     bool m_switches[3] = {false, false, false};
 };
 
-// The launcher an executor starts with: the table, link and page dialogs through the editor's
-// dialogs (hooks.dialogs; while unset they are announced like the others).
+// The launcher an executor starts with: the table, link, page, style, Flash and element dialogs
+// through the editor's dialogs (hooks.dialogs; while unset they are announced like the others).
 class EditorDialogLauncher : public PendingDialogLauncher
 {
 public:
@@ -182,8 +193,13 @@ public:
     bool imageDialog() override;
     std::optional<LinkFields> editLink(const LinkFields &current, bool existing) override;
     bool pageProperties() override;
+    bool elementProperties() override;
+    bool flashProperties() override;
+    bool selectStyle() override;
 
 private:
+    Dialogs::TableFlow flow();
+
     Platform::DesignSurface &m_surface;
     SelectionAccess &m_selection;
     DocumentReferences &m_references;

@@ -149,7 +149,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     menuHooks.disabled = [this] { return settings.DisableContextMenus; };
     menuHooks.settings = [q]() -> clsContextMenu & { return *q->ContextMenu(); };
     menuHooks.execute = [this](Command command) { executor->executeCommand(command); };
-    menuHooks.elementProperties = [this] { executor->dialogs().elementProperties(); };
+    menuHooks.elementProperties
+        = [this] { executor->runDialog(&Commands::DialogLauncher::elementProperties); };
     menuHooks.spellingSuggestions = [this](const QPoint &position) -> std::optional<QStringList> {
         if (const auto word = spelling->misspeltAt(position))
             return word->suggestions;
@@ -163,6 +164,8 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
         QString sCustomMenuKey = key;
         Q_EMIT q->CustomContextMenuClick(sCustomMenuKey);
     };
+    menuHooks.flashProperties
+        = [this] { executor->runDialog(&Commands::DialogLauncher::flashProperties); };
     menus = std::make_unique<Commands::ContextMenus>(*surface, *selection, std::move(menuHooks));
 
     Control::FileOperations::Hooks fileHooks;
@@ -216,7 +219,9 @@ HTMLEditorComponent::Private::~Private() = default;
 
 void HTMLEditorComponent::Private::attachStyle(clsStyle *style)
 {
-    Commands::StyleSheetLink::attach(style, surface);
+    Commands::StyleSheetLink::attach(
+        style, surface, [this] { return exchange->isDocumentReady(); },
+        [this] { q->setisDirty(true); });
 }
 
 clsDocumentProperties *HTMLEditorComponent::Private::attachDocumentProperties(

@@ -201,7 +201,9 @@ FileField::FileField(PromptsAccess prompts, const QString &pickerTitle, QWidget 
 void FileField::pickFile()
 {
     const QString picked = m_prompts().openFileName(m_title,
-        QStringLiteral("Images (*.gif *.jpg *.jpeg *.png *.bmp *.svg *.webp);;All Files (*)"),
+        m_filter.isEmpty()
+            ? QStringLiteral("Images (*.gif *.jpg *.jpeg *.png *.bmp *.svg *.webp);;All Files (*)")
+            : m_filter,
         m_directory);
     if (!picked.isEmpty())
         m_edit->setText(picked);

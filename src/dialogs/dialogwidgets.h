@@ -64,12 +64,15 @@ public:
     void setText(const QString &text) { m_edit->setText(text); }
     // Where the picker opens.
     void setDirectory(const QString &directory) { m_directory = directory; }
+    // The picker's file types; images unless set.
+    void setFilter(const QString &filter) { m_filter = filter; }
     void pickFile();
 
 private:
     PromptsAccess m_prompts;
     QString m_title;
     QString m_directory;
+    QString m_filter;
     QLineEdit *m_edit;
 };
 

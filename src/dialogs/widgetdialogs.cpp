@@ -3,10 +3,13 @@
 #include <VantryHTMLEditor/UserPrompts.h>
 
 #include "dialogs/cellpropertiesdialog.h"
+#include "dialogs/elementpropertiesdialog.h"
+#include "dialogs/flashpropertiesdialog.h"
 #include "dialogs/imagedialog.h"
 #include "dialogs/inserttabledialog.h"
 #include "dialogs/linkpropertiesdialog.h"
 #include "dialogs/pagepropertiesdialog.h"
+#include "dialogs/selectstyledialog.h"
 #include "dialogs/tablepropertiesdialog.h"
 
 #include "dialogs/imageuploadform.h"
@@ -120,6 +123,23 @@ bool WidgetDialogs::linkProperties(LinkPropertiesValues &values)
 bool WidgetDialogs::pageProperties(PagePropertiesValues &values)
 {
     Dialogs::PagePropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+bool WidgetDialogs::selectStyle(SelectStyleValues &values)
+{
+    Dialogs::SelectStyleDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::flashProperties(FlashPropertiesValues &values)
+{
+    Dialogs::FlashPropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
+bool WidgetDialogs::elementProperties(ElementPropertiesValues &values)
+{
+    Dialogs::ElementPropertiesDialog dialog(
+        [this]() -> UserPrompts & { return prompts(); }, window());
     return runDialog(dialog, values);
 }
 

@@ -4,6 +4,8 @@
 #include "platform/searchtarget.h"
 #include "platform/textrange.h"
 
+#include <VantryHTMLEditor/StyleDialogValues.h>
+
 #include <QHash>
 #include <QObject>
 #include <QRectF>
@@ -138,6 +140,22 @@ public:
         bool style = false;
     };
     virtual bool editElementFields(const Element &element, const QList<FieldEdit> &edits);
+    // The document's style sheets with their rules, in one call.
+    virtual QList<StyleSheetInfo> styleSheets() = 0;
+    // Links a style sheet at the end of HEAD, as one undo step.
+    virtual bool addStyleSheet(const QString &href) = 0;
+    // The element's tag name and its attributes as written, the editor's own left out.
+    struct AttributeList
+    {
+        QString tagName;
+        QList<std::pair<QString, QString>> attributes;
+    };
+    virtual AttributeList elementAttributes(const Element &element) = 0;
+    // The PARAMs of an OBJECT as name and value; setting them is one undo step.
+    virtual QList<std::pair<QString, QString>> objectParams(const Element &object) = 0;
+    virtual bool setObjectParams(
+        const Element &object, const QList<std::pair<QString, QString>> &params)
+        = 0;
     virtual QList<Element> images() = 0;
     virtual QList<Element> scripts() = 0;
 

@@ -53,7 +53,7 @@ public:
     bool shownExisting = false;
 };
 
-// Answers the table dialogs as a user would, after looking at what they show.
+// Answers the property dialogs as a user would, after looking at what they show.
 class TableAnswers : public CancellingDialogs
 {
 public:
@@ -64,12 +64,22 @@ public:
     bool linkProperties(LinkPropertiesValues &values) override { return answer(link, values); }
     bool pageProperties(PagePropertiesValues &values) override { return answer(page, values); }
 
+    bool selectStyle(SelectStyleValues &values) override { return answer(style, values); }
+    bool flashProperties(FlashPropertiesValues &values) override { return answer(flash, values); }
+    bool elementProperties(ElementPropertiesValues &values) override
+    {
+        return answer(element, values);
+    }
+
     std::function<void(InsertTableValues &)> insert;
     std::function<void(TablePropertiesValues &)> table;
     std::function<void(CellPropertiesValues &)> cell;
     std::function<void(ImageDialogValues &)> image;
     std::function<void(LinkPropertiesValues &)> link;
     std::function<void(PagePropertiesValues &)> page;
+    std::function<void(SelectStyleValues &)> style;
+    std::function<void(FlashPropertiesValues &)> flash;
+    std::function<void(ElementPropertiesValues &)> element;
 
 private:
     template <typename Values>
@@ -129,6 +139,11 @@ private Q_SLOTS:
     void pageDialogWritesTheBodyAsOneUndoStep();
     void tableDialogsWriteOneUndoStep_data();
     void tableDialogsWriteOneUndoStep();
+    void styleSheetsOfTheDocument_data();
+    void styleSheetsOfTheDocument();
+    void styleOfTheCurrentElement();
+    void styleDialogsWriteOneUndoStep_data();
+    void styleDialogsWriteOneUndoStep();
     void contextMenuForWhatIsUnderTheSelection_data();
     void contextMenuForWhatIsUnderTheSelection();
     void contextMenuRespectsHostSettings();
@@ -1231,6 +1246,135 @@ void tst_Executor::pageDialogWritesTheBodyAsOneUndoStep()
         values.TopMargin = QStringLiteral("9");
         values.BackgroundImage = QStringLiteral("/tmp/bg.gif");
         values.Title = QStringLiteral("New");
+void tst_Executor::styleSheetsOfTheDocument_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::addColumn<QStringList>("sheets");
+    QTest::addColumn<QVariantList>("selectors");
+    QTest::addColumn<QString>("links");
+
+    const QString elsewhere = QStringLiteral("http://example.invalid/css/main.css");
+    const QString linked = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">").arg(elsewhere);
+    const QString embedded
+        = QStringLiteral("<style>.warn { color: red; } p { margin: 0px; }</style>");
+    const QString link = QStringLiteral("<LINK href=\"%1\" rel=\"StyleSheet\">").arg(elsewhere);
+    QTest::newRow("none") << QStringLiteral("<p>x</p>") << QStringList{QString()} << QVariantList{}
+                          << QString();
+    QTest::newRow("embedded") << embedded + QStringLiteral("<p>x</p>") << QStringList{QString()}
+                              << QVariantList{QStringLiteral(".warn"), QStringLiteral("p")}
+                              << QString();
+    // Another origin's rules are not ours to read: the sheet is listed by its address.
+    QTest::newRow("linked and embedded")
+        << linked + embedded + QStringLiteral("<p>x</p>") << QStringList{elsewhere, QString()}
+        << QVariantList{QStringLiteral(".warn"), QStringLiteral("p")} << link;
+}
+
+void tst_Executor::styleSheetsOfTheDocument()
+{
+    QFETCH(QString, document);
+    QFETCH(QStringList, sheets);
+    QFETCH(QVariantList, selectors);
+    QFETCH(QString, links);
+    load(document);
+    clsStyle &style = *m_editor->StyleSheet();
+    QCOMPARE(style.GetAllStyleSheets(), sheets);
+    QCOMPARE(style.GetAllStyleSheetRules(), selectors);
+    QCOMPARE(style.LoadStylesSource(), links);
+
+    const StyleSheetInfo found = style.GetStyleSheet(QStringLiteral("MAIN.css"));
+    QCOMPARE(found.href, links.isEmpty() ? QString() : sheets.first());
+    QVERIFY(found.isNull() || !found.rulesReadable);
+    // Every address contains the empty name: the first sheet.
+    const StyleSheetInfo first = style.GetStyleSheet(QString());
+    const bool embeddedFirst = sheets.first().isEmpty() && !selectors.isEmpty();
+    QCOMPARE(first.isNull(), selectors.isEmpty() && links.isEmpty());
+    QCOMPARE(
+        style.GetStyleSheetRule(first, QStringLiteral(".warn")).value<StyleSheetRule>().cssText,
+        embeddedFirst ? QStringLiteral("color: red;") : QString());
+    QVERIFY(!style.GetStyleSheetRule(first, QStringLiteral("warn")).isValid());
+
+    QVERIFY(!style.SetStyleSheet(QStringLiteral(" ")));
+    QVERIFY(style.SetStyleSheet(QStringLiteral("extra.css")));
+    QVERIFY(style.GetAllStyleSheets().contains(QStringLiteral("extra.css")));
+    // The link is one undo step; taking it back keeps it from the next document.
+    m_editor->UnDo();
+    QCOMPARE(style.GetAllStyleSheets(), sheets);
+}
+
+void tst_Executor::styleOfTheCurrentElement()
+{
+    load(QStringLiteral("<p>some text</p>"));
+    select(QStringLiteral("some"));
+    m_editor->SetStyleOfCurrentElement(QStringLiteral("backgroundColor"), QStringLiteral("yellow"));
+    m_editor->SetFilterOfCurrentElement(QStringLiteral("Alpha"), QStringLiteral("opacity=50"));
+    QCOMPARE(body(),
+        QStringLiteral(
+            "<p style=\"background-color: yellow; "
+            "filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)\">some text</p>"));
+    QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("Filter")),
+        QStringLiteral("progid:DXImageTransform.Microsoft.Alpha(opacity=50)"));
+    QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("background-color")),
+        QStringLiteral("yellow"));
+    QVERIFY(m_editor->isDirty());
+
+    // A bare caret changes nothing.
+    const QString before = body();
+    const TextRange caret = m_surface->selectionRange();
+    QVERIFY(m_surface->collapseRange(caret, true));
+    QVERIFY(m_surface->selectRange(caret));
+    m_editor->SetStyleOfCurrentElement(QStringLiteral("color"), QStringLiteral("red"));
+    QCOMPARE(body(), before);
+}
+
+void tst_Executor::styleDialogsWriteOneUndoStep_data()
+{
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("element attributes")
+        << QStringLiteral("element") << QStringLiteral("<p id=\"a\" title=\"t\">here</p>")
+        << QStringLiteral("<p id=\"b\" onclick=\"alert(1)\">here</p>");
+    QTest::newRow("new Flash movie")
+        << QStringLiteral("flash") << QStringLiteral("<p>here</p>")
+        << QStringLiteral("<param name=\"Movie\" value=\"m.swf\">    <param name=\"Src\" "
+                          "value=\"m.swf\">");
+    QTest::newRow("Flash movie under the selection")
+        << QStringLiteral("flash")
+        << QStringLiteral("<p><object classid=\"x\"><param name=\"movie\" value=\"old.swf\">"
+                          "<param name=\"Play\" value=\"1\"></object> here</p>")
+        << QStringLiteral(
+               "<param name=\"movie\" value=\"new.swf\"><param name=\"Play\" value=\"0\">");
+    QTest::newRow("style class") << QStringLiteral(
+        "style") << QStringLiteral("<style>.warn { color: red; }</style><p class=\"x\">here</p>")
+                                 << QStringLiteral("<p class=\"x warn\">here</p>");
+}
+
+void tst_Executor::styleDialogsWriteOneUndoStep()
+{
+    QFETCH(QString, dialog);
+    QFETCH(QString, start);
+    QFETCH(QString, expected);
+    load(start);
+    // A movie under the selection is selected whole, as a click selects it.
+    if (start.contains(QLatin1String("<object")))
+        selectElement(QStringLiteral("OBJECT"));
+    else
+        select(QStringLiteral("here"));
+    TableAnswers answers;
+    answers.element = [](ElementPropertiesValues &values) {
+        QCOMPARE(values.TagName, QStringLiteral("P"));
+        values.Attributes = {{QStringLiteral("id"), QStringLiteral("b")},
+            {QStringLiteral("onclick"), QStringLiteral("alert(1)")}};
+    };
+    answers.flash = [](FlashPropertiesValues &values) {
+        values.Play = values.MovieURL.isEmpty() ? 1 : 0;
+        values.MovieURL
+            = values.MovieURL.isEmpty() ? QStringLiteral("m.swf") : QStringLiteral("new.swf");
+    };
+    answers.style = [](SelectStyleValues &values) {
+        QCOMPARE(values.StyleSheets.size(), 1);
+        values.ClassName = QStringLiteral("warn");
     };
     localExecutor();
     Executor::Hooks hooks;
@@ -1263,6 +1407,27 @@ void tst_Executor::pageDialogWritesTheBodyAsOneUndoStep()
     m_executor->executeCommand(Command::PageProperties);
     QCOMPARE(m_surface->outerHTML(body), before);
     QCOMPARE(m_dirtyMarks, 2);
+    m_executor->setDialogLauncher(
+        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
+    DialogLauncher &launcher = m_executor->dialogs();
+    const auto run = [&] {
+        return dialog == QLatin1String("element") ? launcher.elementProperties()
+            : dialog == QLatin1String("flash")    ? launcher.flashProperties()
+                                                  : launcher.selectStyle();
+    };
+    const QString before = body();
+
+    QVERIFY(run());
+    QVERIFY2(body().contains(expected), qPrintable(body()));
+    m_executor->executeCommand(Command::UnDo);
+    QCOMPARE(body(), before);
+
+    // Cancel writes nothing.
+    answers.element = nullptr;
+    answers.flash = nullptr;
+    answers.style = nullptr;
+    QVERIFY(!run());
+    QCOMPARE(body(), before);
 }
 
 void tst_Executor::contextMenuForWhatIsUnderTheSelection_data()
@@ -1293,6 +1458,12 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection_data()
         << QStringLiteral("<table><tr><td><img src=\"a.gif\"></td></tr></table>")
         << QStringLiteral("IMG") << QStringList{cut, image, make2D, element}
         << QStringList{row, table};
+    QTest::newRow("Flash movie") << QStringLiteral(
+        "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\">"
+        "</object></p>") << QStringLiteral("OBJECT")
+                                 << QStringList{cut, QStringLiteral("Flash Movie Properties"),
+                                        element}
+                                 << QStringList{image};
     QTest::newRow("link") << QStringLiteral("<p><a href=\"x.htm\">linked</a></p>")
                           << QStringLiteral("linked") << QStringList{link, page}
                           << QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")};
@@ -1305,7 +1476,7 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection()
     QFETCH(QStringList, present);
     QFETCH(QStringList, absent);
     load(document);
-    if (target == QLatin1String("IMG"))
+    if (target == QLatin1String("IMG") || target == QLatin1String("OBJECT"))
         selectElement(target);
     else
         select(target);
@@ -1314,7 +1485,7 @@ void tst_Executor::contextMenuForWhatIsUnderTheSelection()
     ContextMenus menus(*m_surface, *m_selection,
         {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
             [&settings]() -> clsContextMenu & { return settings; }, [](Command) {}, [] {},
-            [](const QString &) {}, {}, {}});
+            [](const QString &) {}, {}, {}, {}});
     QStringList captions;
     const QList<ContextMenuEntry> entries = menus.entriesForSelection();
     for (const ContextMenuEntry &entry : entries)
@@ -1335,7 +1506,7 @@ void tst_Executor::contextMenuRespectsHostSettings()
         {[this] { return m_editor->DesignViewActive(); },
             [this] { return m_editor->DisableContextMenus(); },
             [this]() -> clsContextMenu & { return *m_editor->ContextMenu(); }, [](Command) {},
-            [] {}, [](const QString &) {}, {}, {}});
+            [] {}, [](const QString &) {}, {}, {}, {}});
     clsContextMenu &settings = *m_editor->ContextMenu();
     settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
     QList<ContextMenuEntry> entries = menus.entriesForSelection();
@@ -1369,7 +1540,7 @@ void tst_Executor::customEntryRaisesItsKeyOnly()
             [&settings]() -> clsContextMenu & { return settings; },
             [&executed](Command command) { executed.append(command); },
             [&elementDialogs] { ++elementDialogs; },
-            [&clicked](const QString &key) { clicked.append(key); }, {}, {}});
+            [&clicked](const QString &key) { clicked.append(key); }, {}, {}, {}});
     const QList<ContextMenuEntry> entries = menus.entriesForSelection();
     QCOMPARE(entries.constLast().caption, QStringLiteral("Do It"));
 

@@ -12,6 +12,12 @@ public:
     bool insertImage(Vantry::ImageDialogValues &values) override { return cancel(values); }
     bool linkProperties(Vantry::LinkPropertiesValues &values) override { return cancel(values); }
     bool pageProperties(Vantry::PagePropertiesValues &values) override { return cancel(values); }
+    bool selectStyle(Vantry::SelectStyleValues &values) override { return cancel(values); }
+    bool flashProperties(Vantry::FlashPropertiesValues &values) override { return cancel(values); }
+    bool elementProperties(Vantry::ElementPropertiesValues &values) override
+    {
+        return cancel(values);
+    }
     SpellingAnswer spellingWord(const SpellingQuestion &) override { return {}; }
     void spellingDone() override { }
 

@@ -36,8 +36,16 @@ public:
             user(values);
         return !values.Cancel;
     }
+    bool flashProperties(FlashPropertiesValues &values) override
+    {
+        values.Cancel = !movie;
+        if (movie)
+            movie(values);
+        return !values.Cancel;
+    }
 
     std::function<void(ImageDialogValues &)> user;
+    std::function<void(FlashPropertiesValues &)> movie;
     ImageDialogValues shown;
 
 private:
@@ -76,6 +84,7 @@ private Q_SLOTS:
     void failingCopyChangesNothing();
     void imageDialogInsertsAndEdits();
     void imageDialogFillsAndCollects();
+    void movieDialogPlacesTheMovie();
     void changeImageTakesAFreeName_data();
     void changeImageTakesAFreeName();
     void doubleClickFollowsTheTagList_data();
@@ -345,6 +354,24 @@ void tst_Images::imageDialogFillsAndCollects()
     QCOMPARE(collected.MouseOverOption, ImageDialogValues::RollOver::Image);
     QCOMPARE(collected.SourceOut, QStringLiteral("out()"));
     QVERIFY(!collected.Cancel);
+}
+
+// The movie file goes where images go and is announced like one, from the editor's own
+// method as from a command.
+void tst_Images::movieDialogPlacesTheMovie()
+{
+    load(QStringLiteral("<p>text</p>"));
+    QVERIFY(writeFile(m_dir->filePath(QStringLiteral("pics/m.swf")), "movie"));
+    m_dialogs->movie = [this](FlashPropertiesValues &values) {
+        values.MovieURL = m_dir->filePath(QStringLiteral("pics/m.swf"));
+    };
+    m_editor->FlashMovieDialog();
+    const QString folder = m_editor->ImageDirectory();
+    QCOMPARE(m_events,
+        QStringList({QStringLiteral("ImageInserted m.swf ") + folder, QStringLiteral("HTMLChanged"),
+            QStringLiteral("isDirty")}));
+    QCOMPARE(readFile(folder + QStringLiteral("m.swf")), QByteArray("movie"));
+    QVERIFY2(body().contains(QStringLiteral("value=\"%1m.swf\"").arg(folder)), qPrintable(body()));
 }
 
 void tst_Images::changeImageTakesAFreeName_data()

@@ -19,6 +19,7 @@ namespace Vantry::Platform::AdapterOperation {
     X(rangeMoveToBookmark) X(rangeParentElement) X(rangePasteHTML) X(rangeSelect) \
     X(rangeSetText) X(rangeText) X(refresh) X(releaseRanges) X(removeAttribute) X(replaceAll) \
     X(scriptElements) X(scrollPosition) X(selectElement) X(selectionClear) X(selectionRange) \
+    X(styleSheets) X(addStyleSheet) X(elementAttributes) X(objectParams) X(setObjectParams) \
     X(selectionType) X(setAttribute) X(setBaseUrl) X(setBodyInnerHTML) X(setDisplay) \
     X(setDocumentAddress) X(setEditable) X(setInnerHTML) X(setOuterHTML) \
     X(setScrollBarsVisible) X(setScrollPosition) X(setStyleProperty) X(setText) X(setTitle) \

@@ -62,6 +62,12 @@ public:
         const Element &element, const QStringList &attributes, const QStringList &styles) override;
     bool editElementFields(const Element &element, const QList<FieldEdit> &edits) override;
     TableParts tableParts(const Element &table) override;
+    QList<StyleSheetInfo> styleSheets() override;
+    bool addStyleSheet(const QString &href) override;
+    AttributeList elementAttributes(const Element &element) override;
+    QList<std::pair<QString, QString>> objectParams(const Element &object) override;
+    bool setObjectParams(
+        const Element &object, const QList<std::pair<QString, QString>> &params) override;
     QList<Element> images() override;
     QList<Element> scripts() override;
     SelectionType selectionType() override;
