@@ -63,6 +63,8 @@ DocumentPage *DocumentPropertiesLink::page(const clsDocumentProperties *companio
 {
     const DocumentPropertiesLink *link = linkOf<DocumentPropertiesLink>(companion);
     return link ? link->m_page.data() : nullptr;
+}
+
 const StyleSheetLink *StyleSheetLink::readyLink(const clsStyle *companion)
 {
     const StyleSheetLink *link = linkOf<StyleSheetLink>(companion);

@@ -134,6 +134,8 @@ bool EditorDialogLauncher::pageProperties()
     if (!m_hooks.dialogs)
         return PendingDialogLauncher::pageProperties();
     return Dialogs::editPageProperties(flow());
+}
+
 Dialogs::TableFlow EditorDialogLauncher::flow()
 {
     return {m_surface, m_selection, m_references, m_hooks.dialogs(), m_hooks.prompts(),

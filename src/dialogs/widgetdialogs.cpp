@@ -123,6 +123,9 @@ bool WidgetDialogs::linkProperties(LinkPropertiesValues &values)
 bool WidgetDialogs::pageProperties(PagePropertiesValues &values)
 {
     Dialogs::PagePropertiesDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
+    return runDialog(dialog, values);
+}
+
 bool WidgetDialogs::selectStyle(SelectStyleValues &values)
 {
     Dialogs::SelectStyleDialog dialog([this]() -> UserPrompts & { return prompts(); }, window());
