@@ -10,6 +10,7 @@ public:
     bool tableProperties(Vantry::TablePropertiesValues &values) override { return cancel(values); }
     bool cellProperties(Vantry::CellPropertiesValues &values) override { return cancel(values); }
     bool insertImage(Vantry::ImageDialogValues &values) override { return cancel(values); }
+    bool imageUpload(Vantry::ImageUploadValues &values) override { return cancel(values); }
     SpellingAnswer spellingWord(const SpellingQuestion &) override { return {}; }
     void spellingDone() override { }
 
