@@ -21,6 +21,7 @@ class Dictionaries;
 
 namespace Vantry::Text {
 class SpellingCheck;
+class SpellingUnderlines;
 } // namespace Vantry::Text
 
 namespace Vantry {
@@ -72,7 +73,7 @@ public:
         return slot;
     }
     void attachStyle(clsStyle *style);
-    // The underlines use the dictionary of the last spelling check, else the system's.
+    // Underlines misspelt words while SpellCheckAsYouType is on.
     void applySpellingUnderlines();
 
     HTMLEditorComponent *q;
@@ -87,6 +88,7 @@ public:
     std::unique_ptr<Images::ImagePlacement> images;
     std::unique_ptr<Platform::Dictionaries> dictionaries;
     std::unique_ptr<Text::SpellingCheck> spelling;
+    std::unique_ptr<Text::SpellingUnderlines> underlines;
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Text::FindReplace> finder;

@@ -158,7 +158,96 @@
         return [node.data, caret.startOffset, holder ? holder.getAttribute('lang') : ''];
     }
 
+    // ---- underlines -------------------------------------------------------------------
+    // The words the C++ side found misspelt, underlined in a layer of their own like the
+    // detail marks: a host after the body whose closed shadow tree holds one line per word
+    // box. The words are live ranges, so the lines follow typing until the next check.
+    const UNDERLINE_STYLE = ':host { all: initial; position: absolute; left: 0; top: 0; ' +
+        'width: 0; height: 0; overflow: visible; pointer-events: none; ' +
+        'z-index: 2147483646; user-select: none; }\n' +
+        '.u { position: absolute; height: 0; border-bottom: 2px dotted #e00000; }\n' +
+        '@media print { :host { display: none !important; } }';
+    let underlined = [];
+    let lineHost = null;
+    let lineLayer = null;
+    let lineFrameQueued = false;
+    const lineObserver = new MutationObserver(scheduleLines);
+
+    function drawLines() {
+        lineFrameQueued = false;
+        if (!underlined.length || !document.body) {
+            lineObserver.disconnect();
+            if (lineHost)
+                lineHost.remove();
+            lineHost = null;
+            lineLayer = null;
+            return;
+        }
+        if (!lineHost || !lineHost.isConnected) {
+            lineHost = document.createElement('vantry-underlines');
+            lineHost.setAttribute(V.EDITOR_LAYER_ATTR, '');
+            lineHost.setAttribute('contenteditable', 'false');
+            const root = lineHost.attachShadow({ mode: 'closed' });
+            const style = document.createElement('style');
+            style.textContent = UNDERLINE_STYLE;
+            lineLayer = document.createElement('div');
+            root.append(style, lineLayer);
+            document.documentElement.appendChild(lineHost);
+        }
+        const origin = lineHost.getBoundingClientRect();
+        const fragment = document.createDocumentFragment();
+        for (const range of underlined) {
+            if (range.collapsed)
+                continue;
+            for (const r of range.getClientRects()) {
+                const line = document.createElement('div');
+                line.className = 'u';
+                line.style.left = Math.round(r.left - origin.left) + 'px';
+                line.style.top = Math.round(r.bottom - origin.top - 1) + 'px';
+                line.style.width = Math.max(1, Math.round(r.width)) + 'px';
+                fragment.appendChild(line);
+            }
+        }
+        lineLayer.replaceChildren(fragment);
+        lineObserver.disconnect();
+        lineObserver.observe(document.body, { subtree: true, childList: true,
+                                              characterData: true, attributes: true });
+    }
+
+    // Lines follow edits a little behind the keys, so that typing in a page with many
+    // misspelt words never waits for them.
+    function scheduleLines() {
+        if (lineFrameQueued)
+            return;
+        lineFrameQueued = true;
+        setTimeout(drawLines, 100);
+    }
+
+    // Each word is [node, offset, endNode, endOffset] of the last snapshot; an empty list
+    // takes every line away. Words whose nodes left the document are dropped.
+    function underline(words) {
+        underlined = [];
+        for (const [a, ao, b, bo] of words) {
+            const start = nodes[a];
+            const end = nodes[b];
+            if (!start || !end || !start.isConnected || !end.isConnected)
+                continue;
+            const range = document.createRange();
+            range.setStart(start, Math.min(ao, start.data.length));
+            range.setEnd(end, Math.min(bo, end.data.length));
+            underlined.push(range);
+        }
+        drawLines();
+        return underlined.length;
+    }
+
+    V.onNewDocument(() => underline([]));
+    window.addEventListener('resize', () => { if (underlined.length) scheduleLines(); });
+    // The underlined words, for tests.
+    V.underlinedWords = () => underlined.map(range => range.toString());
+
     V.register('spellingText', () => snapshot());
+    V.register('spellingUnderline', words => underline(words));
     V.register('spellingSelect', (a, ao, b, bo) => select(a, ao, b, bo));
     V.register('spellingReplace', edits => replace(edits));
     V.register('spellingTextAt', (x, y) => textAt(x, y));

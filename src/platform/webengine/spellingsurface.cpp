@@ -1,13 +1,10 @@
 // The spelling side of the WebEngine design surface: the text walk through the adapter's
-// spelling operations, and the engine's own underlining while the user types.
+// spelling operations, and the underlines of the words found misspelt.
 
 #include "platform/webengine/webenginedesignsurface.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QWebEnginePage>
-#include <QWebEngineProfile>
 
 namespace Vantry::Platform {
 
@@ -94,29 +91,15 @@ DesignSurface::TextAtPoint WebEngineDesignSurface::spellingTextAt(const QPoint &
     return {answer[0].toString(), answer[1].toInt(), answer[2].toString()};
 }
 
-bool WebEngineDesignSurface::setSpellingUnderlines(bool on, const QStringList &dictionaries)
+bool WebEngineDesignSurface::underlineSpellingText(
+    const QList<std::pair<TextPoint, TextPoint>> &words)
 {
-    QWebEngineProfile *profile = page()->profile();
-    if (!on) {
-        profile->setSpellCheckEnabled(false);
-        return true;
-    }
-    const QString searched = qEnvironmentVariable("QTWEBENGINE_DICTIONARIES_PATH");
-    QStringList languages;
-    for (QString name : dictionaries) {
-        name.replace(u'_', u'-');
-        if (QFileInfo::exists(searched + u'/' + name + QLatin1String(".bdic")))
-            languages.append(name);
-    }
-    if (languages.isEmpty()) {
-        setLastError(QStringLiteral("No converted dictionary for %1 in \"%2\"")
-                         .arg(dictionaries.join(QLatin1String(", ")), searched));
-        profile->setSpellCheckEnabled(false);
-        return false;
-    }
-    profile->setSpellCheckLanguages(languages);
-    profile->setSpellCheckEnabled(true);
-    return true;
+    QVariantList list;
+    list.reserve(words.size());
+    for (const auto &[start, end] : words)
+        list.append(QVariant(pointArguments(start, end)));
+    callValue(QStringLiteral("spellingUnderline"), {QVariant(list)}, std::chrono::seconds(60));
+    return !lastCallFailed();
 }
 
 } // namespace Vantry::Platform
