@@ -108,7 +108,7 @@ Dictionaries::Loaded *Dictionaries::load(const QString &dictionary)
                               .arg(dictionary, QString::fromLatin1(encoding));
         } else {
             loaded = std::make_shared<Loaded>(
-                Loaded{std::move(hunspell), std::move(encoder), std::move(decoder)});
+                Loaded{std::move(hunspell), std::move(encoder), std::move(decoder), {}});
             for (const QString &word : std::as_const(m_personal))
                 loaded->hunspell->add(loaded->encode(word));
         }

@@ -41,50 +41,82 @@
         return [nodes.length, 0];
     }
 
-    // { t: texts, l: index into langs per node, b: 1 where a run starts, langs, s: the
-    // selection's end as [node, offset], d: the document's language }.
+    // { t: the texts joined, n: their lengths, l: per node the index into langs as one
+    // character, b: per node "1" where a run starts, else "0", langs, s: the selection's
+    // end as [node, offset], d: the document's language }. Packed into few values, since
+    // every value costs as it crosses to C++. The walk carries the language and block of
+    // the element it is in instead of looking them up per text node.
     function snapshot() {
         nodes = [];
-        const out = { t: [], l: [], b: [], langs: [], s: [0, 0],
+        const out = { t: '', n: [], l: '', b: '', langs: [], s: [0, 0],
                       d: document.documentElement.getAttribute('lang') || '' };
         const body = document.body;
         if (!body)
             return out;
+        const texts = [];
+        const langs = [];
+        const breaks = [];
         const langIndex = new Map();
-        const langOf = element => {
-            const holder = element.closest('[lang]');
-            const lang = holder ? holder.getAttribute('lang') : '';
+        const langId = lang => {
             let i = langIndex.get(lang);
             if (i === undefined) {
                 i = out.langs.length;
                 out.langs.push(lang);
                 langIndex.set(lang, i);
             }
-            return i;
+            return String.fromCharCode(i);
         };
-        const walker = document.createTreeWalker(body,
-            NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT, {
-                acceptNode: n => (n.nodeType === Node.ELEMENT_NODE && skipped(n)
-                                  ? NodeFilter.FILTER_REJECT : NodeFilter.FILTER_ACCEPT)
-            });
+        const holder = body.closest('[lang]');
+        let lang = langId(holder ? holder.getAttribute('lang') : '');
+        let block = body;
         let brk = true;
         let lastBlock = null;
-        for (let n = walker.nextNode(); n; n = walker.nextNode()) {
-            if (n.nodeType === Node.ELEMENT_NODE) {
-                if (BOUNDARY.has(n.tagName.toUpperCase()))
+        // The language and block of each element the walk is inside, but the innermost.
+        const outer = [];
+        let n = body.firstChild;
+        while (n) {
+            let enter = false;
+            if (n.nodeType === Node.TEXT_NODE) {
+                nodes.push(n);
+                texts.push(n.data);
+                out.n.push(n.data.length);
+                langs.push(lang);
+                breaks.push(brk || block !== lastBlock ? '1' : '0');
+                brk = false;
+                lastBlock = block;
+            } else if (n.nodeType === Node.ELEMENT_NODE && !skipped(n)) {
+                const boundary = BOUNDARY.has(n.tagName.toUpperCase());
+                if (boundary)
                     brk = true;
+                if (n.firstChild) {
+                    outer.push(lang, block);
+                    const own = n.getAttribute('lang');
+                    if (own !== null)
+                        lang = langId(own);
+                    if (boundary)
+                        block = n;
+                    enter = true;
+                }
+            }
+            if (enter) {
+                n = n.firstChild;
                 continue;
             }
-            let block = n.parentElement;
-            while (block && !BOUNDARY.has(block.tagName.toUpperCase()))
-                block = block.parentElement;
-            nodes.push(n);
-            out.t.push(n.data);
-            out.l.push(langOf(n.parentElement));
-            out.b.push(brk || block !== lastBlock ? 1 : 0);
-            brk = false;
-            lastBlock = block;
+            while (n && !n.nextSibling) {
+                n = n.parentNode;
+                if (n === body || !n) {
+                    n = null;
+                    break;
+                }
+                block = outer.pop();
+                lang = outer.pop();
+            }
+            if (n)
+                n = n.nextSibling;
         }
+        out.t = texts.join('');
+        out.l = langs.join('');
+        out.b = breaks.join('');
         const selection = document.getSelection();
         if (selection.rangeCount) {
             const r = selection.getRangeAt(0);

@@ -44,16 +44,29 @@ DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
     SpellingText text;
     if (lastCallFailed())
         return text;
-    text.texts = answer.value(QStringLiteral("t")).toStringList();
-    for (const QVariant &language : answer.value(QStringLiteral("l")).toList())
-        text.languageOf.append(language.toInt());
-    for (const QVariant &start : answer.value(QStringLiteral("b")).toList())
-        text.runStarts.append(start.toInt() != 0);
+    const QString joined = answer.value(QStringLiteral("t")).toString();
+    const QVariantList lengths = answer.value(QStringLiteral("n")).toList();
+    const QString languages = answer.value(QStringLiteral("l")).toString();
+    const QString starts = answer.value(QStringLiteral("b")).toString();
+    text.texts.reserve(lengths.size());
+    text.languageOf.reserve(lengths.size());
+    text.runStarts.reserve(lengths.size());
+    qsizetype at = 0;
+    for (qsizetype i = 0; i < lengths.size() && i < languages.size() && i < starts.size(); ++i) {
+        const qsizetype length = lengths[i].toLongLong();
+        if (length < 0 || at + length > joined.size())
+            break;
+        text.texts.append(joined.mid(at, length));
+        at += length;
+        text.languageOf.append(languages[i].unicode());
+        text.runStarts.append(starts[i] == u'1');
+    }
     text.languages = answer.value(QStringLiteral("langs")).toStringList();
     text.documentLanguage = answer.value(QStringLiteral("d")).toString();
     const QVariantList selection = answer.value(QStringLiteral("s")).toList();
     text.selectionEnd = {selection.value(0).toInt(), selection.value(1).toInt()};
-    if (text.languageOf.size() != text.texts.size() || text.runStarts.size() != text.texts.size()) {
+    if (text.texts.size() != lengths.size() || at != joined.size()
+        || languages.size() != lengths.size() || starts.size() != lengths.size()) {
         setLastError(QStringLiteral("spellingText: the adapter's answer is malformed"));
         return {};
     }
