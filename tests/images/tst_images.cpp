@@ -545,8 +545,7 @@ void tst_Images::uploadedImageGoesIntoTheDocument()
             QStringList({QStringLiteral("ImageInserted a.png /www/"), QStringLiteral("HTMLChanged"),
                 QStringLiteral("isDirty")}),
             20000);
-        QVERIFY2(
-            body().contains(QStringLiteral("<img src=\"http://www.example.com/pictures/a.png\"")),
+        QVERIFY2(body().contains(QStringLiteral("src=\"http://www.example.com/pictures/a.png\"")),
             qPrintable(body()));
         QCOMPARE(m_ftp->files(), QStringList{QStringLiteral("/www/a.png")});
         QVERIFY(!QFileInfo::exists(m_editor->ImageDirectory()));
