@@ -20,10 +20,6 @@ namespace Vantry {
 
 class UserPrompts;
 
-namespace Dialogs {
-class SpellingDialog;
-}
-
 // The editor's own dialogs: table, image, link, page, style, element properties, spelling
 // and upload. The editor fills a dialog's values from the document, hands them here, and
 // writes back what comes out; a host that wants its own dialogs (its look, a web form,
@@ -65,7 +61,7 @@ struct ImageUploadValues
     // A dialog that only chooses leaves them empty and the editor uploads the files.
     QStringList remotePaths;
     QStringList addresses;
-    bool cancelled = false;
+    bool Cancel = false;
 };
 
 class VANTRYHTMLEDITOR_EXPORT EditorDialogs
@@ -84,8 +80,9 @@ public:
     // Upload
 
     // Lets the user choose image files and a server folder inside FTP_RistrictedDirectory
-    // and, in the editor's own form, uploads them. The default refuses (cancelled).
-    virtual bool imageUpload(ImageUploadValues &values);
+    // and, in the editor's own form, uploads them. Files the editor already has in mind
+    // (an image being inserted) come in files.
+    virtual bool imageUpload(ImageUploadValues &values) = 0;
 
     // ---- spelling ----------------------------------------------------------------------
     // The spelling check (SpellCheck) walks the misspelt words of the document in reading
@@ -183,7 +180,8 @@ private:
     QPointer<QWidget> m_parent;
     mutable std::unique_ptr<UserPrompts> m_ownPrompts;
 
-    QPointer<Dialogs::SpellingDialog> m_spelling;
+    // The spelling dialog, kept open over a whole walk.
+    QPointer<QWidget> m_spelling;
 };
 
 } // namespace Vantry

@@ -1,6 +1,7 @@
 #include "control/imageplacement.h"
 #include "platform/hunspell/dictionaries.h"
 #include "text/spellingcheck.h"
+#include "text/spellingunderlines.h"
 #include "control/uploadcommand.h"
 #include "commands/companionlinks.h"
 #include "control/htmleditorcomponent_p.h"
@@ -103,9 +104,12 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     executorHooks.uploadImage = [this] { return upload->run(); };
     dictionaries = std::make_unique<Platform::Dictionaries>();
     spelling = std::make_unique<Text::SpellingCheck>(*surface, *dictionaries);
+    underlines = std::make_unique<Text::SpellingUnderlines>(*surface, *dictionaries,
+        [this] { return settings.SpellCheckAsYouType && exchange->isDocumentReady(); });
     executorHooks.spellCheck = [this] {
         const bool changed = spelling->checkDocument(*dialogs, *prompts);
-        applySpellingUnderlines();
+        // Words added or ignored in the walk lose their underlines.
+        underlines->schedule();
         return changed;
     };
     executorHooks.imageDirectory = [this] { return settings.ImageDirectory; };
@@ -125,8 +129,14 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     };
     imageHooks.htmlChanged = [q] { Q_EMIT q->HTMLChanged(); };
     imageHooks.markDirty = [q] { q->setisDirty(true); };
+    imageHooks.designViewActive = [q] { return q->DesignViewActive(); };
+    imageHooks.upload = [this](const QString &path) { return upload->uploadInserted(path); };
     images = std::make_unique<Images::ImagePlacement>(
         settings, *surface, *selection, references, std::move(imageHooks));
+    QObject::connect(upload.get(), &Images::ImageUploadCommand::imageUploaded, q,
+        [this](const QString &local, const QString &remote, const QString &address) {
+            images->insertUploadedImage({local, remote, address});
+        });
     executorHooks.placeImage
         = [this](const QString &path) { return images->placeInsertedImage(path); };
     executorHooks.imagesPlaced = [this](bool completed) { images->announcePlaced(completed); };
@@ -203,10 +213,7 @@ HTMLEditorComponent::Private::Private(HTMLEditorComponent *q)
     firstDocument = std::make_unique<Control::FirstDocument>(
         settings, *exchange, *surface, std::move(firstHooks));
     Control::EventRelay::Hooks relayHooks;
-    relayHooks.documentComplete = [this] {
-        firstDocument->documentComplete();
-        applySpellingUnderlines();
-    };
+    relayHooks.documentComplete = [this] { firstDocument->documentComplete(); };
     relay = std::make_unique<Control::EventRelay>(*q, settings, *surface, *sourceView->editor(),
         *toolbarControls, *menus, std::move(relayHooks));
     // Changing the picture asks the user; not from inside the engine's notification.
@@ -296,9 +303,7 @@ void HTMLEditorComponent::Private::applyEffect(PropertyEffect effect)
 
 void HTMLEditorComponent::Private::applySpellingUnderlines()
 {
-    const QString dictionary = spelling->dictionary().isEmpty() ? dictionaries->systemDictionary()
-                                                                : spelling->dictionary();
-    surface->setSpellingUnderlines(settings.SpellCheckAsYouType, {dictionary});
+    underlines->schedule();
 }
 
 void HTMLEditorComponent::Private::applyEnabled()

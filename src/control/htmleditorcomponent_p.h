@@ -21,6 +21,7 @@ class Dictionaries;
 
 namespace Vantry::Text {
 class SpellingCheck;
+class SpellingUnderlines;
 } // namespace Vantry::Text
 
 namespace Vantry {
@@ -75,7 +76,7 @@ public:
     void attachStyle(clsStyle *style);
     // Keeps properties as the editor's companion and lets it reach the document.
     clsDocumentProperties *attachDocumentProperties(clsDocumentProperties *properties);
-    // The underlines use the dictionary of the last spelling check, else the system's.
+    // Underlines misspelt words while SpellCheckAsYouType is on.
     void applySpellingUnderlines();
 
     HTMLEditorComponent *q;
@@ -90,6 +91,7 @@ public:
     std::unique_ptr<Images::ImagePlacement> images;
     std::unique_ptr<Platform::Dictionaries> dictionaries;
     std::unique_ptr<Text::SpellingCheck> spelling;
+    std::unique_ptr<Text::SpellingUnderlines> underlines;
     Commands::DocumentReferences references;
     std::unique_ptr<Commands::SelectionAccess> selection;
     std::unique_ptr<Commands::DocumentPage> page;

@@ -31,6 +31,17 @@ QString withoutFileScheme(const QString &path)
     return text;
 }
 
+// The parts of a '/'-separated server path: "/www/img/a.jpg" is "a.jpg" in "/www/img/".
+QString remoteName(const QString &remotePath)
+{
+    return remotePath.mid(remotePath.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString remoteFolder(const QString &remotePath)
+{
+    return remotePath.left(remotePath.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
 } // namespace
 
 CopyError CopyImageFile(const QString &source, const QString &destination)
@@ -101,6 +112,13 @@ bool ImagePlacement::copyIntoImageFolder(const QString &source, const QString &n
 QString ImagePlacement::placeInsertedImage(const QString &path)
 {
     const QString source = withoutFileScheme(path);
+    if (m_settings.UploadImagesWhenInserted && m_hooks.upload) {
+        const std::optional<UploadedImage> uploaded = m_hooks.upload(source);
+        if (!uploaded)
+            return {};
+        m_placed.append({remoteName(uploaded->remotePath), remoteFolder(uploaded->remotePath)});
+        return uploaded->address;
+    }
     if (!m_settings.CopyImagesWhenInserted || m_settings.ImageDirectory.isEmpty())
         return path;
     const QString fileName = GetImageFileName(QDir::toNativeSeparators(source));
@@ -124,6 +142,27 @@ void ImagePlacement::announcePlaced(bool inserted)
     for (const Placed &image : placed)
         m_hooks.imageInserted(image.fileName, image.folder);
     m_hooks.htmlChanged();
+}
+
+bool ImagePlacement::insertUploadedImage(const UploadedImage &image)
+{
+    const auto refuse = [&](const QString &why) {
+        m_hooks.prompts().information(
+            QStringLiteral("The image %1 is on the server at %2 but was not inserted: %3")
+                .arg(remoteName(image.remotePath), image.address, why));
+        return false;
+    };
+    if (!m_hooks.isReady() || (m_hooks.designViewActive && !m_hooks.designViewActive()))
+        return refuse(QStringLiteral("the document can only take it in the design view."));
+    const Platform::TextRange range = m_surface.selectionRange();
+    if (m_surface.lastCallFailed()
+        || !m_surface.pasteHTML(
+            range, QStringLiteral("<img src=\"%1\">").arg(image.address.toHtmlEscaped())))
+        return refuse(QStringLiteral("the document could not be changed."));
+    m_hooks.imageInserted(remoteName(image.remotePath), remoteFolder(image.remotePath));
+    m_hooks.htmlChanged();
+    m_hooks.markDirty();
+    return true;
 }
 
 QString ImagePlacement::GetUniqueImageFileName(const QString &fileName) const

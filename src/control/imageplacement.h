@@ -1,9 +1,12 @@
 #pragma once
 
+#include "images/uploadrules.h"
+
 #include <QList>
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace Vantry {
 class UserPrompts;
@@ -45,6 +48,12 @@ CopyError CopyImageFile(const QString &source, const QString &destination);
 //   host gives the folder's web address, else the path relative to a local BaseURL, else a
 //   file: URL under a web BaseURL, else the absolute path; so the design view shows the
 //   copy and the saved page points at it.
+// - with UploadImagesWhenInserted (which wins over copying) the file goes to the FTP server
+//   through the upload form instead, and the src is the address the web site publishes it
+//   at (publishedAddress: ImageVCDirectory + the path below the upload root, against
+//   BaseURL). A failed or cancelled upload inserts nothing.
+// Images uploaded by the UploadImage command go in at the selection as they reach the
+// server (insertUploadedImage).
 // Each placed copy is announced by ImageInserted once the command has put it into the
 // document (announcePlaced), then HTMLChanged; the executor then marks the document dirty.
 // A copy that fails is explained to the user and the command inserts nothing.
@@ -59,6 +68,11 @@ public:
         std::function<void(const QString &fileName, const QString &filePath)> imageInserted;
         std::function<void()> htmlChanged;
         std::function<void()> markDirty;
+        // The document takes edits: the design view shows.
+        std::function<bool()> designViewActive;
+        // Sends a picked file to the server for insertion; nothing, the user told why,
+        // when it did not get there.
+        std::function<std::optional<UploadedImage>(const QString &path)> upload;
     };
 
     ImagePlacement(const Control::Settings &settings, Platform::DesignSurface &surface,
@@ -71,6 +85,10 @@ public:
     // After an insertion: announces the copies it placed when it went into the document;
     // forgets them otherwise.
     void announcePlaced(bool inserted);
+    // Puts an uploaded image in at the selection, with the address it is published at, and
+    // announces it like a copy: ImageInserted (its name and server folder), HTMLChanged,
+    // isDirty. False, the user told why, when the document cannot take it.
+    bool insertUploadedImage(const UploadedImage &image);
 
     // fileName, or its first numbered variant (name_001.ext ...) free in ImageDirectory.
     // After 999 the name numbered 999 is returned even though it exists.

@@ -5,6 +5,8 @@
 #include "images/uploadrules.h"
 #include "platform/prompts/userprompts.h"
 
+#include <QEventLoop>
+
 namespace Vantry::Images {
 
 ImageUploadValues uploadValues(const Control::Settings &settings)
@@ -45,7 +47,7 @@ bool ImageUploadCommand::run()
         return false;
     }
     ImageUploadValues values = uploadValues(m_hooks.settings());
-    if (!m_hooks.dialogs().imageUpload(values) || values.cancelled)
+    if (!m_hooks.dialogs().imageUpload(values) || values.Cancel)
         return false;
     if (!values.remotePaths.isEmpty()) {
         for (qsizetype i = 0; i < values.remotePaths.size(); ++i)
@@ -63,6 +65,53 @@ bool ImageUploadCommand::run()
     connect(m_flow.get(), &UploadFlow::finished, this, &ImageUploadCommand::finished);
     m_flow->upload(values.files, values.remoteFolder);
     return false;
+}
+
+std::optional<UploadedImage> ImageUploadCommand::uploadInserted(const QString &localPath)
+{
+    if (isUploading()) {
+        m_hooks.prompts().information(
+            QStringLiteral("The image was not inserted: the last upload is still running."));
+        return std::nullopt;
+    }
+    ImageUploadValues values = uploadValues(m_hooks.settings());
+    values.FTP_AllowMultiableFiles = false;
+    values.files = {localPath};
+    if (!m_hooks.dialogs().imageUpload(values) || values.Cancel) {
+        m_hooks.prompts().information(
+            QStringLiteral("The image was not inserted: the upload was cancelled."));
+        return std::nullopt;
+    }
+    if (!values.remotePaths.isEmpty())
+        return UploadedImage{
+            values.files.value(0), values.remotePaths.at(0), values.addresses.value(0)};
+    if (values.files.isEmpty()) {
+        m_hooks.prompts().information(
+            QStringLiteral("The image was not inserted: no file was uploaded."));
+        return std::nullopt;
+    }
+
+    UploadFlow flow(values);
+    std::optional<UploadedImage> uploaded;
+    QString error;
+    QEventLoop loop;
+    connect(&flow, &UploadFlow::imageUploaded, &loop,
+        [&uploaded](const QString &local, const QString &remote, const QString &address) {
+            if (!uploaded)
+                uploaded = UploadedImage{local, remote, address};
+        });
+    connect(&flow, &UploadFlow::failed, &loop, [&error](const QString &message) {
+        if (error.isEmpty())
+            error = message;
+    });
+    connect(&flow, &UploadFlow::finished, &loop, &QEventLoop::quit);
+    if (flow.upload({values.files.first()}, values.remoteFolder))
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (!uploaded)
+        m_hooks.prompts().critical(
+            QStringLiteral("The image was not inserted. %1")
+                .arg(error.isEmpty() ? QStringLiteral("The upload failed.") : error));
+    return uploaded;
 }
 
 } // namespace Vantry::Images

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "images/uploadrules.h"
+
 #include <VantryHTMLEditor/EditorDialogs.h>
 
 #include <QObject>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace Vantry {
 class UserPrompts;
@@ -42,6 +45,11 @@ public:
     // True when the document changed, which the upload itself never does.
     bool run();
     bool isUploading() const;
+    // The image-insert command's upload (UploadImagesWhenInserted): the form opens with
+    // localPath chosen, one file only. When a host's dialog only chooses, the file goes up
+    // here while the window paints but takes no input; curl's stall limits bound the wait.
+    // Nothing, the user told why, when no file reached the server.
+    std::optional<UploadedImage> uploadInserted(const QString &localPath);
 
 Q_SIGNALS:
     void imageUploaded(const QString &localPath, const QString &remotePath, const QString &address);

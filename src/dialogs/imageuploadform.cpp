@@ -48,7 +48,7 @@ ImageUploadForm::ImageUploadForm(const ImageUploadValues &values, QWidget *paren
     m_values.files.clear();
     m_values.remotePaths.clear();
     m_values.addresses.clear();
-    m_values.cancelled = true;
+    m_values.Cancel = true;
 
     auto *server = new QLabel(
         QStringLiteral("%1 as %2")
@@ -128,6 +128,7 @@ ImageUploadForm::ImageUploadForm(const ImageUploadValues &values, QWidget *paren
     connect(m_flow.get(), &Images::UploadFlow::imageUploaded, this, &ImageUploadForm::onUploaded);
     connect(m_flow.get(), &Images::UploadFlow::finished, this, &ImageUploadForm::onFinished);
 
+    addFiles(values.files);
     m_txtFolder->setText(m_flow->folder());
     if (m_flow->open())
         showStatus(QStringLiteral("Connecting..."), false);
@@ -225,7 +226,7 @@ void ImageUploadForm::onUploaded(
     m_values.remotePaths.append(remotePath);
     m_values.addresses.append(address);
     m_values.remoteFolder = m_flow->folder();
-    m_values.cancelled = false;
+    m_values.Cancel = false;
 }
 
 void ImageUploadForm::onFinished(bool complete)

@@ -22,12 +22,6 @@ namespace Vantry {
 
 EditorDialogs::~EditorDialogs() = default;
 
-bool EditorDialogs::imageUpload(ImageUploadValues &values)
-{
-    values.cancelled = true;
-    return false;
-}
-
 WidgetDialogs::WidgetDialogs(QWidget *parent)
     : m_parent(parent)
 { }
@@ -92,14 +86,17 @@ bool WidgetDialogs::imageUpload(ImageUploadValues &values)
     Dialogs::ImageUploadForm form(values, window());
     form.exec();
     values = form.values();
-    return !values.cancelled;
+    return !values.Cancel;
 }
 
 EditorDialogs::SpellingAnswer WidgetDialogs::spellingWord(const SpellingQuestion &question)
 {
-    if (!m_spelling)
-        m_spelling = new Dialogs::SpellingDialog(window());
-    return m_spelling->ask(question);
+    auto *dialog = qobject_cast<Dialogs::SpellingDialog *>(m_spelling.data());
+    if (!dialog) {
+        dialog = new Dialogs::SpellingDialog(window());
+        m_spelling = dialog;
+    }
+    return dialog->ask(question);
 }
 
 void WidgetDialogs::spellingDone()

@@ -10,6 +10,15 @@
 // '/'-separated paths as the server shows them after login ("/" is the login folder).
 namespace Vantry::Images {
 
+// A file that reached the server: where it came from, its path there and the address the web
+// site publishes it at (publishedAddress).
+struct UploadedImage
+{
+    QString localPath;
+    QString remotePath;
+    QString address;
+};
+
 // The FTP_* switches are texts; anything but "true" (any letter case) is false.
 bool uploadSwitch(const QString &text);
 

@@ -61,7 +61,7 @@ DesignSurface::TextAtPoint DesignSurface::spellingTextAt(const QPoint &)
     return {};
 }
 
-bool DesignSurface::setSpellingUnderlines(bool, const QStringList &)
+bool DesignSurface::underlineSpellingText(const QList<std::pair<TextPoint, TextPoint>> &)
 {
     return false;
 }

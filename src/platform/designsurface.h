@@ -371,9 +371,11 @@ public:
         QString language;
     };
     virtual TextAtPoint spellingTextAt(const QPoint &viewPoint);
-    // The engine's own underlining of misspelt words while typing, with the dictionaries
-    // of the languages given ("en_US"); false when this surface cannot underline.
-    virtual bool setSpellingUnderlines(bool on, const QStringList &dictionaries);
+    // Underlines the words between each pair of points of the last spellingText read,
+    // in place of the underlines before; none takes them all away. The underlines follow
+    // edits until the next call and never reach the document's markup. False when this
+    // surface cannot underline.
+    virtual bool underlineSpellingText(const QList<std::pair<TextPoint, TextPoint>> &words);
 
 Q_SIGNALS:
     void documentComplete();

@@ -31,6 +31,7 @@ bool SpellingCheck::read()
     m_text = m_surface.spellingText();
     if (m_surface.lastCallFailed())
         return false;
+    m_dictionaries.forgetVerdicts();
     const QString own = dictionaryForLanguage(m_text.documentLanguage, m_dictionaries.installed());
     m_dictionary = own.isEmpty() ? m_dictionaries.systemDictionary() : own;
     rebuildRuns();
@@ -156,17 +157,42 @@ bool SpellingCheck::findDoubledWord()
     return found && select(*found);
 }
 
+QList<SpellingCheck::Found> SpellingCheck::allMisspelt()
+{
+    QList<Found> all;
+    if (!read())
+        return all;
+    // One pass over the words: asking nextMisspelt again after each find would split its
+    // run into words once more every time.
+    for (qsizetype r = 0; r < m_runs.size(); ++r) {
+        const QString dictionary = dictionaryOf(m_runs[r]);
+        if (dictionary.isEmpty())
+            continue;
+        const QString &text = m_runs[r].text;
+        for (const WordSpan &word : checkableWords(text)) {
+            QString spelt = text.mid(word.start, word.length);
+            if (!m_dictionaries.isCorrect(dictionary, spelt))
+                all.append(Found{{r, word.start}, word, std::move(spelt), dictionary});
+        }
+    }
+    return all;
+}
+
 QStringList SpellingCheck::misspeltWords()
 {
     QStringList words;
-    if (!read())
-        return words;
-    Position at;
-    while (const std::optional<Found> found = nextMisspelt(at)) {
-        words.append(found->text);
-        at = {found->at.run, found->word.end()};
-    }
+    for (const Found &found : allMisspelt())
+        words.append(found.text);
     return words;
+}
+
+QList<std::pair<DesignSurface::TextPoint, DesignSurface::TextPoint>> SpellingCheck::misspeltSpans()
+{
+    QList<std::pair<DesignSurface::TextPoint, DesignSurface::TextPoint>> spans;
+    for (const Found &found : allMisspelt())
+        spans.append({pointOf(found.at.run, found.word.start, false),
+            pointOf(found.at.run, found.word.end(), true)});
+    return spans;
 }
 
 std::optional<SpellingCheck::MisspeltWord> SpellingCheck::misspeltAt(const QPoint &viewPoint)

@@ -54,6 +54,9 @@ public:
 
     // Every misspelt word of the body in reading order (one read, no selection).
     QStringList misspeltWords();
+    // The same words as spans of the text read, for the underlines.
+    QList<std::pair<Platform::DesignSurface::TextPoint, Platform::DesignSurface::TextPoint>>
+    misspeltSpans();
 
     // The dictionary for text in the document's own language, as the last read found it
     // (or the user chose during the walk); empty before any.
@@ -91,6 +94,8 @@ private:
     Platform::DesignSurface::TextPoint pointOf(qsizetype run, qsizetype offset, bool atEnd) const;
     std::optional<Found> nextMisspelt(Position from);
     std::optional<Found> nextDoubled(Position from);
+    // Every misspelt word from the start of a fresh read; nothing when it failed.
+    QList<Found> allMisspelt();
     bool select(const Found &found);
     bool replace(const QList<std::pair<Found, QString>> &replacements);
 

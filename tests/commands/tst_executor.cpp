@@ -1097,7 +1097,7 @@ public:
     bool imageUpload(ImageUploadValues &values) override
     {
         *m_seen = values;
-        values.cancelled = true;
+        values.Cancel = true;
         return false;
     }
 

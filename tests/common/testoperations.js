@@ -45,6 +45,7 @@
         },
         undoDepth: () => V.undoDepth(),
         detailMarks: () => V.detailMarks(),
+        underlinedWords: () => V.underlinedWords(),
         tableRowWidths: h => V.tableRowWidths(h),
     };
 

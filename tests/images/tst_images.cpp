@@ -1,5 +1,6 @@
 #include "../common/cancellingdialogs.h"
 #include "../common/enginetest.h"
+#include "../common/ftpserver.h"
 #include "../common/recordingprompts.h"
 
 #include "dialogs/imagedialog.h"
@@ -25,9 +26,6 @@ constexpr int Undo = 5049;
 class ImageAnswers : public CancellingDialogs
 {
 public:
-    bool insertTable(InsertTableValues &values) override { return cancel(values); }
-    bool tableProperties(TablePropertiesValues &values) override { return cancel(values); }
-    bool cellProperties(CellPropertiesValues &values) override { return cancel(values); }
     bool insertImage(ImageDialogValues &values) override
     {
         shown = values;
@@ -44,16 +42,20 @@ public:
         return !values.Cancel;
     }
 
+    // A host's upload form that only chooses: the files it is given, or chosen.
+    bool imageUpload(ImageUploadValues &values) override
+    {
+        values.Cancel = !uploadChosen;
+        if (values.files.isEmpty())
+            values.files = chosen;
+        return uploadChosen;
+    }
+
     std::function<void(ImageDialogValues &)> user;
     std::function<void(FlashPropertiesValues &)> movie;
     ImageDialogValues shown;
-
-private:
-    template <typename Values> static bool cancel(Values &values)
-    {
-        values.Cancel = true;
-        return false;
-    }
+    bool uploadChosen = false;
+    QStringList chosen;
 };
 
 bool writeFile(const QString &path, const QByteArray &content)
@@ -92,6 +94,8 @@ private Q_SLOTS:
     void copyAndRewriteAllImages();
     void handlesResizeTheSelection_data();
     void handlesResizeTheSelection();
+    void uploadedImageGoesIntoTheDocument_data();
+    void uploadedImageGoesIntoTheDocument();
 
 private:
     void load(const QString &body);
@@ -108,6 +112,7 @@ private:
     RecordingPrompts *m_prompts = nullptr;
     ImageAnswers *m_dialogs = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<VantryTest::FtpServer> m_ftp;
 };
 
 void tst_Images::initTestCase()
@@ -511,6 +516,77 @@ void tst_Images::handlesResizeTheSelection()
     QTRY_COMPARE(m_surface->commandStatus(Undo), 3);
     QVERIFY(m_surface->execCommand(Undo));
     QCOMPARE(body(), loaded);
+}
+
+void tst_Images::uploadedImageGoesIntoTheDocument_data()
+{
+    QTest::addColumn<bool>("insert"); // the image-insert command, else UploadImage
+    QTest::addColumn<bool>("chosen"); // the form is left with OK, else cancelled
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<QString>("message"); // empty: the upload works
+
+    QTest::newRow("UploadImage") << false << true << "editor-pass"
+                                 << "";
+    QTest::newRow("inserted and uploaded") << true << true << "editor-pass"
+                                           << "";
+    QTest::newRow("UploadImage, login refused") << false << true << "wrong"
+                                                << "refused the user name or password";
+    QTest::newRow("inserted, login refused") << true << true << "wrong"
+                                             << "not inserted. The server refused the user name";
+    QTest::newRow("inserted, upload cancelled") << true << false << "editor-pass"
+                                                << "not inserted: the upload was cancelled";
+}
+
+void tst_Images::uploadedImageGoesIntoTheDocument()
+{
+    QFETCH(bool, insert);
+    QFETCH(bool, chosen);
+    QFETCH(QString, password);
+    QFETCH(QString, message);
+    if (!m_ftp)
+        m_ftp = std::make_unique<VantryTest::FtpServer>(false);
+    m_ftp->clear();
+    QVERIFY(QDir(m_ftp->root()).mkpath(QStringLiteral("www")));
+    m_editor->setFTP_ServerName(m_ftp->address(QStringLiteral("ftp")));
+    m_editor->setFTP_UserName(QStringLiteral("editor"));
+    m_editor->setFTP_Password(password);
+    m_editor->setFTP_RistrictedDirectory(QStringLiteral("/www"));
+    m_editor->setImageVCDirectory(QStringLiteral("http://www.example.com/pictures/"));
+    m_editor->setUploadImagesWhenInserted(insert);
+    const QString picture = m_dir->filePath(QStringLiteral("pics/a.png"));
+    m_dialogs->uploadChosen = chosen;
+    m_dialogs->chosen = {picture};
+    load(QStringLiteral("<p>text</p>"));
+    const QString loaded = body();
+
+    if (insert) {
+        m_prompts->fileNames.enqueue(picture);
+        QString empty;
+        m_editor->InsertImageNoPrompt(
+            empty, empty, empty, empty, empty, empty, empty, empty, empty);
+    } else {
+        m_editor->UploadImage();
+    }
+    m_editor->setUploadImagesWhenInserted(false);
+    if (message.isEmpty()) {
+        QTRY_COMPARE_WITH_TIMEOUT(m_events,
+            QStringList({QStringLiteral("ImageInserted a.png /www/"), QStringLiteral("HTMLChanged"),
+                QStringLiteral("isDirty")}),
+            20000);
+        QVERIFY2(body().contains(QStringLiteral("src=\"http://www.example.com/pictures/a.png\"")),
+            qPrintable(body()));
+        QCOMPARE(m_ftp->files(), QStringList{QStringLiteral("/www/a.png")});
+        QVERIFY(!QFileInfo::exists(m_editor->ImageDirectory()));
+        QCOMPARE(m_prompts->shown.size(), insert ? 1 : 0); // the picker
+        return;
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(m_prompts->shown.size() > int(insert), 20000);
+    const QString said = m_prompts->shown.last().text;
+    QVERIFY2(said.contains(message), qPrintable(said));
+    QVERIFY(!said.contains(password));
+    QCOMPARE(body(), loaded);
+    QVERIFY(m_events.isEmpty());
+    QCOMPARE(m_ftp->files(), QStringList());
 }
 
 QTEST_MAIN(tst_Images)

@@ -1,18 +1,17 @@
 #include "control/settings.h"
+#include "control/uploadcommand.h"
 #include "dialogs/imageuploadform.h"
 #include "images/filenames.h"
-#include "control/uploadcommand.h"
 #include "images/uploadflow.h"
 #include "images/uploadrules.h"
 
 #include "../common/cancellingdialogs.h"
+#include "../common/ftpserver.h"
 #include "../common/recordingprompts.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QListWidget>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -20,80 +19,9 @@
 using namespace Vantry;
 using namespace Qt::StringLiterals;
 using namespace Vantry::Images;
+using VantryTest::FtpServer;
 
 namespace {
-
-const QString python = u"/usr/bin/python3"_s;
-
-// pyftpdlib on 127.0.0.1, serving a temporary folder; stopped with the object.
-class FtpServer
-{
-public:
-    explicit FtpServer(bool tls)
-    {
-        QStringList arguments{
-            QStringLiteral(VANTRY_FTP_SERVER_SCRIPT), root(), m_dir.filePath(u"port"_s)};
-        if (tls) {
-            QProcess openssl;
-            openssl.start(u"openssl"_s,
-                u"req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=localhost -addext "
-                "subjectAltName=IP:127.0.0.1 -out"_s.split(u' ')
-                    << certificate() << u"-keyout"_s << m_dir.filePath(u"key.pem"_s));
-            if (!openssl.waitForFinished(60000) || openssl.exitCode() != 0)
-                qFatal("openssl could not make a certificate");
-            arguments << certificate() << m_dir.filePath(u"key.pem"_s);
-        }
-        QDir(m_dir.path()).mkdir(u"root"_s);
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(python, arguments);
-        QFile portFile(m_dir.filePath(u"port"_s));
-        for (int i = 0; i < 200 && !portFile.exists(); ++i)
-            QTest::qWait(50);
-        if (!portFile.open(QIODevice::ReadOnly))
-            qFatal("the test FTP server (python3-pyftpdlib) did not start");
-        m_port = portFile.readAll().toInt();
-    }
-    ~FtpServer() { stop(); }
-
-    void stop()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    QString root() const { return m_dir.filePath(u"root"_s); }
-    QString certificate() const { return m_dir.filePath(u"cert.pem"_s); }
-    QString address(const QString &scheme) const
-    {
-        return scheme + u"://127.0.0.1:"_s + QString::number(m_port);
-    }
-    // The files below the root, as "/a/b.jpg", sorted.
-    QStringList files() const
-    {
-        QStringList found;
-        QDirIterator it(root(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (it.hasNext())
-            found << it.next().mid(root().size());
-        found.sort();
-        return found;
-    }
-    void put(const QString &path, const QByteArray &content = "old")
-    {
-        QDir(root()).mkpath(QFileInfo(root() + path).path());
-        QFile file(root() + path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-    void clear()
-    {
-        QDir(root()).removeRecursively();
-        QDir(m_dir.path()).mkdir(u"root"_s);
-    }
-
-private:
-    QTemporaryDir m_dir;
-    QProcess m_process;
-    int m_port = 0;
-};
 
 // String columns, and a row per line of rows: its name, then its cells.
 void table(std::initializer_list<const char *> columns,
@@ -171,7 +99,7 @@ private:
 
 void tst_ImageUpload::initTestCase()
 {
-    QVERIFY(QFile::exists(python));
+    QVERIFY(QFile::exists(VantryTest::python));
     m_ftp = std::make_unique<FtpServer>(false);
     m_ftps = std::make_unique<FtpServer>(true);
 }
@@ -495,7 +423,7 @@ void tst_ImageUpload::formBrowsesInsideTheRestrictedFolder()
     QVERIFY(form.startUpload());
     QVERIFY(finished.wait(20000));
     const ImageUploadValues result = form.values();
-    QCOMPARE(result.cancelled, false);
+    QCOMPARE(result.Cancel, false);
     QCOMPARE(result.remotePaths, QStringList{u"/site/img/2024/old_001.png"_s});
     QCOMPARE(result.addresses, QStringList{u"http://www.example.com/img/2024/old_001.png"_s});
     QCOMPARE(m_ftps->files(),
@@ -514,7 +442,7 @@ public:
         seen = values;
         values.files = files;
         values.remoteFolder = folder;
-        values.cancelled = false;
+        values.Cancel = false;
         return true;
     }
     ImageUploadValues seen;

@@ -267,7 +267,7 @@ void tst_SpellCheck::contextMenuSuggestsAndReplaces()
     QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p id=\"p\">Some <i>word</i> here</p>"));
 }
 
-// Red pixels of the view, where the engine draws its spelling marks.
+// Red pixels of the view, where the underlines are drawn.
 int tst_SpellCheck::redPixels()
 {
     const QImage image = m_surface->widget()->grab().toImage();
@@ -292,18 +292,30 @@ void tst_SpellCheck::underlinesWhileTyping()
 {
     QFETCH(bool, on);
     m_editor->setSpellCheckAsYouType(on);
-    load(QStringLiteral("<p>x</p>"));
+    // The underlines follow the walk's rules: a word added to the dictionary there, text in
+    // a language without a dictionary, addresses and words with digits are no errors.
+    load(QStringLiteral("<p>x</p><p>Vantryqz</p><p lang=\"fr\">Bonjur</p>"));
+    m_dialogs->answers.enqueue({Action::AddToDictionary, {}});
+    m_editor->SpellCheck();
     QWidget *input = VantryTest::giveFocus(m_surface->widget());
     QVERIFY(input);
     const Platform::TextRange range = m_surface->bodyRange();
     QVERIFY(m_surface->findText(range, QStringLiteral("x")));
     QVERIFY(m_surface->selectRange(range));
-    QTest::keyClicks(input, QStringLiteral("Thiss sentense is wrng. "));
+    QTest::keyClicks(input,
+        QStringLiteral("Thiss abc123 http://exmple.com/pth bob@exmple.com Vantryqz is wrng. "));
     QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wrng")));
-    if (on)
+    const auto underlined = [this] {
+        return VantryTest::adapterValue(*m_editor, QStringLiteral("underlinedWords"))
+            .toStringList();
+    };
+    if (on) {
+        QTRY_COMPARE_WITH_TIMEOUT(
+            underlined(), (QStringList{QStringLiteral("Thiss"), QStringLiteral("wrng")}), 10000);
         QTRY_VERIFY_WITH_TIMEOUT(redPixels() > 10, 10000);
-    else {
+    } else {
         QTest::qWait(1500);
+        QCOMPARE(underlined(), QStringList());
         QCOMPARE(redPixels(), 0);
     }
     m_editor->setSpellCheckAsYouType(true);

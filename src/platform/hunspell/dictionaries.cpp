@@ -19,6 +19,8 @@ struct Dictionaries::Loaded
     std::unique_ptr<Hunspell> hunspell;
     QStringEncoder encoder;
     QStringDecoder decoder;
+    // Hunspell's answers since the last forgetVerdicts: a text repeats most of its words.
+    QHash<QString, bool> verdicts;
 
     std::string encode(const QString &word)
     {
@@ -106,7 +108,7 @@ Dictionaries::Loaded *Dictionaries::load(const QString &dictionary)
                               .arg(dictionary, QString::fromLatin1(encoding));
         } else {
             loaded = std::make_shared<Loaded>(
-                Loaded{std::move(hunspell), std::move(encoder), std::move(decoder)});
+                Loaded{std::move(hunspell), std::move(encoder), std::move(decoder), {}});
             for (const QString &word : std::as_const(m_personal))
                 loaded->hunspell->add(loaded->encode(word));
         }
@@ -120,7 +122,22 @@ bool Dictionaries::isCorrect(const QString &dictionary, const QString &word)
     if (m_ignored.contains(word))
         return true;
     Loaded *loaded = load(dictionary);
-    return !loaded || loaded->hunspell->spell(loaded->encode(word));
+    if (!loaded)
+        return true;
+    const auto known = loaded->verdicts.constFind(word);
+    if (known != loaded->verdicts.cend())
+        return *known;
+    const bool correct = loaded->hunspell->spell(loaded->encode(word));
+    loaded->verdicts.insert(word, correct);
+    return correct;
+}
+
+void Dictionaries::forgetVerdicts()
+{
+    for (const auto &loaded : std::as_const(m_loaded)) {
+        if (loaded)
+            loaded->verdicts.clear();
+    }
 }
 
 QStringList Dictionaries::suggestions(const QString &dictionary, const QString &word)
@@ -139,6 +156,7 @@ bool Dictionaries::addPersonal(const QString &word)
     if (word.isEmpty() || m_personal.contains(word))
         return true;
     m_personal.append(word);
+    forgetVerdicts();
     for (const auto &loaded : std::as_const(m_loaded)) {
         if (loaded)
             loaded->hunspell->add(loaded->encode(word));
@@ -150,6 +168,7 @@ bool Dictionaries::removePersonal(const QString &word)
 {
     if (!m_personal.removeOne(word))
         return true;
+    forgetVerdicts();
     for (const auto &loaded : std::as_const(m_loaded)) {
         if (loaded)
             loaded->hunspell->remove(loaded->encode(word));

@@ -36,7 +36,10 @@ public:
 
     // Whether the dictionary knows the word; words of a dictionary that cannot be loaded
     // count as correct, with the reason in lastError().
+    // Answers are remembered until forgetVerdicts or a change of the personal words.
     bool isCorrect(const QString &dictionary, const QString &word);
+    // Starts a new check with no remembered answers.
+    void forgetVerdicts();
     QStringList suggestions(const QString &dictionary, const QString &word);
 
     void ignore(const QString &word) { m_ignored.insert(word); }

@@ -41,50 +41,82 @@
         return [nodes.length, 0];
     }
 
-    // { t: texts, l: index into langs per node, b: 1 where a run starts, langs, s: the
-    // selection's end as [node, offset], d: the document's language }.
+    // { t: the texts joined, n: their lengths, l: per node the index into langs as one
+    // character, b: per node "1" where a run starts, else "0", langs, s: the selection's
+    // end as [node, offset], d: the document's language }. Packed into few values, since
+    // every value costs as it crosses to C++. The walk carries the language and block of
+    // the element it is in instead of looking them up per text node.
     function snapshot() {
         nodes = [];
-        const out = { t: [], l: [], b: [], langs: [], s: [0, 0],
+        const out = { t: '', n: [], l: '', b: '', langs: [], s: [0, 0],
                       d: document.documentElement.getAttribute('lang') || '' };
         const body = document.body;
         if (!body)
             return out;
+        const texts = [];
+        const langs = [];
+        const breaks = [];
         const langIndex = new Map();
-        const langOf = element => {
-            const holder = element.closest('[lang]');
-            const lang = holder ? holder.getAttribute('lang') : '';
+        const langId = lang => {
             let i = langIndex.get(lang);
             if (i === undefined) {
                 i = out.langs.length;
                 out.langs.push(lang);
                 langIndex.set(lang, i);
             }
-            return i;
+            return String.fromCharCode(i);
         };
-        const walker = document.createTreeWalker(body,
-            NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT, {
-                acceptNode: n => (n.nodeType === Node.ELEMENT_NODE && skipped(n)
-                                  ? NodeFilter.FILTER_REJECT : NodeFilter.FILTER_ACCEPT)
-            });
+        const holder = body.closest('[lang]');
+        let lang = langId(holder ? holder.getAttribute('lang') : '');
+        let block = body;
         let brk = true;
         let lastBlock = null;
-        for (let n = walker.nextNode(); n; n = walker.nextNode()) {
-            if (n.nodeType === Node.ELEMENT_NODE) {
-                if (BOUNDARY.has(n.tagName.toUpperCase()))
+        // The language and block of each element the walk is inside, but the innermost.
+        const outer = [];
+        let n = body.firstChild;
+        while (n) {
+            let enter = false;
+            if (n.nodeType === Node.TEXT_NODE) {
+                nodes.push(n);
+                texts.push(n.data);
+                out.n.push(n.data.length);
+                langs.push(lang);
+                breaks.push(brk || block !== lastBlock ? '1' : '0');
+                brk = false;
+                lastBlock = block;
+            } else if (n.nodeType === Node.ELEMENT_NODE && !skipped(n)) {
+                const boundary = BOUNDARY.has(n.tagName.toUpperCase());
+                if (boundary)
                     brk = true;
+                if (n.firstChild) {
+                    outer.push(lang, block);
+                    const own = n.getAttribute('lang');
+                    if (own !== null)
+                        lang = langId(own);
+                    if (boundary)
+                        block = n;
+                    enter = true;
+                }
+            }
+            if (enter) {
+                n = n.firstChild;
                 continue;
             }
-            let block = n.parentElement;
-            while (block && !BOUNDARY.has(block.tagName.toUpperCase()))
-                block = block.parentElement;
-            nodes.push(n);
-            out.t.push(n.data);
-            out.l.push(langOf(n.parentElement));
-            out.b.push(brk || block !== lastBlock ? 1 : 0);
-            brk = false;
-            lastBlock = block;
+            while (n && !n.nextSibling) {
+                n = n.parentNode;
+                if (n === body || !n) {
+                    n = null;
+                    break;
+                }
+                block = outer.pop();
+                lang = outer.pop();
+            }
+            if (n)
+                n = n.nextSibling;
         }
+        out.t = texts.join('');
+        out.l = langs.join('');
+        out.b = breaks.join('');
         const selection = document.getSelection();
         if (selection.rangeCount) {
             const r = selection.getRangeAt(0);
@@ -158,7 +190,96 @@
         return [node.data, caret.startOffset, holder ? holder.getAttribute('lang') : ''];
     }
 
+    // ---- underlines -------------------------------------------------------------------
+    // The words the C++ side found misspelt, underlined in a layer of their own like the
+    // detail marks: a host after the body whose closed shadow tree holds one line per word
+    // box. The words are live ranges, so the lines follow typing until the next check.
+    const UNDERLINE_STYLE = ':host { all: initial; position: absolute; left: 0; top: 0; ' +
+        'width: 0; height: 0; overflow: visible; pointer-events: none; ' +
+        'z-index: 2147483646; user-select: none; }\n' +
+        '.u { position: absolute; height: 0; border-bottom: 2px dotted #e00000; }\n' +
+        '@media print { :host { display: none !important; } }';
+    let underlined = [];
+    let lineHost = null;
+    let lineLayer = null;
+    let lineFrameQueued = false;
+    const lineObserver = new MutationObserver(scheduleLines);
+
+    function drawLines() {
+        lineFrameQueued = false;
+        if (!underlined.length || !document.body) {
+            lineObserver.disconnect();
+            if (lineHost)
+                lineHost.remove();
+            lineHost = null;
+            lineLayer = null;
+            return;
+        }
+        if (!lineHost || !lineHost.isConnected) {
+            lineHost = document.createElement('vantry-underlines');
+            lineHost.setAttribute(V.EDITOR_LAYER_ATTR, '');
+            lineHost.setAttribute('contenteditable', 'false');
+            const root = lineHost.attachShadow({ mode: 'closed' });
+            const style = document.createElement('style');
+            style.textContent = UNDERLINE_STYLE;
+            lineLayer = document.createElement('div');
+            root.append(style, lineLayer);
+            document.documentElement.appendChild(lineHost);
+        }
+        const origin = lineHost.getBoundingClientRect();
+        const fragment = document.createDocumentFragment();
+        for (const range of underlined) {
+            if (range.collapsed)
+                continue;
+            for (const r of range.getClientRects()) {
+                const line = document.createElement('div');
+                line.className = 'u';
+                line.style.left = Math.round(r.left - origin.left) + 'px';
+                line.style.top = Math.round(r.bottom - origin.top - 1) + 'px';
+                line.style.width = Math.max(1, Math.round(r.width)) + 'px';
+                fragment.appendChild(line);
+            }
+        }
+        lineLayer.replaceChildren(fragment);
+        lineObserver.disconnect();
+        lineObserver.observe(document.body, { subtree: true, childList: true,
+                                              characterData: true, attributes: true });
+    }
+
+    // Lines follow edits a little behind the keys, so that typing in a page with many
+    // misspelt words never waits for them.
+    function scheduleLines() {
+        if (lineFrameQueued)
+            return;
+        lineFrameQueued = true;
+        setTimeout(drawLines, 100);
+    }
+
+    // Each word is [node, offset, endNode, endOffset] of the last snapshot; an empty list
+    // takes every line away. Words whose nodes left the document are dropped.
+    function underline(words) {
+        underlined = [];
+        for (const [a, ao, b, bo] of words) {
+            const start = nodes[a];
+            const end = nodes[b];
+            if (!start || !end || !start.isConnected || !end.isConnected)
+                continue;
+            const range = document.createRange();
+            range.setStart(start, Math.min(ao, start.data.length));
+            range.setEnd(end, Math.min(bo, end.data.length));
+            underlined.push(range);
+        }
+        drawLines();
+        return underlined.length;
+    }
+
+    V.onNewDocument(() => underline([]));
+    window.addEventListener('resize', () => { if (underlined.length) scheduleLines(); });
+    // The underlined words, for tests.
+    V.underlinedWords = () => underlined.map(range => range.toString());
+
     V.register('spellingText', () => snapshot());
+    V.register('spellingUnderline', words => underline(words));
     V.register('spellingSelect', (a, ao, b, bo) => select(a, ao, b, bo));
     V.register('spellingReplace', edits => replace(edits));
     V.register('spellingTextAt', (x, y) => textAt(x, y));

@@ -1,13 +1,10 @@
 // The spelling side of the WebEngine design surface: the text walk through the adapter's
-// spelling operations, and the engine's own underlining while the user types.
+// spelling operations, and the underlines of the words found misspelt.
 
 #include "platform/webengine/webenginedesignsurface.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QWebEnginePage>
-#include <QWebEngineProfile>
 
 namespace Vantry::Platform {
 
@@ -47,16 +44,29 @@ DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
     SpellingText text;
     if (lastCallFailed())
         return text;
-    text.texts = answer.value(QStringLiteral("t")).toStringList();
-    for (const QVariant &language : answer.value(QStringLiteral("l")).toList())
-        text.languageOf.append(language.toInt());
-    for (const QVariant &start : answer.value(QStringLiteral("b")).toList())
-        text.runStarts.append(start.toInt() != 0);
+    const QString joined = answer.value(QStringLiteral("t")).toString();
+    const QVariantList lengths = answer.value(QStringLiteral("n")).toList();
+    const QString languages = answer.value(QStringLiteral("l")).toString();
+    const QString starts = answer.value(QStringLiteral("b")).toString();
+    text.texts.reserve(lengths.size());
+    text.languageOf.reserve(lengths.size());
+    text.runStarts.reserve(lengths.size());
+    qsizetype at = 0;
+    for (qsizetype i = 0; i < lengths.size() && i < languages.size() && i < starts.size(); ++i) {
+        const qsizetype length = lengths[i].toLongLong();
+        if (length < 0 || at + length > joined.size())
+            break;
+        text.texts.append(joined.mid(at, length));
+        at += length;
+        text.languageOf.append(languages[i].unicode());
+        text.runStarts.append(starts[i] == u'1');
+    }
     text.languages = answer.value(QStringLiteral("langs")).toStringList();
     text.documentLanguage = answer.value(QStringLiteral("d")).toString();
     const QVariantList selection = answer.value(QStringLiteral("s")).toList();
     text.selectionEnd = {selection.value(0).toInt(), selection.value(1).toInt()};
-    if (text.languageOf.size() != text.texts.size() || text.runStarts.size() != text.texts.size()) {
+    if (text.texts.size() != lengths.size() || at != joined.size()
+        || languages.size() != lengths.size() || starts.size() != lengths.size()) {
         setLastError(QStringLiteral("spellingText: the adapter's answer is malformed"));
         return {};
     }
@@ -94,29 +104,15 @@ DesignSurface::TextAtPoint WebEngineDesignSurface::spellingTextAt(const QPoint &
     return {answer[0].toString(), answer[1].toInt(), answer[2].toString()};
 }
 
-bool WebEngineDesignSurface::setSpellingUnderlines(bool on, const QStringList &dictionaries)
+bool WebEngineDesignSurface::underlineSpellingText(
+    const QList<std::pair<TextPoint, TextPoint>> &words)
 {
-    QWebEngineProfile *profile = page()->profile();
-    if (!on) {
-        profile->setSpellCheckEnabled(false);
-        return true;
-    }
-    const QString searched = qEnvironmentVariable("QTWEBENGINE_DICTIONARIES_PATH");
-    QStringList languages;
-    for (QString name : dictionaries) {
-        name.replace(u'_', u'-');
-        if (QFileInfo::exists(searched + u'/' + name + QLatin1String(".bdic")))
-            languages.append(name);
-    }
-    if (languages.isEmpty()) {
-        setLastError(QStringLiteral("No converted dictionary for %1 in \"%2\"")
-                         .arg(dictionaries.join(QLatin1String(", ")), searched));
-        profile->setSpellCheckEnabled(false);
-        return false;
-    }
-    profile->setSpellCheckLanguages(languages);
-    profile->setSpellCheckEnabled(true);
-    return true;
+    QVariantList list;
+    list.reserve(words.size());
+    for (const auto &[start, end] : words)
+        list.append(QVariant(pointArguments(start, end)));
+    callValue(QStringLiteral("spellingUnderline"), {QVariant(list)}, std::chrono::seconds(60));
+    return !lastCallFailed();
 }
 
 } // namespace Vantry::Platform

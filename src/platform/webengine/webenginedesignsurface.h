@@ -121,7 +121,7 @@ public:
     bool selectSpellingText(TextPoint start, TextPoint end) override;
     QList<std::pair<int, QString>> replaceSpellingText(const QList<SpellingEdit> &edits) override;
     TextAtPoint spellingTextAt(const QPoint &viewPoint) override;
-    bool setSpellingUnderlines(bool on, const QStringList &dictionaries) override;
+    bool underlineSpellingText(const QList<std::pair<TextPoint, TextPoint>> &words) override;
 
     // Display switches of the editing view; what they draw never reaches the markup.
     bool setElementText(const Element &element, const QString &text) override;
