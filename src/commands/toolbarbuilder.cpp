@@ -4,8 +4,10 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QIcon>
 #include <QKeySequence>
+#include <QPointer>
 #include <QToolBar>
 #include <QWidgetAction>
 
@@ -103,9 +105,26 @@ QString lookupKey(const QString &key)
     return key.toLower();
 }
 
+// The icons every editor of the process shares: an SVG icon parses its file when made and
+// renders it on first paint, which each further editor would otherwise do again. The
+// application owns them, so that none outlives it.
+class IconCache : public QObject
+{
+public:
+    using QObject::QObject;
+    QHash<QLatin1String, QIcon> icons;
+};
+
 QIcon toolbarIcon(const char *name)
 {
-    return QIcon(QStringLiteral(":/vantry/icons/") + QLatin1String(name) + QStringLiteral(".svg"));
+    static QPointer<IconCache> cache;
+    if (!cache)
+        cache = new IconCache(QCoreApplication::instance());
+    QIcon &icon = cache->icons[QLatin1String(name)];
+    if (icon.isNull())
+        icon = QIcon(
+            QStringLiteral(":/vantry/icons/") + QLatin1String(name) + QStringLiteral(".svg"));
+    return icon;
 }
 
 } // namespace

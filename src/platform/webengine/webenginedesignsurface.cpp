@@ -65,11 +65,34 @@ QString resourceText(const QString &path)
     return QString::fromUtf8(file.readAll());
 }
 
-QWebEngineScript adapterScript(const QString &name, const QString &source)
+// The channel's client, the adapter and its modules as one script: the page compiles and
+// runs one source per document instead of fourteen, and the text is put together once per
+// process. Each part runs guarded, so that one that throws does not keep the rest out.
+const QString &adapterSource()
+{
+    static const QString source = [] {
+        QString text;
+        const auto append = [&text](const QString &path) {
+            text += QStringLiteral("try {\n") + resourceText(path)
+                + QStringLiteral("\n} catch (e) { console.error('") + path
+                + QStringLiteral(": ' + e); }\n");
+        };
+        append(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
+        for (const char *name :
+            {"adapter", "texttags", "reader", "selection", "search", "elements", "commands",
+                "tables", "positioning", "marks", "find", "spelling", "resize", "styles"})
+            append(
+                QLatin1String(":/vantry/webengine/") + QLatin1String(name) + QLatin1String(".js"));
+        return text;
+    }();
+    return source;
+}
+
+QWebEngineScript adapterScript()
 {
     QWebEngineScript script;
-    script.setName(name);
-    script.setSourceCode(source);
+    script.setName(QStringLiteral("vantry-adapter"));
+    script.setSourceCode(adapterSource());
     script.setWorldId(WebEngineDesignSurface::adapterWorld());
     script.setInjectionPoint(QWebEngineScript::DocumentCreation);
     script.setRunsOnSubFrames(false);
@@ -137,16 +160,7 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
             scheduleDeferredNotifications();
     });
 
-    page->scripts().insert(adapterScript(QStringLiteral("vantry-webchannel"),
-        resourceText(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
-    page->scripts().insert(adapterScript(QStringLiteral("vantry-adapter"),
-        resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
-    for (const char *name : {"texttags", "reader", "selection", "search", "elements", "commands",
-             "tables", "positioning", "marks", "find", "spelling", "resize", "styles"}) {
-        const QString file = QLatin1String(name);
-        page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
-            resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
-    }
+    page->scripts().insert(adapterScript());
 
     m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
 
@@ -242,7 +256,7 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
         // The blank document is loaded and the adapter is listening: the surface is ready.
         m_ready = true;
         if (!m_earlySettings.isEmpty())
-            call(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
+            post(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
         Q_EMIT documentComplete();
     } else if (kind == QLatin1String("displayChanged")) {
         Q_EMIT displayChanged();
@@ -458,7 +472,15 @@ bool WebEngineDesignSurface::refresh()
 
 bool WebEngineDesignSurface::useElementFormatting()
 {
-    return call(AdapterOperation::execCommand, {QStringLiteral("styleWithCSS"), false, false}).ok;
+    post(AdapterOperation::execCommand, {QStringLiteral("styleWithCSS"), false, false});
+    return true;
+}
+
+// For operations that answer nothing worth a wait; the page runs them before any call
+// sent after them, so that no later call can miss their effect.
+void WebEngineDesignSurface::post(const QString &operation, const QVariantList &arguments)
+{
+    page()->runJavaScript(ScriptBridge::script(operation, arguments), adapterWorld());
 }
 
 bool WebEngineDesignSurface::focusDocument()

@@ -156,6 +156,7 @@ private:
     QVariant callValue(const QString &operation, const QVariantList &arguments = {},
         std::chrono::milliseconds timeout = ScriptBridge::defaultTimeout);
     bool callBool(const QString &operation, const QVariantList &arguments = {});
+    void post(const QString &operation, const QVariantList &arguments);
     QList<Element> elementList(const QVariant &value) const;
     // A range handle the adapter gave out, leased so that the adapter frees the range once
     // the last copy is gone.
