@@ -30,6 +30,7 @@
 using namespace Vantry;
 using namespace Vantry::Commands;
 using Entry = ContextMenuEntry;
+using VantryTest::columns;
 using VantryTest::row;
 
 Q_DECLARE_METATYPE(Vantry::Commands::CommandAction)
@@ -100,8 +101,7 @@ private Q_SLOTS:
 
     void buttonKeys_data()
     {
-        QTest::addColumn<int>("member");
-        QTest::addColumn<QString>("key");
+        columns<int, QString>("member", "key");
 
         row("first", int(clsToolbar::tbb_Font), "Font");
         row("lower-case member", int(clsToolbar::tbb_bold), "Bold");
@@ -139,8 +139,7 @@ private Q_SLOTS:
     void displayOrder_data()
     {
         QTest::addColumn<QList<int>>("moves"); // pairs of toolbar, row
-        QTest::addColumn<QList<int>>("topToBottom");
-        QTest::addColumn<bool>("accepted");
+        columns<QList<int>, bool>("topToBottom", "accepted");
 
         row("as built", QList<int>{}, QList<int>{0, 1, 2}, true);
         row("first to third", QList<int>{0, 2}, QList<int>{2, 1, 0}, true);
@@ -193,8 +192,7 @@ private Q_SLOTS:
 
     void shortcuts_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QKeySequence>("shortcut");
+        columns<QString, QKeySequence>("key", "shortcut");
 
         row("bold", "Bold", QKeySequence(Qt::CTRL | Qt::Key_B));
         row("italic", "Italic", QKeySequence(Qt::CTRL | Qt::Key_I));
@@ -297,8 +295,7 @@ private Q_SLOTS:
 
     void visibleStateReachesDifferentlySpelledKeys_data()
     {
-        QTest::addColumn<int>("member");
-        QTest::addColumn<QString>("toolbarKey");
+        columns<int, QString>("member", "toolbarKey");
 
         row("upload", int(clsToolbar::tbb_UploadImage), "uploadimage");
         row("table", int(clsToolbar::tbb_InsertTABLE), "InsertTable");
@@ -358,8 +355,7 @@ private Q_SLOTS:
 
     void toolbarKeys_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<int>("number");
+        columns<QString, int>("key", "number");
         row("Bold", "Bold", 1);
         row("uploadimage in lower case", "uploadimage", 14);
         row("UploadImage is no key", "UploadImage", 0);
@@ -392,10 +388,7 @@ private Q_SLOTS:
 
     void commandEntries_data()
     {
-        QTest::addColumn<int>("number");
-        QTest::addColumn<CommandAction>("action");
-        QTest::addColumn<int>("platformCommand");
-        QTest::addColumn<int>("option");
+        columns<int, CommandAction, int, int>("number", "action", "platformCommand", "option");
         row("bold", 1, CommandAction::Plain, 5000, 2);
         row("paste by default", 18, CommandAction::Plain, 5032, 0);
         row("font dialog", 36, CommandAction::Plain, 5009, 1);
@@ -420,8 +413,7 @@ private Q_SLOTS:
 
     void absolutePositionToolTip_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("toolTip");
+        columns<int, QString>("status", "toolTip");
         const QString relative = QStringLiteral("Set Position Attribute To Relitive");
         const QString absolute = QStringLiteral("Set Position Attribute To Absolute");
         row("latched", 7, relative);
@@ -440,9 +432,7 @@ private Q_SLOTS:
 
     void deletionKeepsTablePart_data()
     {
-        QTest::addColumn<int>("number");
-        QTest::addColumn<Platform::TableParts>("parts");
-        QTest::addColumn<bool>("keeps");
+        columns<int, Platform::TableParts, bool>("number", "parts", "keeps");
         // rows, columns, cells, then what the selection covers of each
         const Platform::TableParts twoByTwo{2, 2, 4, 1, 1, 1};
         row("row of two", 29, twoByTwo, true);
@@ -465,8 +455,7 @@ private Q_SLOTS:
 
     void tableMarkup_data()
     {
-        QTest::addColumn<TableArguments>("table");
-        QTest::addColumn<QString>("markup");
+        columns<TableArguments, QString>("table", "markup");
 
         row("empty rows and columns: one row of three", TableArguments{},
             QStringLiteral("<TABLE >") + cells(1, 3) + QStringLiteral("</TABLE>"));
@@ -509,11 +498,9 @@ private Q_SLOTS:
 
     void tableArgumentsByName_data()
     {
-        QTest::addColumn<QVariantMap>("arguments");
-        QTest::addColumn<bool>("withClass");
+        columns<QVariantMap, bool>("arguments", "withClass");
         // The markup of the arguments taken, or empty when they are refused.
-        QTest::addColumn<QString>("markup");
-        QTest::addColumn<QString>("refusedKey");
+        columns<QString, QString>("markup", "refusedKey");
 
         const QVariantMap all{{QStringLiteral("Width"), QStringLiteral("100%")},
             {QStringLiteral("HEIGHT"), 50}, {QStringLiteral("rows"), 2},
@@ -561,8 +548,7 @@ private Q_SLOTS:
 
     void imageMarkup_data()
     {
-        QTest::addColumn<ImageArguments>("image");
-        QTest::addColumn<QString>("markup");
+        columns<ImageArguments, QString>("image", "markup");
 
         ImageArguments srcAndWidth;
         srcAndWidth.src = QStringLiteral("a.gif");
@@ -610,9 +596,7 @@ private Q_SLOTS:
 
     void contextMenuEntries_data()
     {
-        QTest::addColumn<MenuContext>("context");
-        QTest::addColumn<QList<int>>("hidden");
-        QTest::addColumn<QStringList>("expected");
+        columns<MenuContext, QList<int>, QStringList>("context", "hidden", "expected");
 
         const QStringList element{QStringLiteral("Element Properties")};
         const QStringList page{QStringLiteral("Page Properties")};

@@ -11,6 +11,7 @@ using namespace Vantry;
 using Platform::Element;
 using Platform::TextRange;
 using Platform::TextUnit;
+using VantryTest::columns;
 using VantryTest::RecordingPrompts;
 using VantryTest::row;
 
@@ -42,8 +43,7 @@ private Q_SLOTS:
 
     void checkBoolean_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<bool>("result");
+        columns<QVariant, bool>("value", "result");
         row("TRUE", QVariant(QStringLiteral("TRUE")), true);
         row("tRuE", QVariant(QStringLiteral("tRuE")), true);
         row("text 1", QVariant(QStringLiteral("1")), true);
@@ -69,9 +69,7 @@ private Q_SLOTS:
 
     void selectedElementObject_data()
     {
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<QString>("tag");
+        columns<QString, QString, QString>("needle", "control", "tag");
         row("caret in bold", "bo", QString(), "B");
         row("text in paragraph", "plain", QString(), "P");
         row("selected image", QString(), "IMG", "IMG");
@@ -119,9 +117,7 @@ private Q_SLOTS:
 
     void findSelectedElementByTag_data()
     {
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<QString>("wanted");
-        QTest::addColumn<QString>("found");
+        columns<QString, QString, QString>("needle", "wanted", "found");
         row("caret in a cell finds its table", "cell", "table", "TABLE");
         row("the element itself", "cell", "Td", "TD");
         row("outside any table", "outside", "TABLE", QString());
@@ -166,9 +162,7 @@ private Q_SLOTS:
 
     void selectedHTML_data()
     {
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<bool>("image");
-        QTest::addColumn<QString>("html");
+        columns<QString, bool, QString>("needle", "image", "html");
         row("collapsed caret", QString(), false, QString());
         row("text", "ain bo", false, "ain <b>bo</b>");
         row("image", QString(), true, "<img src=\"x.png\" alt=\"x\">");
@@ -189,10 +183,7 @@ private Q_SLOTS:
 
     void replaceSelectedHTML_data()
     {
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<bool>("image");
-        QTest::addColumn<QString>("replacement");
-        QTest::addColumn<QString>("body");
+        columns<QString, bool, QString, QString>("needle", "image", "replacement", "body");
         row("control", QString(), true, "<hr>", "<p>one two<hr></p><p>three</p>");
         row("text with markup", "two", false, "<i>2</i>",
             "<p>one <i>2</i><img src=\"x.png\"></p>"
@@ -222,10 +213,7 @@ private Q_SLOTS:
 
     void replacingAcrossCellsKeepsTheTable_data()
     {
-        QTest::addColumn<QByteArray>("method");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<QString>("body");
+        columns<QByteArray, QString, QString, QString>("method", "from", "to", "body");
 
         // a1 b1 c1
         // a2 b2 c2
@@ -278,8 +266,7 @@ private Q_SLOTS:
 
     void insertMethodsPasteTheirMarkup_data()
     {
-        QTest::addColumn<QByteArray>("method");
-        QTest::addColumn<QString>("markup");
+        columns<QByteArray, QString>("method", "markup");
         row("button", QByteArray("InsertButton"), "<button title=\"Button\">Button!</button>");
         row("submit", QByteArray("InsertSubmitButton"), "<input type=\"submit\" value=\"Submit\">");
         row("reset", QByteArray("InsertResetButton"), "<input type=\"reset\" value=\"reset\">");

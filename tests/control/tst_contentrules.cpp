@@ -11,6 +11,7 @@ using namespace Vantry::Control::ContentRules;
 namespace {
 
 using Rule = std::function<QString(const QString &)>;
+using VantryTest::columns;
 using VantryTest::row;
 
 const QString siteUrl = QStringLiteral("file:///C:/site/");
@@ -29,10 +30,7 @@ private slots:
 
     void replaceNoCase_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("find");
-        QTest::addColumn<QString>("replacement");
-        QTest::addColumn<QString>("expected");
+        columns<QString, QString, QString, QString>("text", "find", "replacement", "expected");
 
         row("mixed case, rest kept", "<P>one</p><p>Two</P>", "<p>", "<div>",
             "<div>one</p><div>Two</P>");
@@ -54,9 +52,7 @@ private slots:
 
     void rules_data()
     {
-        QTest::addColumn<Rule>("rule");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
+        columns<Rule, QString, QString>("rule", "text", "expected");
 
         const Rule lineBreaks = [](const QString &text) { return removeLineBreaks(text); };
         row("line breaks: pair", lineBreaks, "a\r\nb", "ab");

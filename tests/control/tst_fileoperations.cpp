@@ -26,6 +26,7 @@
 using namespace Vantry;
 using Platform::UserPrompts;
 using VantryTest::adapterValue;
+using VantryTest::columns;
 using VantryTest::readBytes;
 using VantryTest::RecordingPrompts;
 using VantryTest::row;
@@ -103,9 +104,7 @@ private Q_SLOTS:
 
     void saveChangesPromptAnswers_data()
     {
-        QTest::addColumn<QString>("operation");
-        QTest::addColumn<bool>("untitled");
-        QTest::addColumn<bool>("edited");
+        columns<QString, bool, bool>("operation", "untitled", "edited");
         QTest::addColumn<int>("answer"); // -1: no question expected
         QTest::addColumn<QString>("saveDialog"); // "": not shown, "cancel", "chosen"
         QTest::addColumn<bool>("replaced");
@@ -279,8 +278,7 @@ private Q_SLOTS:
     void urlOpenReportsLoadErrors_data()
     {
         // {dir} stands for the case's own folder, made after this table.
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("message");
+        columns<QString, QString>("address", "message");
 
         row("missing file", "file://{dir}/missing.html", loadError("File not found"));
         row("missing folder", "file://{dir}/no/where.html", loadError("Path not found"));
@@ -468,8 +466,7 @@ private Q_SLOTS:
 
     void saveAsProposesTheDocumentAndAddsAnExtension_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("written");
+        columns<QString, QString>("typed", "written");
         row("no extension", "copy", "copy.html");
         row("an extension of its own", "copy.htm", "copy.htm");
     }
@@ -525,8 +522,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("original");
         QTest::addColumn<QString>("target"); // "": the document's own file
-        QTest::addColumn<QString>("insert");
-        QTest::addColumn<QString>("reason");
+        columns<QString, QString>("insert", "reason");
 
         const QByteArray old("<p>old</p>");
         row("the target is a folder", old, "folder", "new ", "It is a folder.");
@@ -577,8 +573,7 @@ private Q_SLOTS:
 
     void encodingsSurviveOpenAndSave_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("text");
+        columns<QByteArray, QString>("bytes", "text");
 
         // Documents as the engine writes them back, so that an unchanged one must come back
         // byte for byte.

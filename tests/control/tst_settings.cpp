@@ -11,6 +11,7 @@
 
 using namespace Vantry;
 using namespace Vantry::Control;
+using VantryTest::columns;
 using VantryTest::row;
 using VantryTest::writeFile;
 
@@ -209,8 +210,7 @@ private slots:
     void convert_data()
     {
         using Kind = PropertyBag::Kind;
-        QTest::addColumn<QVariant>("raw");
-        QTest::addColumn<Kind>("kind");
+        columns<QVariant, Kind>("raw", "kind");
         QTest::addColumn<QVariant>("expected"); // invalid when rejected
 
         row("TRUE", QVariant(QStringLiteral("TRUE")), Kind::Boolean, QVariant(true));
@@ -245,9 +245,7 @@ private slots:
 
     void badValues_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QVariant>("raw");
-        QTest::addColumn<QString>("shown");
+        columns<QString, QVariant, QString>("key", "raw", "shown");
 
         row("70000", "ScrollTop", QVariant(70000), "70000");
         row("-40000", "SetDisplayWidth", QVariant(QStringLiteral("-40000")), "-40000");
@@ -288,9 +286,7 @@ private slots:
 
     void handEditedIniTextKeepsCommas_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<QString>("expected");
+        columns<QString, QByteArray, QString>("group", "line", "expected");
 
         row("password", QString(), QByteArray("FTP_Password=S3cret,Passw0rd"), "S3cret,Passw0rd");
         row("spaces around commas, in a group", "HTMLEditorComponent",

@@ -30,6 +30,7 @@
 
 using namespace Vantry;
 using Platform::SourceEditor;
+using VantryTest::columns;
 using VantryTest::fontDivision;
 using VantryTest::row;
 using VantryTest::surfaceOf;
@@ -92,9 +93,7 @@ private Q_SLOTS:
     // Switching.
     void toggleNamesTheViewInAnyCase_data()
     {
-        QTest::addColumn<bool>("fromSource");
-        QTest::addColumn<QVariant>("view");
-        QTest::addColumn<bool>("designActive");
+        columns<bool, QVariant, bool>("fromSource", "view", "designActive");
         row("SOURCE", false, QVariant(QStringLiteral("SOURCE")), false);
         row("source", false, QVariant(QStringLiteral("source")), false);
         row("Design", true, QVariant(QStringLiteral("Design")), true);
@@ -394,8 +393,7 @@ private Q_SLOTS:
 
     void caseCommandsChangeTheSelectionOnly_data()
     {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("expected");
+        columns<QString, QString>("item", "expected");
         row("upper", "mnuMakeUpperCase", "<p>MIXED Case</p>");
         row("lower", "mnuMakeLowerCase", "<p>mixed Case</p>");
     }
@@ -552,9 +550,7 @@ private Q_SLOTS:
 
     void tagListOpensForTagNamesOrWhenAsked_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<bool>("ask");
-        QTest::addColumn<QString>("expected");
+        columns<QString, bool, QString>("typed", "ask", "expected");
         row("word in text", "a tab", false, "a tab\n");
         row("text after a tag", "<p>ta", false, "<p>ta\n");
         row("attribute name", "<td wi", false, "<td wi\n");
@@ -583,8 +579,7 @@ private Q_SLOTS:
     // Files under the application directory.
     void applicationDirectoryDropsOneSeparatorAndExists_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<QString>("expected");
+        columns<QString, QString>("suffix", "expected");
         row("plain", "app", "app");
         row("trailing separator", "app/", "app");
         row("only one separator dropped", "deep/app//", "deep/app/");

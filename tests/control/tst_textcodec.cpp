@@ -11,6 +11,7 @@
 
 using namespace Vantry::Control;
 using TextCodec::Encoding;
+using VantryTest::columns;
 using VantryTest::row;
 
 class tst_TextCodec : public QObject
@@ -20,11 +21,8 @@ class tst_TextCodec : public QObject
 private Q_SLOTS:
     void decodeRecognisesTheEncoding_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("transport");
-        QTest::addColumn<QByteArray>("encoding");
-        QTest::addColumn<bool>("bom");
-        QTest::addColumn<QString>("text");
+        columns<QByteArray, QByteArray, QByteArray, bool, QString>(
+            "bytes", "transport", "encoding", "bom", "text");
 
         const QString cafe = QStringLiteral("caf\u00E9");
         row("UTF-8 BOM",
@@ -111,8 +109,7 @@ private Q_SLOTS:
 
     void labelsResolveAsBrowsersResolveThem_data()
     {
-        QTest::addColumn<QByteArray>("label");
-        QTest::addColumn<QByteArray>("encoding");
+        columns<QByteArray, QByteArray>("label", "encoding");
         row("utf8", QByteArray(" UTF8 "), QByteArray("UTF-8"));
         row("latin1", QByteArray("Latin1"), QByteArray("windows-1252"));
         row("us-ascii", QByteArray("us-ascii"), QByteArray("windows-1252"));
@@ -134,11 +131,8 @@ private Q_SLOTS:
 
     void saveFollowsTheDeclaredCharset_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("opened");
-        QTest::addColumn<bool>("openedBom");
-        QTest::addColumn<QByteArray>("saved");
-        QTest::addColumn<bool>("savedBom");
+        columns<QString, QByteArray, bool, QByteArray, bool>(
+            "text", "opened", "openedBom", "saved", "savedBom");
 
         row("declaration changed to UTF-8", "<meta charset=\"utf-8\"><p>x</p>",
             QByteArray("windows-1252"), false, QByteArray("UTF-8"), false);
@@ -164,9 +158,7 @@ private Q_SLOTS:
 
     void unencodableCharacterBecomesAReference_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("encoding");
-        QTest::addColumn<QByteArray>("bytes");
+        columns<QString, QByteArray, QByteArray>("text", "encoding", "bytes");
 
         row("Greek in windows-1252", "<p>caf\u00E9 \u03A9\u03A9</p>", QByteArray("windows-1252"),
             QByteArray("<p>caf\xE9 &#937;&#937;</p>"));
@@ -188,8 +180,7 @@ private Q_SLOTS:
 
     void binaryFilesAreNotText_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("binary");
+        columns<QByteArray, bool>("bytes", "binary");
 
         row("PNG", QByteArray("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\0\x10", 20), true);
         row("JPEG", QByteArray("\xFF\xD8\xFF\xE0\0\x10JFIF\0", 11), true);

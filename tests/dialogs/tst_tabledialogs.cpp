@@ -17,6 +17,7 @@
 using namespace Vantry;
 using namespace Qt::StringLiterals;
 using namespace Vantry::Dialogs;
+using VantryTest::columns;
 using VantryTest::RecordingPrompts;
 using VantryTest::row;
 
@@ -27,9 +28,7 @@ class tst_TableDialogs : public QObject
 private Q_SLOTS:
     void numberKeys_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("number");
-        QTest::addColumn<bool>("hex");
+        columns<int, bool, bool>("key", "number", "hex");
         row("0", int('0'), true, true);
         row("7", int('7'), true, true);
         row("9", int('9'), true, true);
@@ -68,8 +67,7 @@ private Q_SLOTS:
 
     void folderOfPath_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("folder");
+        columns<QString, QString>("path", "folder");
         row("file url, backslashes", "file://C:\\web\\img\\a.gif", "C:\\web\\img\\");
         row("slashes", "/srv/site/img/a.gif", "/srv/site/img/");
         row("backslash wins", "a/b\\c/d.gif", "a/b\\");
@@ -85,9 +83,7 @@ private Q_SLOTS:
 
     void dimensions_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("number");
-        QTest::addColumn<bool>("percent");
+        columns<QString, QString, bool>("value", "number", "percent");
         row("percent", "50%", "50", true);
         row("pixels", "50", "50", false);
         row("style pixels", "120px", "120", false);
@@ -118,10 +114,7 @@ private Q_SLOTS:
 
     void insertTableAttributes_data()
     {
-        QTest::addColumn<QStringList>("fields");
-        QTest::addColumn<QString>("background");
-        QTest::addColumn<QString>("table");
-        QTest::addColumn<QString>("cells");
+        columns<QStringList, QString, QString, QString>("fields", "background", "table", "cells");
         // border, padding, spacing, width, height, align, bordercolor, bgcolor, and the same
         // three for cells.
         row("empty sizes are written, empty colours not",

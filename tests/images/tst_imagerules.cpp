@@ -8,6 +8,7 @@
 
 using namespace Vantry;
 using RollOver = ImageDialogValues::RollOver;
+using VantryTest::columns;
 using VantryTest::row;
 
 class tst_ImageRules : public QObject
@@ -17,9 +18,7 @@ class tst_ImageRules : public QObject
 private Q_SLOTS:
     void pathParts_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QString>("fileName");
+        columns<QString, QString, QString>("path", "folder", "fileName");
 
         // The two rules look for the separators in opposite orders.
         row("mixed", "C:\\dir/sub\\x.gif", "C:\\dir/", "x.gif");
@@ -39,9 +38,7 @@ private Q_SLOTS:
 
     void incrementFileName_data()
     {
-        QTest::addColumn<QString>("fileName");
-        QTest::addColumn<int>("counter");
-        QTest::addColumn<QString>("numbered");
+        columns<QString, int, QString>("fileName", "counter", "numbered");
 
         row("extension", "photo.jpg", 2, "photo_002.jpg");
         row("several dots", "my.photo.jpg", 1, "my.photo_001.jpg");
@@ -60,9 +57,7 @@ private Q_SLOTS:
 
     void insertedImageSource_data()
     {
-        QTest::addColumn<QString>("baseURL");
-        QTest::addColumn<QString>("vcDirectory");
-        QTest::addColumn<QString>("src");
+        columns<QString, QString, QString>("baseURL", "vcDirectory", "src");
 
         const QString copy = QDir::toNativeSeparators(QStringLiteral("/srv/site/img/a b.png"));
         row("web folder of the images", "http://example.com/", "/images", "/images/a b.png");
@@ -84,8 +79,7 @@ private Q_SLOTS:
 
     void dialogMarkup_data()
     {
-        QTest::addColumn<ImageDialogValues>("values");
-        QTest::addColumn<QString>("markup");
+        columns<ImageDialogValues, QString>("values", "markup");
 
         ImageDialogValues plain;
         plain.Source = QStringLiteral("a.gif");
@@ -100,8 +94,10 @@ private Q_SLOTS:
         sized.Alt = QStringLiteral("say \"hi\"");
         sized.Hyperlink = QStringLiteral("http://x.org/");
         sized.Target = QStringLiteral("_blank");
-        row("size, style and link", sized, R"(<a href="http://x.org/" target="_blank"><IMG VSPACE="5" HSPACE="5" ALIGN="" )" R"(SRC="a.gif" BORDER="" ALT="say &quot);hi&quot;" WIDTH="100" HEIGHT="50" )"
-               R"(STYLE="WIDTH:100; HEIGHT:50; " ></a>)";
+        row("size, style and link", sized,
+            R"(<a href="http://x.org/" target="_blank"><IMG VSPACE="5" HSPACE="5" ALIGN="" )"
+            R"(SRC="a.gif" BORDER="" ALT="say &quot;hi&quot;" WIDTH="100" HEIGHT="50" )"
+            R"(STYLE="WIDTH:100; HEIGHT:50; " ></a>)");
 
         ImageDialogValues images;
         images.Source = QStringLiteral("a.gif");
@@ -109,14 +105,19 @@ private Q_SLOTS:
         images.SourceOver = QStringLiteral("C:\\img\\a.gif");
         images.SourceDown = QStringLiteral("d.gif");
         images.SourceOut = QStringLiteral("a.gif");
-        row("roll-over images", images, R"(<IMG OnMouseOver="this.src='C:\\img\\a.gif'" srcOver="C:\img\a.gif" )" R"(OnMouseDown="this.src='d.gif'" srcDown="d.gif" OnMouseOut="this.src='a.gif'" )" R"(VSPACE="" HSPACE="" ALIGN="" SRC="a.gif" BORDER="" ALT="" >)");
+        row("roll-over images", images,
+            R"(<IMG OnMouseOver="this.src='C:\\img\\a.gif'" srcOver="C:\img\a.gif" )"
+            R"(OnMouseDown="this.src='d.gif'" srcDown="d.gif" OnMouseOut="this.src='a.gif'" )"
+            R"(VSPACE="" HSPACE="" ALIGN="" SRC="a.gif" BORDER="" ALT="" >)");
 
         ImageDialogValues scripts = images;
         scripts.MouseOverOption = RollOver::Script;
         scripts.SourceOver = QStringLiteral("over()");
         scripts.SourceDown = QStringLiteral("down()");
         scripts.SourceOut = QStringLiteral("out()");
-        row("roll-over scripts", scripts, R"x(<IMG OnMouseOver="over()"OnMouseDown="down()"OnMouseOut="out()"VSPACE="" )x" R"(HSPACE="" ALIGN="" SRC="a.gif" BORDER="" ALT="" >)");
+        row("roll-over scripts", scripts,
+            R"x(<IMG OnMouseOver="over()"OnMouseDown="down()"OnMouseOut="out()"VSPACE="" )x"
+            R"(HSPACE="" ALIGN="" SRC="a.gif" BORDER="" ALT="" >)");
     }
 
     void dialogMarkup()
@@ -128,9 +129,7 @@ private Q_SLOTS:
 
     void linkPrefix_data()
     {
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("prefix");
-        QTest::addColumn<QString>("rest");
+        columns<QString, QString, QString>("address", "prefix", "rest");
 
         row("typed in capitals", "HTTP://x.org/", "http://", "x.org/");
         row("mail", "mailto:a@b.c", "mailto:", "a@b.c");

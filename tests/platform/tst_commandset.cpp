@@ -13,6 +13,7 @@ using namespace Vantry;
 using Platform::CommandState;
 using Platform::DesignSurface;
 using Platform::Element;
+using VantryTest::columns;
 using VantryTest::row;
 
 namespace {
@@ -37,11 +38,7 @@ private Q_SLOTS:
 
     void textStates_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("selected");
-        QTest::addColumn<bool>("caret");
-        QTest::addColumn<int>("command");
-        QTest::addColumn<int>("state");
+        columns<QString, QString, bool, int, int>("body", "selected", "caret", "command", "state");
 
         const QString mixed = QStringLiteral("<p>plain <b>strong</b> <i>slanted</i> "
                                              "<u>lined</u> <span style=\"font-weight:700\">"
@@ -124,10 +121,7 @@ private Q_SLOTS:
 
     void fontStates_data()
     {
-        QTest::addColumn<QString>("selected");
-        QTest::addColumn<int>("command");
-        QTest::addColumn<int>("state");
-        QTest::addColumn<QVariant>("value");
+        columns<QString, int, int, QVariant>("selected", "command", "state", "value");
 
         row("one face", "serif text", int(GetFontName), 3, QVariant(QStringLiteral("Courier")));
         row("two faces", "text sans", int(GetFontName), 11, QVariant(QString()));
@@ -173,12 +167,8 @@ private Q_SLOTS:
 
     void tableCommands_data()
     {
-        QTest::addColumn<QString>("caret");
-        QTest::addColumn<QString>("extendTo");
-        QTest::addColumn<int>("command");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<int>("width");
-        QTest::addColumn<QStringList>("gone");
+        columns<QString, QString, int, int, int, QStringList>(
+            "caret", "extendTo", "command", "rows", "width", "gone");
 
         row("row above a spanned row", "d", "", InsertRow, 4, 4, words(""));
         row("row above the last", "g", "", InsertRow, 4, 4, words(""));
@@ -237,8 +227,7 @@ private Q_SLOTS:
 
     void mergeKeepsContentWithoutText_data()
     {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<bool>("kept");
+        columns<QString, bool>("content", "kept");
         row("empty anchor", "<a name=\"here\"></a>", true);
         row("embed", "<embed src=\"clip.swf\">", true);
         row("rule", "<hr>", true);
@@ -264,8 +253,7 @@ private Q_SLOTS:
 
     void lastRowColumnAndCellStay_data()
     {
-        QTest::addColumn<int>("command");
-        QTest::addColumn<QString>("message");
+        columns<int, QString>("command", "message");
         row("row", int(DeleteRows), "last row");
         row("column", int(DeleteCols), "last column");
         row("cell", int(DeleteCells), "last cell");
@@ -334,9 +322,7 @@ private Q_SLOTS:
 
     void layering_data()
     {
-        QTest::addColumn<QString>("selected");
-        QTest::addColumn<int>("command");
-        QTest::addColumn<QString>("order");
+        columns<QString, int, QString>("selected", "command", "order");
 
         // Painted as: text a b r c. r is positioned in the flow, not lifted, and layered all
         // the same.
@@ -435,9 +421,7 @@ private Q_SLOTS:
 
     void draggingMovesPositionedElements_data()
     {
-        QTest::addColumn<bool>("snap");
-        QTest::addColumn<bool>("lock");
-        QTest::addColumn<QPoint>("topLeft");
+        columns<bool, bool, QPoint>("snap", "lock", "topLeft");
 
         row("free", false, false, QPoint(123, 117));
         row("snapped to the grid", true, false, QPoint(120, 120));

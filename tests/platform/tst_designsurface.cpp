@@ -29,6 +29,7 @@
 
 using namespace Vantry;
 using VantryTest::adapterValue;
+using VantryTest::columns;
 using VantryTest::fontDivision;
 using VantryTest::row;
 using VantryTest::surfaceOf;
@@ -150,8 +151,7 @@ private Q_SLOTS:
 
     void baseUrlResolvesImagesButNeverLeaks_data()
     {
-        QTest::addColumn<bool>("fullDocument");
-        QTest::addColumn<bool>("wholeDocumentText");
+        columns<bool, bool>("fullDocument", "wholeDocumentText");
         row("body, whole document", false, true);
         row("full, whole document", true, true);
         row("body, fragment", false, false);
@@ -243,9 +243,7 @@ private Q_SLOTS:
 
     void textBeforeTheRootStaysInFront_data()
     {
-        QTest::addColumn<QString>("front");
-        QTest::addColumn<QString>("root");
-        QTest::addColumn<QString>("readBack");
+        columns<QString, QString, QString>("front", "root", "readBack");
         row("xml declaration", "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n", "<html>",
             "<?xml version=\"1.0\" encoding=\"utf-8\"?><html>");
         row("comment", "<!-- saved by hand -->", "<html lang=\"en\">",
@@ -308,9 +306,7 @@ private Q_SLOTS:
 
     void loadIsCompleteWhileASheetHangs_data()
     {
-        QTest::addColumn<bool>("fullDocument");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
+        columns<bool, QString, QString>("fullDocument", "text", "expected");
         const QString link = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">");
         const QString body = QStringLiteral("<p>after the link</p>");
         // Read back without the link: the exchange moves style-sheet links to the head.
@@ -383,10 +379,7 @@ private Q_SLOTS:
 
     void failedCallsLeaveATrace_data()
     {
-        QTest::addColumn<QString>("operation");
-        QTest::addColumn<int>("timeout");
-        QTest::addColumn<int>("level");
-        QTest::addColumn<QString>("trace");
+        columns<QString, int, int, QString>("operation", "timeout", "level", "trace");
 
         row("refused by the adapter", "noSuchOperation", 10000, int(QtDebugMsg),
             "^noSuchOperation failed: ");

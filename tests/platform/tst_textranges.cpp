@@ -11,6 +11,7 @@ using Platform::Element;
 using Platform::SelectionType;
 using Platform::TextRange;
 using Platform::TextUnit;
+using VantryTest::columns;
 using VantryTest::row;
 
 class tst_TextRanges : public VantryTest::SurfaceFixture
@@ -22,8 +23,7 @@ private Q_SLOTS:
 
     void readerText_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("text");
+        columns<QString, QString>("body", "text");
         row("entities and nbsp", "<p>a&amp;b&nbsp;c&lt;</p>", "a&b c<");
         row("white space collapses", "<p>  lorem \n\t ipsum  </p>", "lorem ipsum");
         row("white space across tags", "<p>lorem <b> ipsum</b> <i> </i>dolor</p>",
@@ -49,11 +49,7 @@ private Q_SLOTS:
 
     void characterMoves_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<int>("start");
-        QTest::addColumn<int>("end");
-        QTest::addColumn<int>("moved");
-        QTest::addColumn<QString>("text");
+        columns<QString, int, int, int, QString>("body", "start", "end", "moved", "text");
         row("entity is one", "<p>&lt;&amp;x</p>", 1, 2, 2, "&");
         row("nbsp is one", "<p>a&nbsp;&nbsp;b</p>", 1, 3, 3, "  ");
         row("white space run is one", "<p>a \n\t b</p>", 0, 3, 3, "a b");
@@ -81,9 +77,7 @@ private Q_SLOTS:
 
     void wordMoves_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<int>("words");
-        QTest::addColumn<QString>("word");
+        columns<QString, int, QString>("body", "words", "word");
         row("next word", "<p>lorem ipsum dolor</p>", 1, "ipsum ");
         row("two words", "<p>lorem ipsum dolor</p>", 2, "dolor");
         row("word across tags", "<p>lo<b>re</b>m ip<i>sum</i></p>", 1, "ipsum");
@@ -170,9 +164,7 @@ private Q_SLOTS:
 
     void findText_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<QString>("hit");
+        columns<QString, QString, QString>("body", "needle", "hit");
         row("ignores case", "<p>x Lorem</p>", "LOREM", "Lorem");
         row("inside a word", "<p>dolorem</p>", "rem", "rem");
         row("across tags", "<p>lo<b>re</b>m</p>", "lorem", "lorem");
@@ -287,9 +279,7 @@ private Q_SLOTS:
 
     void parentElement_data()
     {
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<bool>("collapse");
-        QTest::addColumn<QString>("tag");
+        columns<QString, bool, QString>("needle", "collapse", "tag");
         row("text in bold", "bold", false, "B");
         row("caret in bold", "old", true, "B");
         row("across elements", "plain bo", false, "P");
@@ -383,9 +373,7 @@ private Q_SLOTS:
 
     void clickingChoosesElementsWhole_data()
     {
-        QTest::addColumn<QString>("tag");
-        QTest::addColumn<QPointF>("offset");
-        QTest::addColumn<bool>("whole");
+        columns<QString, QPointF, bool>("tag", "offset", "whole");
         // Where to click, from the element's top left corner.
         row("image", "IMG", QPointF(20, 15), true);
         row("form control", "INPUT", QPointF(10, 5), true);
@@ -488,10 +476,7 @@ private Q_SLOTS:
 
     void replaceAllTextReturnsFalseWhenDone_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("find");
-        QTest::addColumn<QString>("replacement");
-        QTest::addColumn<QString>("text");
+        columns<QString, QString, QString, QString>("body", "find", "replacement", "text");
         row("every hit", "<p>lorem a Lorem</p><p>b lo<b>rem</b></p>", "lorem", "ipsum",
             "ipsum a ipsum\r\nb ipsum");
         row("replacement holds the text", "<p>lorem x lorem</p>", "lorem", "lorem lorem",
@@ -544,8 +529,7 @@ private Q_SLOTS:
 
     void findNextInSelectionWrapsToTheFirstHit_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("selected");
+        columns<QString, QString>("body", "selected");
         // The text up to each hit's end: the first search's, then each next search's.
         QTest::addColumn<QStringList>("hits");
         row("hits inside", "<p>lorem 1 lorem 2 lorem 3</p>", "lorem 1 lorem 2",
@@ -665,8 +649,7 @@ private Q_SLOTS:
 
     void editsAreUndoneOneAtATime_data()
     {
-        QTest::addColumn<int>("edit");
-        QTest::addColumn<QString>("changed");
+        columns<int, QString>("edit", "changed");
         row("replace first", 0, "<p>ipsum a lorem</p>");
         row("replace all", 1, "<p>ipsum a ipsum</p>");
         row("replace all in selection", 2, "<p>ipsum a ipsum</p>");

@@ -15,6 +15,7 @@
 #include <QTemporaryDir>
 
 using namespace Vantry;
+using VantryTest::columns;
 using VantryTest::row;
 
 namespace {
@@ -96,8 +97,7 @@ private Q_SLOTS:
 
     void otherNamesChangeNothing_data()
     {
-        QTest::addColumn<QVariant>("name");
-        QTest::addColumn<bool>("withScript");
+        columns<QVariant, bool>("name", "withScript");
         row("lower case, no script", QVariant(QStringLiteral("swapimage")), false);
         row("upper case, script", QVariant(QStringLiteral("SWAPIMAGE")), true);
         row("other name", QVariant(QStringLiteral("Rollover")), true);
