@@ -465,6 +465,7 @@ private Q_SLOTS:
     void replaceFirstAndNext()
     {
         load(QStringLiteral("<p>lorem lorem <i>lorem</i></p>"));
+        m_editor->setisDirty(false);
         QVERIFY(m_editor->ReplaceFirstText(QStringLiteral("LOREM"), QStringLiteral("ipsum")));
         QVERIFY(m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("dolor")));
         QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ipsum dolor <i>lorem</i></p>"));
