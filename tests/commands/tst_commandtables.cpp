@@ -1,175 +1,43 @@
 // The executor's key and dispatch tables, the markup of the commands that insert from
-// arguments, and the context menu's entries: rules that need no document.
+// arguments, the context menu's entries, and the toolbar's rules (button keys, rows, the
+// permission and latched dictionaries) with the configuration a host does through
+// clsToolbar, on real toolbar rows: rules that need no document.
+
+#include "../common/datarows.h"
 
 #include "commands/commandtables.h"
 #include "commands/contextmenus.h"
+#include "commands/editortoolbar.h"
+#include "commands/fontcontrols.h"
 #include "commands/tablecommands.h"
-#include "platform/designsurface.h"
+#include "commands/toolbarbuilder.h"
+#include "commands/toolbarmodel.h"
 #include "dialogs/fontchoice.h"
+#include "platform/designsurface.h"
 
 #include <VantryHTMLEditor/CompanionObjects.h>
 
+#include <QAction>
+#include <QComboBox>
+#include <QLayout>
+#include <QSignalSpy>
 #include <QTest>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <memory>
 
 using namespace Vantry;
 using namespace Vantry::Commands;
 using Entry = ContextMenuEntry;
+using VantryTest::columns;
+using VantryTest::row;
 
 Q_DECLARE_METATYPE(Vantry::Commands::CommandAction)
 Q_DECLARE_METATYPE(Vantry::Commands::MenuContext)
 Q_DECLARE_METATYPE(Vantry::Commands::TableArguments)
 Q_DECLARE_METATYPE(Vantry::Commands::ImageArguments)
 Q_DECLARE_METATYPE(Vantry::Platform::TableParts)
-
-class tst_CommandTables : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void toolbarKeys_data();
-    void toolbarKeys();
-    void everyKeyReachesALiveOrDeliberatelyInertCommand();
-    void commandEntries_data();
-    void commandEntries();
-    void absolutePositionToolTip_data();
-    void absolutePositionToolTip();
-    void deletionKeepsTablePart_data();
-    void deletionKeepsTablePart();
-    void tableMarkup_data();
-    void tableMarkup();
-    void tableArgumentsByName_data();
-    void tableArgumentsByName();
-    void imageMarkup_data();
-    void imageMarkup();
-    void fontDialogSizesAndColours();
-    void contextMenuEntries_data();
-    void contextMenuEntries();
-    void customItemsFollowTheBuiltInOnesAndGoByKey();
-};
-
-void tst_CommandTables::toolbarKeys_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<int>("number");
-    QTest::newRow("Bold") << QStringLiteral("Bold") << 1;
-    QTest::newRow("Outdent after the colours") << QStringLiteral("Outdent") << 6;
-    QTest::newRow("uploadimage in lower case") << QStringLiteral("uploadimage") << 14;
-    QTest::newRow("UploadImage is no key") << QStringLiteral("UploadImage") << 0;
-    QTest::newRow("bold is no key") << QStringLiteral("bold") << 0;
-    QTest::newRow("UnDo") << QStringLiteral("UnDo") << 19;
-    QTest::newRow("Undo is no key") << QStringLiteral("Undo") << 0;
-    QTest::newRow("ZOrder") << QStringLiteral("ZOrder") << 25;
-    QTest::newRow("SpellCheck") << QStringLiteral("SpellCheck") << 46;
-    QTest::newRow("PageProperties") << QStringLiteral("PageProperties") << 50;
-    QTest::newRow("InsertFlash") << QStringLiteral("InsertFlash") << 53;
-    QTest::newRow("empty") << QString() << 0;
-    QTest::newRow("method name, no key") << QStringLiteral("BringToFront") << 0;
-}
-
-void tst_CommandTables::toolbarKeys()
-{
-    QFETCH(QString, key);
-    QFETCH(int, number);
-    QCOMPARE(int(toolbarKeyCommand(key).value_or(Command{})), number);
-}
-
-void tst_CommandTables::everyKeyReachesALiveOrDeliberatelyInertCommand()
-{
-    const QList<QString> keys = Commands::toolbarKeys();
-    QCOMPARE(keys.size(), 38);
-    for (const QString &key : keys) {
-        const Command command = toolbarKeyCommand(key).value_or(Command{});
-        const bool inert = commandEntry(command).action == CommandAction::Inert;
-        QVERIFY2(inert == (key == QLatin1String("ZOrder") || key == QLatin1String("InsertFlash")),
-            qPrintable(key));
-    }
-}
-
-void tst_CommandTables::commandEntries_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<CommandAction>("action");
-    QTest::addColumn<int>("platformCommand");
-    QTest::addColumn<int>("option");
-    QTest::newRow("bold") << 1 << CommandAction::Plain << 5000 << 2;
-    QTest::newRow("fore colour") << 11 << CommandAction::ColorPick << 5046 << 2;
-    QTest::newRow("hyperlink") << 13 << CommandAction::Hyperlink << 5016 << 2;
-    QTest::newRow("paste by default") << 18 << CommandAction::Plain << 5032 << 0;
-    QTest::newRow("borders") << 21 << CommandAction::ToggleBorders << 0 << 0;
-    QTest::newRow("absolute") << 23 << CommandAction::AbsolutePosition << 5028 << 0;
-    QTest::newRow("snap") << 26 << CommandAction::ToggleSnapToGrid << 0 << 0;
-    QTest::newRow("insert table") << 27 << CommandAction::InsertTableDialog << 5022 << 2;
-    QTest::newRow("delete row") << 29 << CommandAction::GuardedDelete << 5007 << 0;
-    QTest::newRow("font dialog") << 36 << CommandAction::Plain << 5009 << 1;
-    QTest::newRow("find dialog") << 38 << CommandAction::Plain << 5008 << 1;
-    QTest::newRow("spelling") << 46 << CommandAction::SpellCheck << 0 << 0;
-    QTest::newRow("image from arguments") << 47 << CommandAction::ImageFromArguments << 0 << 0;
-    QTest::newRow("table from arguments") << 48 << CommandAction::TableFromArguments << 0 << 0;
-    QTest::newRow("table to body") << 54 << CommandAction::TableFromArgumentsToBody << 0 << 0;
-    QTest::newRow("cell properties") << 56 << CommandAction::CellProperties << 0 << 0;
-    QTest::newRow("0") << 0 << CommandAction::Inert << 0 << 0;
-    QTest::newRow("57") << 57 << CommandAction::Inert << 0 << 0;
-    QTest::newRow("negative") << -1 << CommandAction::Inert << 0 << 0;
-    QTest::newRow("huge") << std::numeric_limits<int>::max() << CommandAction::Inert << 0 << 0;
-}
-
-void tst_CommandTables::commandEntries()
-{
-    QFETCH(int, number);
-    QFETCH(CommandAction, action);
-    QFETCH(int, platformCommand);
-    QFETCH(int, option);
-    const CommandEntry entry = commandEntry(Command(number));
-    QCOMPARE(entry.action, action);
-    QCOMPARE(entry.platformCommand, platformCommand);
-    QCOMPARE(entry.option, option);
-}
-
-void tst_CommandTables::absolutePositionToolTip_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("toolTip");
-    const QString relative = QStringLiteral("Set Position Attribute To Relitive");
-    const QString absolute = QStringLiteral("Set Position Attribute To Absolute");
-    QTest::newRow("latched") << 7 << relative;
-    QTest::newRow("enabled") << 3 << absolute;
-    QTest::newRow("ninched") << 11 << absolute;
-    QTest::newRow("disabled") << 1 << absolute;
-    QTest::newRow("not supported") << 0 << absolute;
-}
-
-void tst_CommandTables::absolutePositionToolTip()
-{
-    QFETCH(int, status);
-    QFETCH(QString, toolTip);
-    QCOMPARE(Commands::absolutePositionToolTip(Commands::CommandState(status)), toolTip);
-}
-
-void tst_CommandTables::deletionKeepsTablePart_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<Platform::TableParts>("parts");
-    QTest::addColumn<bool>("keeps");
-    // rows, columns, cells, then what the selection covers of each
-    const Platform::TableParts twoByTwo{2, 2, 4, 1, 1, 1};
-    QTest::newRow("row of two") << 29 << twoByTwo << true;
-    QTest::newRow("both rows") << 29 << Platform::TableParts{2, 2, 4, 2, 1, 2} << false;
-    QTest::newRow("column of two") << 31 << twoByTwo << true;
-    QTest::newRow("the only column of two rows")
-        << 31 << Platform::TableParts{2, 1, 2, 1, 1, 1} << false;
-    QTest::newRow("cell of four") << 33 << twoByTwo << true;
-    QTest::newRow("every cell") << 33 << Platform::TableParts{2, 2, 4, 2, 2, 4} << false;
-    QTest::newRow("only cell") << 33 << Platform::TableParts{1, 1, 1, 1, 1, 1} << false;
-    QTest::newRow("not a deletion") << 28 << twoByTwo << false;
-}
-
-void tst_CommandTables::deletionKeepsTablePart()
-{
-    QFETCH(int, number);
-    QFETCH(Platform::TableParts, parts);
-    QFETCH(bool, keeps);
-    QCOMPARE(Commands::deletionKeepsTablePart(Command(number), parts), keeps);
-}
 
 namespace {
 
@@ -181,137 +49,6 @@ QString cells(int rows, int columns)
     row += QStringLiteral("</TR>");
     return row.repeated(rows);
 }
-
-} // namespace
-
-void tst_CommandTables::tableMarkup_data()
-{
-    QTest::addColumn<TableArguments>("table");
-    QTest::addColumn<QString>("markup");
-
-    QTest::newRow("empty rows and columns: one row of three")
-        << TableArguments{}
-        << QStringLiteral("<TABLE >") + cells(1, 3) + QStringLiteral("</TABLE>");
-    TableArguments letters;
-    letters.rows = QStringLiteral("x");
-    letters.columns = QStringLiteral("2");
-    QTest::newRow("rows not numeric")
-        << letters << QStringLiteral("<TABLE >") + cells(1, 2) + QStringLiteral("</TABLE>");
-    TableArguments badColumns;
-    badColumns.rows = QStringLiteral("2");
-    badColumns.columns = QStringLiteral("many");
-    QTest::newRow("columns not numeric")
-        << badColumns << QStringLiteral("<TABLE >") + cells(2, 1) + QStringLiteral("</TABLE>");
-    TableArguments all{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
-        QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
-        QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
-        QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
-        QStringLiteral("color:red"), QStringLiteral("grid")};
-    QTest::newRow("every attribute in order")
-        << all
-        << QStringLiteral(
-               "<TABLE Class=\"grid\" style=\"color:red\" border=\"1\"  cellPadding=\"4\"  "
-               "cellSpacing=\"3\"  width=\"100%\"  height=\"50\"  bordercolor=\"#00FF00\"  "
-               "bgcolor=\"#FF0000\"  background=\"bg.gif\"  align=\"center\"  "
-               "valign=\"top\" >")
-            + cells(2, 2) + QStringLiteral("</TABLE>");
-    TableArguments some;
-    some.width = QStringLiteral("200");
-    some.rows = QStringLiteral("1");
-    some.columns = QStringLiteral("1");
-    QTest::newRow("empty arguments leave no attribute")
-        << some
-        << QStringLiteral("<TABLE  width=\"200\" >") + cells(1, 1) + QStringLiteral("</TABLE>");
-}
-
-void tst_CommandTables::tableMarkup()
-{
-    QFETCH(TableArguments, table);
-    QFETCH(QString, markup);
-    QCOMPARE(Commands::tableMarkup(table), markup);
-}
-
-void tst_CommandTables::tableArgumentsByName_data()
-{
-    QTest::addColumn<QVariantMap>("arguments");
-    QTest::addColumn<bool>("withClass");
-    // The markup of the arguments taken, or empty when they are refused.
-    QTest::addColumn<QString>("markup");
-    QTest::addColumn<QString>("refusedKey");
-
-    const QVariantMap all{{QStringLiteral("Width"), QStringLiteral("100%")},
-        {QStringLiteral("HEIGHT"), 50}, {QStringLiteral("rows"), 2},
-        {QStringLiteral("Columns"), QStringLiteral("2")},
-        {QStringLiteral("Align"), QStringLiteral("center")},
-        {QStringLiteral("VAlign"), QStringLiteral("top")},
-        {QStringLiteral("BGImage"), QStringLiteral("bg.gif")},
-        {QStringLiteral("BgColor"), QStringLiteral("#FF0000")}, {QStringLiteral("Border"), 1},
-        {QStringLiteral("CellSpacing"), 3}, {QStringLiteral("cellpadding"), 4},
-        {QStringLiteral("BorderColor"), QStringLiteral("#00FF00")},
-        {QStringLiteral("Style"), QStringLiteral("color:red")},
-        {QStringLiteral("Class"), QStringLiteral("grid")}};
-    TableArguments expected{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
-        QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
-        QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
-        QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
-        QStringLiteral("color:red"), QStringLiteral("grid")};
-    QTest::newRow("every argument, any case, numbers as text")
-        << all << true << Commands::tableMarkup(expected) << QString();
-    QTest::newRow("none: the defaults")
-        << QVariantMap{} << false << Commands::tableMarkup(TableArguments{}) << QString();
-    QTest::newRow("class only for the second form")
-        << all << false << QString() << QStringLiteral("Class");
-    QTest::newRow("a key that is no argument") << QVariantMap{{QStringLiteral("Rows"), 2},
-        {QStringLiteral("Colour"), QStringLiteral("red")}}
-                                               << true << QString() << QStringLiteral("Colour");
-}
-
-void tst_CommandTables::tableArgumentsByName()
-{
-    QFETCH(QVariantMap, arguments);
-    QFETCH(bool, withClass);
-    QFETCH(QString, markup);
-    QFETCH(QString, refusedKey);
-    QString error;
-    const std::optional<TableArguments> table = tableArgumentsFromMap(arguments, withClass, &error);
-    QCOMPARE(table.has_value(), refusedKey.isEmpty());
-    if (table)
-        QCOMPARE(Commands::tableMarkup(*table), markup);
-    else
-        QVERIFY2(
-            error.contains(QLatin1Char('"') + refusedKey + QLatin1Char('"')), qPrintable(error));
-}
-
-void tst_CommandTables::imageMarkup_data()
-{
-    QTest::addColumn<ImageArguments>("image");
-    QTest::addColumn<QString>("markup");
-
-    ImageArguments srcAndWidth;
-    srcAndWidth.src = QStringLiteral("a.gif");
-    srcAndWidth.width = QStringLiteral("100");
-    QTest::newRow("source and width")
-        << srcAndWidth << QStringLiteral("<IMG Width=\"100\" STYLE=\"WIDTH:100;\" SRC=\"a.gif\" >");
-    const ImageArguments all{QStringLiteral("10"), QStringLiteral("20"), QStringLiteral("1"),
-        QStringLiteral("2"), QStringLiteral("left"), QStringLiteral("0"), QStringLiteral("Alt"),
-        QStringLiteral("b.png"), QStringLiteral("float:left")};
-    QTest::newRow("every argument, hspace its own")
-        << all
-        << QStringLiteral("<IMG Width=\"10\" Height=\"20\" VSPACE=\"1\" "
-                          "STYLE=\"WIDTH:10;HEIGHT:20;float:left\" HSPACE=\"2\" ALIGN=\"left\" "
-                          "SRC=\"b.png\" BORDER=\"0\" ALT=\"Alt\" >");
-    QTest::newRow("nothing but the style")
-        << ImageArguments{} << QStringLiteral("<IMG STYLE=\"\" >");
-}
-
-void tst_CommandTables::imageMarkup()
-{
-    QFETCH(ImageArguments, image);
-    QFETCH(QString, markup);
-    QCOMPARE(Commands::imageMarkup(image), markup);
-}
-
-namespace {
 
 const QStringList standard{QStringLiteral("Cut"), QStringLiteral("Copy"), QStringLiteral("Paste"),
     QStringLiteral("Select All"), QStringLiteral("Font...")};
@@ -337,123 +74,622 @@ QStringList join(std::initializer_list<QStringList> parts)
 
 } // namespace
 
-void tst_CommandTables::fontDialogSizesAndColours()
+class tst_CommandTables : public QObject
 {
-    using namespace Vantry::Dialogs;
-    // Every HTML size survives the trip through the dialog's point sizes; points in
-    // between go to the nearest size.
-    for (int size = 1; size <= 7; ++size)
-        QCOMPARE(htmlSizeForPointSize(pointSizeForHtmlSize(size)), size);
-    QCOMPARE(pointSizeForHtmlSize(0), 0);
-    QCOMPARE(pointSizeForHtmlSize(8), 0);
-    QCOMPARE(htmlSizeForPointSize(0), 0);
-    QCOMPARE(htmlSizeForPointSize(11), 2);
-    QCOMPARE(htmlSizeForPointSize(72), 7);
-    QCOMPARE(htmlSizeForPointSize(6), 1);
+    Q_OBJECT
 
-    QCOMPARE(colorFromCss(QStringLiteral("rgb(0, 128, 255)")), QColor(0, 128, 255));
-    QCOMPARE(colorFromCss(QStringLiteral(" rgba(1,2,3,0.5) ")).alpha(), 128);
-    QCOMPARE(colorFromCss(QStringLiteral("#0f0")), QColor(0, 255, 0));
-    QCOMPARE(colorFromCss(QStringLiteral("navy")), QColor(0, 0, 128));
-    QVERIFY(!colorFromCss(QString()).isValid());
-    QVERIFY(!colorFromCss(QStringLiteral("rgb(1, 2)")).isValid());
-}
+private Q_SLOTS:
+    void init()
+    {
+        m_host = std::make_unique<QWidget>();
+        auto *layout = new QVBoxLayout(m_host.get());
+        for (QToolBar *&row : m_rows) {
+            row = new QToolBar(m_host.get());
+            layout->addWidget(row);
+        }
+        m_toolbar = std::make_unique<EditorToolbar>(m_rows, m_host.get(), EditorToolbar::Hooks{});
+        m_object = std::make_unique<clsToolbar>();
+        m_toolbar->attach(m_object.get());
+    }
 
-void tst_CommandTables::contextMenuEntries_data()
-{
-    QTest::addColumn<MenuContext>("context");
-    QTest::addColumn<QList<int>>("hidden");
-    QTest::addColumn<QStringList>("expected");
+    void cleanup()
+    {
+        m_object.reset();
+        m_toolbar.reset();
+        m_host.reset();
+    }
 
-    const QStringList element{QStringLiteral("Element Properties")};
-    const QStringList page{QStringLiteral("Page Properties")};
-    const QStringList cell{QStringLiteral("Insert Row"), QStringLiteral("Insert Column"),
-        QStringLiteral("Delete Row"), QStringLiteral("Delete Column"),
-        QStringLiteral("Table Cell Properties")};
-    const QStringList table{QStringLiteral("Table Properties")};
+    void buttonKeys_data()
+    {
+        columns<int, QString>("member", "key");
 
-    MenuContext text;
-    text.body = true;
-    QTest::newRow("text in the body") << text << QList<int>{} << join({standard, page, element});
+        row("first", int(clsToolbar::tbb_Font), "Font");
+        row("lower-case member", int(clsToolbar::tbb_bold), "Bold");
+        row("upload", int(clsToolbar::tbb_UploadImage), "UploadImage");
+        row("table", int(clsToolbar::tbb_InsertTABLE), "InsertTABLE");
+        row("last", int(clsToolbar::tbb_SplitCells), "SplitCells");
+        row("zero", 0, QString());
+        row("past the end", 40, QString());
+        row("negative", -1, QString());
+    }
 
-    MenuContext inCell = text;
-    inCell.table = inCell.cell = true;
-    QTest::newRow("table cell") << inCell << QList<int>{}
-                                << join({standard, cell, table, page, element});
-    QTest::newRow("table menus hidden") << inCell << QList<int>{clsContextMenu::cm_TableMenus}
-                                        << join({standard, cell, page, element});
+    void buttonKeys()
+    {
+        QFETCH(int, member);
+        QFETCH(QString, key);
+        QCOMPARE(ToolbarModel::buttonKey(member), key);
+    }
 
-    MenuContext imageInCell = inCell;
-    imageInCell.image = true;
-    QTest::newRow("image in a table cell")
-        << imageInCell << QList<int>{}
-        << join({standard, {QStringLiteral("Image Properties")}, page, element});
+    void dictionariesStartAllowedAndIgnoreCase()
+    {
+        ToolbarModel model;
+        for (const auto &entry : ToolbarModel::stateEntries()) {
+            QCOMPARE(model.permission(QString(entry.key).toUpper()), std::optional<bool>(true));
+            QCOMPARE(model.latched(QString(entry.key)), std::optional<bool>(true));
+        }
+        QVERIFY(!model.permission(QStringLiteral("Font")).has_value());
 
-    MenuContext positioned = text;
-    positioned.position = {true, true};
-    QTest::newRow("positioned element")
-        << positioned << QList<int>{}
-        << join({standard, {QStringLiteral("Make 1D")}, page, element});
-    positioned.position = {true, false};
-    QTest::newRow("element that can be positioned")
-        << positioned << QList<int>{}
-        << join({standard, {QStringLiteral("Make 2D")}, page, element});
+        // The host's table spells the key differently from the toolbar.
+        model.setPermission(ToolbarModel::buttonKey(clsToolbar::tbb_UploadImage), false);
+        QVERIFY(!model.isAllowed(QStringLiteral("uploadimage")));
+        model.setLatched(QStringLiteral("INSERTTABLE"), false);
+        QCOMPARE(model.latched(QStringLiteral("InsertTable")), std::optional<bool>(false));
+    }
 
-    MenuContext link = positioned;
-    link.hyperlink = true;
-    QTest::newRow("link: no positioning")
-        << link << QList<int>{}
-        << join({standard, {QStringLiteral("Link Properties")}, page, element});
+    void displayOrder_data()
+    {
+        QTest::addColumn<QList<int>>("moves"); // pairs of toolbar, row
+        columns<QList<int>, bool>("topToBottom", "accepted");
 
-    QTest::newRow("standard and element hidden")
-        << text
-        << QList<int>{clsContextMenu::cm_StandardMenus, clsContextMenu::cm_ElementPropertiesMenus}
-        << page;
-}
+        row("as built", QList<int>{}, QList<int>{0, 1, 2}, true);
+        row("first to third", QList<int>{0, 2}, QList<int>{2, 1, 0}, true);
+        row("third to first", QList<int>{2, 0}, QList<int>{2, 1, 0}, true);
+        row("own row", QList<int>{1, 1}, QList<int>{0, 1, 2}, true);
+        row("two moves", QList<int>{0, 2, 0, 1}, QList<int>{2, 0, 1}, true);
+        row("row out of range", QList<int>{0, 3}, QList<int>{0, 1, 2}, false);
+        row("negative row", QList<int>{0, -1}, QList<int>{0, 1, 2}, false);
+        row("toolbar out of range", QList<int>{3, 0}, QList<int>{0, 1, 2}, false);
+    }
 
-void tst_CommandTables::contextMenuEntries()
-{
-    QFETCH(MenuContext, context);
-    QFETCH(QList<int>, hidden);
-    QFETCH(QStringList, expected);
-    clsContextMenu settings;
-    for (int group : hidden)
-        settings.HideBuiltinContextMenuItem(static_cast<em_ContextMenu>(group));
-    QCOMPARE(captions(Commands::contextMenuEntries(context, settings)), expected);
-}
+    void displayOrder()
+    {
+        QFETCH(QList<int>, moves);
+        QFETCH(QList<int>, topToBottom);
+        QFETCH(bool, accepted);
 
-void tst_CommandTables::customItemsFollowTheBuiltInOnesAndGoByKey()
-{
-    clsContextMenu settings;
-    settings.AddCustomContextMenuItem(QStringLiteral("k1"), QStringLiteral("First"));
-    settings.AddCustomContextMenuItem(QStringLiteral("Spacer"), QStringLiteral("ignored"));
-    settings.AddCustomContextMenuItem(QStringLiteral("k2"), QStringLiteral("Second"));
-    QCOMPARE(settings.CountCustomContextMenuItems(), 3);
+        ToolbarModel model;
+        bool allAccepted = true;
+        for (qsizetype i = 0; i + 1 < moves.size(); i += 2)
+            allAccepted = model.setDisplayOrder(moves[i], moves[i + 1]) && allAccepted;
+        QCOMPARE(allAccepted, accepted);
 
-    MenuContext text;
-    const QList<Entry> entries = Commands::contextMenuEntries(text, settings);
-    QCOMPARE(captions(entries),
-        join({standard, {QStringLiteral("Element Properties")},
-            {QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}}));
-    QCOMPARE(entries.constLast().kind, Entry::Kind::Custom);
-    QCOMPARE(entries.constLast().customKey, QStringLiteral("k2"));
-    QCOMPARE(entries.first().command, Command::Cut);
+        const auto order = model.toolbarsTopToBottom();
+        QCOMPARE((QList<int>{order.begin(), order.end()}), topToBottom);
+        for (int row = 0; row < 3; ++row) {
+            QCOMPARE(model.displayOrder(topToBottom[row]), row);
+            QCOMPARE(model.toolbarTop(topToBottom[row]), ToolbarModel::rowTops[std::size_t(row)]);
+        }
+    }
 
-    settings.HideAllBuiltinContextMenuItems();
-    QCOMPARE(captions(Commands::contextMenuEntries(text, settings)),
-        (QStringList{QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}));
-    settings.ShowAllBuiltinContextMenuItems();
-    QCOMPARE(Commands::contextMenuEntries(text, settings), entries);
+    void everyKeyHasAButtonWithIconAndToolTip()
+    {
+        for (const auto &entry : ToolbarModel::stateEntries()) {
+            QAction *action = button(QString(entry.key));
+            QVERIFY2(action, entry.key.data());
+            QCOMPARE(action->objectName(), QString(entry.key));
+            QVERIFY2(!action->icon().pixmap(16, 16).isNull(), entry.key.data());
+            QVERIFY2(!action->toolTip().isEmpty(), entry.key.data());
+        }
+        for (int member = ToolbarModel::firstButton; member <= ToolbarModel::lastButton; ++member)
+            QVERIFY2(button(ToolbarModel::buttonKey(member)),
+                qPrintable(ToolbarModel::buttonKey(member)));
 
-    // Removed by key, not by caption.
-    settings.RemoveCustomContextMenuItem(QStringLiteral("First"));
-    QCOMPARE(settings.CountCustomContextMenuItems(), 3);
-    settings.RemoveCustomContextMenuItem(QStringLiteral("k1"));
-    QCOMPARE(settings.CountCustomContextMenuItems(), 2);
-    QCOMPARE(settings.customContextMenuItems().first().text, QStringLiteral("ignored"));
-    settings.RemoveAllCustomContextMenuItems();
-    QCOMPARE(settings.CountCustomContextMenuItems(), 0);
-}
+        QCOMPARE(button(QStringLiteral("Font"))->parent(),
+            static_cast<QObject *>(m_rows[ToolbarButtons::Formatting]));
+        QCOMPARE(button(QStringLiteral("Absolute"))->toolTip(),
+            QStringLiteral("Set Position Attribute To Absolute"));
+    }
 
-QTEST_GUILESS_MAIN(tst_CommandTables)
+    void shortcuts_data()
+    {
+        columns<QString, QKeySequence>("key", "shortcut");
+
+        row("bold", "Bold", QKeySequence(Qt::CTRL | Qt::Key_B));
+        row("italic", "Italic", QKeySequence(Qt::CTRL | Qt::Key_I));
+        row("underline", "Underline", QKeySequence(Qt::CTRL | Qt::Key_U));
+        row("undo", "UnDo", QKeySequence(Qt::CTRL | Qt::Key_Z));
+        row("redo", "ReDo", QKeySequence(Qt::CTRL | Qt::Key_Y));
+        row("cut", "Cut", QKeySequence(Qt::CTRL | Qt::Key_X));
+        row("copy", "Copy", QKeySequence(Qt::CTRL | Qt::Key_C));
+        row("paste", "Paste", QKeySequence(Qt::CTRL | Qt::Key_V));
+    }
+
+    void shortcuts()
+    {
+        QFETCH(QString, key);
+        QFETCH(QKeySequence, shortcut);
+
+        QAction *action = button(key);
+        QCOMPARE(action->shortcut(), shortcut);
+        QCOMPARE(action->shortcutContext(), Qt::WidgetWithChildrenShortcut);
+        // Only the editor is an ancestor of the document that has the focus.
+        QVERIFY(m_host->actions().contains(action));
+        QVERIFY(action->toolTip().contains(shortcut.toString(QKeySequence::NativeText)));
+    }
+
+    void clickingAToggleReportsTheKeyWithoutFlippingIt()
+    {
+        QSignalSpy clicked(m_toolbar.get(), &EditorToolbar::buttonClicked);
+        QAction *bold = button(QStringLiteral("bold"));
+        QVERIFY(bold->isCheckable());
+
+        bold->trigger();
+        QVERIFY(!bold->isChecked());
+        button(QStringLiteral("uploadimage"))->trigger();
+
+        QCOMPARE(clicked.size(), 2);
+        QCOMPARE(clicked[0][0].toString(), QStringLiteral("Bold"));
+        QCOMPARE(clicked[1][0].toString(), QStringLiteral("uploadimage"));
+    }
+
+    void movingOrHidingARowAsksForLayout()
+    {
+        QSignalSpy changed(m_toolbar.get(), &EditorToolbar::rowsChanged);
+
+        QVERIFY(
+            m_object->setToolbarDisplayOrder(clsToolbar::tb_TableEditing, clsToolbar::tbo_first));
+        QCOMPARE(m_object->ToolbarDisplayOrder(clsToolbar::tb_TableEditing), clsToolbar::tbo_first);
+        QCOMPARE(m_object->ToolbarDisplayOrder(clsToolbar::tb_Standard), clsToolbar::tbo_third);
+        QCOMPARE(m_object->ToolbarDisplayOrder(clsToolbar::tb_Formatting), clsToolbar::tbo_second);
+        const std::array<QToolBar *, 3> expected{m_rows[2], m_rows[1], m_rows[0]};
+        QCOMPARE(m_toolbar->rowsTopToBottom(), expected);
+        QCOMPARE(changed.size(), 1);
+
+        // A toolbar moved to its own row stays, and nothing needs laying out.
+        QVERIFY(
+            m_object->setToolbarDisplayOrder(clsToolbar::tb_Formatting, clsToolbar::tbo_second));
+        QCOMPARE(changed.size(), 1);
+
+        QVERIFY(m_object->ToolbarVisibleState(clsToolbar::tb_Formatting));
+        QVERIFY(m_object->setToolbarVisibleState(clsToolbar::tb_Formatting, false));
+        QVERIFY(!m_object->ToolbarVisibleState(clsToolbar::tb_Formatting));
+        QVERIFY(m_rows[1]->isHidden());
+        QCOMPARE(changed.size(), 2);
+    }
+
+    void forbiddingDisablesAtOnceAllowingWaits()
+    {
+        QAction *bold = button(QStringLiteral("Bold"));
+        QVERIFY(m_object->setButtonEnabledState(clsToolbar::tbb_bold, false));
+        QVERIFY(!bold->isEnabled());
+        QVERIFY(!m_object->ButtonEnabledState(clsToolbar::tbb_bold));
+        QCOMPARE(m_toolbar->buttonEnabledState(QStringLiteral("BOLD")), QVariant(false));
+
+        QVERIFY(m_object->setButtonEnabledState(clsToolbar::tbb_bold, true));
+        QVERIFY(m_object->ButtonEnabledState(clsToolbar::tbb_bold));
+        QVERIFY(!bold->isEnabled());
+    }
+
+    void hidingTheFontBoxMovesTheSizeBoxLeft()
+    {
+        m_host->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_host.get()));
+        QComboBox *face = m_toolbar->fonts().fontCombo();
+        QComboBox *size = m_toolbar->fonts().fontSizeCombo();
+        QVERIFY(face->isVisible());
+        const int shownLeft = size->x();
+        QVERIFY(shownLeft >= face->x() + face->width());
+
+        QVERIFY(m_object->setButtonVisibleState(clsToolbar::tbb_Font, false));
+        m_rows[ToolbarButtons::Formatting]->layout()->activate();
+        QVERIFY(!face->isVisible());
+        QVERIFY(size->x() < shownLeft);
+        QVERIFY(size->x() <= face->width() / 4);
+        QVERIFY(!m_object->ButtonVisibleState(clsToolbar::tbb_Font));
+
+        QVERIFY(m_object->setButtonVisibleState(clsToolbar::tbb_Font, true));
+        m_rows[ToolbarButtons::Formatting]->layout()->activate();
+        QVERIFY(face->isVisible());
+        QCOMPARE(size->x(), shownLeft);
+    }
+
+    void visibleStateReachesDifferentlySpelledKeys_data()
+    {
+        columns<int, QString>("member", "toolbarKey");
+
+        row("upload", int(clsToolbar::tbb_UploadImage), "uploadimage");
+        row("table", int(clsToolbar::tbb_InsertTABLE), "InsertTable");
+        row("font size", int(clsToolbar::tbb_FontSize), "FontSize");
+    }
+
+    void visibleStateReachesDifferentlySpelledKeys()
+    {
+        QFETCH(int, member);
+        QFETCH(QString, toolbarKey);
+
+        const auto buttonMember = static_cast<clsToolbar::em_ToolbarButtons>(member);
+        QVERIFY(m_object->setButtonVisibleState(buttonMember, false));
+        QVERIFY(!button(toolbarKey)->isVisible());
+        // The store is shared with the latched state, under the toolbar's key too.
+        QCOMPARE(m_toolbar->buttonLatchedState(toolbarKey), QVariant(false));
+        QVERIFY(m_object->setButtonEnabledState(buttonMember, false));
+        QVERIFY(!button(toolbarKey)->isEnabled());
+        QCOMPARE(m_toolbar->buttonEnabledState(toolbarKey), QVariant(false));
+    }
+
+    void outOfRangeValuesAreRefused()
+    {
+        const auto past = static_cast<clsToolbar::em_ToolbarButtons>(40);
+        QVERIFY(!m_object->setButtonEnabledState(past, false));
+        QVERIFY(!m_object->setButtonVisibleState(past, false));
+        QVERIFY(!m_object->ButtonEnabledState(past));
+        QVERIFY(!m_object->setToolbarDisplayOrder(
+            clsToolbar::tb_Standard, static_cast<clsToolbar::em_ToolbarOrder>(3)));
+        QVERIFY(!m_object->setToolbarVisibleState(static_cast<clsToolbar::em_Toolbars>(3), false));
+        QCOMPARE(m_object->ToolbarDisplayOrder(clsToolbar::tb_Standard), clsToolbar::tbo_first);
+    }
+
+    void unattachedToolbarConfiguresNothing()
+    {
+        clsToolbar loose;
+        QVERIFY(!loose.setButtonEnabledState(clsToolbar::tbb_bold, false));
+        QVERIFY(!loose.ButtonEnabledState(clsToolbar::tbb_bold));
+        QCOMPARE(loose.ToolbarDisplayOrder(clsToolbar::tb_TableEditing), clsToolbar::tbo_first);
+
+        // An object that outlives its editor goes quiet as well.
+        m_toolbar.reset();
+        QVERIFY(!m_object->setButtonEnabledState(clsToolbar::tbb_bold, false));
+    }
+
+    void toolbarEnablingCoversFontBoxes()
+    {
+        m_toolbar->setToolbarEnabled(false);
+        for (QAction *action : m_toolbar->buttons().buttons())
+            QVERIFY2(!action->isEnabled(), qPrintable(action->objectName()));
+        QVERIFY(!m_toolbar->fonts().fontCombo()->isEnabled());
+        QVERIFY(!m_toolbar->fonts().fontSizeCombo()->isEnabled());
+
+        m_toolbar->setToolbarEnabled(true);
+        QVERIFY(m_toolbar->fonts().fontSizeCombo()->isEnabled());
+    }
+
+    void toolbarKeys_data()
+    {
+        columns<QString, int>("key", "number");
+        row("Bold", "Bold", 1);
+        row("uploadimage in lower case", "uploadimage", 14);
+        row("UploadImage is no key", "UploadImage", 0);
+        row("bold is no key", "bold", 0);
+        row("UnDo", "UnDo", 19);
+        row("Undo is no key", "Undo", 0);
+        row("empty", QString(), 0);
+        row("method name, no key", "BringToFront", 0);
+    }
+
+    void toolbarKeys()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, number);
+        QCOMPARE(int(toolbarKeyCommand(key).value_or(Command{})), number);
+    }
+
+    void everyKeyReachesALiveOrDeliberatelyInertCommand()
+    {
+        const QList<QString> keys = Commands::toolbarKeys();
+        QCOMPARE(keys.size(), 38);
+        for (const QString &key : keys) {
+            const Command command = toolbarKeyCommand(key).value_or(Command{});
+            const bool inert = commandEntry(command).action == CommandAction::Inert;
+            QVERIFY2(
+                inert == (key == QLatin1String("ZOrder") || key == QLatin1String("InsertFlash")),
+                qPrintable(key));
+        }
+    }
+
+    void commandEntries_data()
+    {
+        columns<int, CommandAction, int, int>("number", "action", "platformCommand", "option");
+        row("bold", 1, CommandAction::Plain, 5000, 2);
+        row("paste by default", 18, CommandAction::Plain, 5032, 0);
+        row("font dialog", 36, CommandAction::Plain, 5009, 1);
+        row("table from arguments", 48, CommandAction::TableFromArguments, 0, 0);
+        row("0", 0, CommandAction::Inert, 0, 0);
+        row("57", 57, CommandAction::Inert, 0, 0);
+        row("negative", -1, CommandAction::Inert, 0, 0);
+        row("huge", std::numeric_limits<int>::max(), CommandAction::Inert, 0, 0);
+    }
+
+    void commandEntries()
+    {
+        QFETCH(int, number);
+        QFETCH(CommandAction, action);
+        QFETCH(int, platformCommand);
+        QFETCH(int, option);
+        const CommandEntry entry = commandEntry(Command(number));
+        QCOMPARE(entry.action, action);
+        QCOMPARE(entry.platformCommand, platformCommand);
+        QCOMPARE(entry.option, option);
+    }
+
+    void absolutePositionToolTip_data()
+    {
+        columns<int, QString>("status", "toolTip");
+        const QString relative = QStringLiteral("Set Position Attribute To Relitive");
+        const QString absolute = QStringLiteral("Set Position Attribute To Absolute");
+        row("latched", 7, relative);
+        row("enabled", 3, absolute);
+        row("ninched", 11, absolute);
+        row("disabled", 1, absolute);
+        row("not supported", 0, absolute);
+    }
+
+    void absolutePositionToolTip()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, toolTip);
+        QCOMPARE(Commands::absolutePositionToolTip(Commands::CommandState(status)), toolTip);
+    }
+
+    void deletionKeepsTablePart_data()
+    {
+        columns<int, Platform::TableParts, bool>("number", "parts", "keeps");
+        // rows, columns, cells, then what the selection covers of each
+        const Platform::TableParts twoByTwo{2, 2, 4, 1, 1, 1};
+        row("row of two", 29, twoByTwo, true);
+        row("both rows", 29, Platform::TableParts{2, 2, 4, 2, 1, 2}, false);
+        row("column of two", 31, twoByTwo, true);
+        row("the only column of two rows", 31, Platform::TableParts{2, 1, 2, 1, 1, 1}, false);
+        row("cell of four", 33, twoByTwo, true);
+        row("every cell", 33, Platform::TableParts{2, 2, 4, 2, 2, 4}, false);
+        row("only cell", 33, Platform::TableParts{1, 1, 1, 1, 1, 1}, false);
+        row("not a deletion", 28, twoByTwo, false);
+    }
+
+    void deletionKeepsTablePart()
+    {
+        QFETCH(int, number);
+        QFETCH(Platform::TableParts, parts);
+        QFETCH(bool, keeps);
+        QCOMPARE(Commands::deletionKeepsTablePart(Command(number), parts), keeps);
+    }
+
+    void tableMarkup_data()
+    {
+        columns<TableArguments, QString>("table", "markup");
+
+        row("empty rows and columns: one row of three", TableArguments{},
+            QStringLiteral("<TABLE >") + cells(1, 3) + QStringLiteral("</TABLE>"));
+        TableArguments letters;
+        letters.rows = QStringLiteral("x");
+        letters.columns = QStringLiteral("2");
+        row("rows not numeric", letters,
+            QStringLiteral("<TABLE >") + cells(1, 2) + QStringLiteral("</TABLE>"));
+        TableArguments badColumns;
+        badColumns.rows = QStringLiteral("2");
+        badColumns.columns = QStringLiteral("many");
+        row("columns not numeric", badColumns,
+            QStringLiteral("<TABLE >") + cells(2, 1) + QStringLiteral("</TABLE>"));
+        TableArguments all{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
+            QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
+            QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
+            QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
+            QStringLiteral("color:red"), QStringLiteral("grid")};
+        row("every attribute in order", all,
+            QStringLiteral(
+                "<TABLE Class=\"grid\" style=\"color:red\" border=\"1\"  cellPadding=\"4\"  "
+                "cellSpacing=\"3\"  width=\"100%\"  height=\"50\"  bordercolor=\"#00FF00\"  "
+                "bgcolor=\"#FF0000\"  background=\"bg.gif\"  align=\"center\"  "
+                "valign=\"top\" >")
+                + cells(2, 2) + QStringLiteral("</TABLE>"));
+        TableArguments some;
+        some.width = QStringLiteral("200");
+        some.rows = QStringLiteral("1");
+        some.columns = QStringLiteral("1");
+        row("empty arguments leave no attribute", some,
+            QStringLiteral("<TABLE  width=\"200\" >") + cells(1, 1) + QStringLiteral("</TABLE>"));
+    }
+
+    void tableMarkup()
+    {
+        QFETCH(TableArguments, table);
+        QFETCH(QString, markup);
+        QCOMPARE(Commands::tableMarkup(table), markup);
+    }
+
+    void tableArgumentsByName_data()
+    {
+        columns<QVariantMap, bool>("arguments", "withClass");
+        // The markup of the arguments taken, or empty when they are refused.
+        columns<QString, QString>("markup", "refusedKey");
+
+        const QVariantMap all{{QStringLiteral("Width"), QStringLiteral("100%")},
+            {QStringLiteral("HEIGHT"), 50}, {QStringLiteral("rows"), 2},
+            {QStringLiteral("Columns"), QStringLiteral("2")},
+            {QStringLiteral("Align"), QStringLiteral("center")},
+            {QStringLiteral("VAlign"), QStringLiteral("top")},
+            {QStringLiteral("BGImage"), QStringLiteral("bg.gif")},
+            {QStringLiteral("BgColor"), QStringLiteral("#FF0000")}, {QStringLiteral("Border"), 1},
+            {QStringLiteral("CellSpacing"), 3}, {QStringLiteral("cellpadding"), 4},
+            {QStringLiteral("BorderColor"), QStringLiteral("#00FF00")},
+            {QStringLiteral("Style"), QStringLiteral("color:red")},
+            {QStringLiteral("Class"), QStringLiteral("grid")}};
+        TableArguments expected{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
+            QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
+            QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
+            QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
+            QStringLiteral("color:red"), QStringLiteral("grid")};
+        row("every argument, any case, numbers as text", all, true, Commands::tableMarkup(expected),
+            QString());
+        row("none: the defaults", QVariantMap{}, false, Commands::tableMarkup(TableArguments{}),
+            QString());
+        row("class only for the second form", all, false, QString(), "Class");
+        row("a key that is no argument",
+            QVariantMap{
+                {QStringLiteral("Rows"), 2}, {QStringLiteral("Colour"), QStringLiteral("red")}},
+            true, QString(), "Colour");
+    }
+
+    void tableArgumentsByName()
+    {
+        QFETCH(QVariantMap, arguments);
+        QFETCH(bool, withClass);
+        QFETCH(QString, markup);
+        QFETCH(QString, refusedKey);
+        QString error;
+        const std::optional<TableArguments> table
+            = tableArgumentsFromMap(arguments, withClass, &error);
+        QCOMPARE(table.has_value(), refusedKey.isEmpty());
+        if (table)
+            QCOMPARE(Commands::tableMarkup(*table), markup);
+        else
+            QVERIFY2(error.contains(QLatin1Char('"') + refusedKey + QLatin1Char('"')),
+                qPrintable(error));
+    }
+
+    void imageMarkup_data()
+    {
+        columns<ImageArguments, QString>("image", "markup");
+
+        ImageArguments srcAndWidth;
+        srcAndWidth.src = QStringLiteral("a.gif");
+        srcAndWidth.width = QStringLiteral("100");
+        row("source and width", srcAndWidth,
+            "<IMG Width=\"100\" STYLE=\"WIDTH:100;\" SRC=\"a.gif\" >");
+        const ImageArguments all{QStringLiteral("10"), QStringLiteral("20"), QStringLiteral("1"),
+            QStringLiteral("2"), QStringLiteral("left"), QStringLiteral("0"), QStringLiteral("Alt"),
+            QStringLiteral("b.png"), QStringLiteral("float:left")};
+        row("every argument, hspace its own", all,
+            "<IMG Width=\"10\" Height=\"20\" VSPACE=\"1\" "
+            "STYLE=\"WIDTH:10;HEIGHT:20;float:left\" HSPACE=\"2\" ALIGN=\"left\" "
+            "SRC=\"b.png\" BORDER=\"0\" ALT=\"Alt\" >");
+        row("nothing but the style", ImageArguments{}, "<IMG STYLE=\"\" >");
+    }
+
+    void imageMarkup()
+    {
+        QFETCH(ImageArguments, image);
+        QFETCH(QString, markup);
+        QCOMPARE(Commands::imageMarkup(image), markup);
+    }
+
+    void fontDialogSizesAndColours()
+    {
+        using namespace Vantry::Dialogs;
+        // Every HTML size survives the trip through the dialog's point sizes; points in
+        // between go to the nearest size.
+        for (int size = 1; size <= 7; ++size)
+            QCOMPARE(htmlSizeForPointSize(pointSizeForHtmlSize(size)), size);
+        QCOMPARE(pointSizeForHtmlSize(0), 0);
+        QCOMPARE(pointSizeForHtmlSize(8), 0);
+        QCOMPARE(htmlSizeForPointSize(0), 0);
+        QCOMPARE(htmlSizeForPointSize(11), 2);
+        QCOMPARE(htmlSizeForPointSize(72), 7);
+        QCOMPARE(htmlSizeForPointSize(6), 1);
+
+        QCOMPARE(colorFromCss(QStringLiteral("rgb(0, 128, 255)")), QColor(0, 128, 255));
+        QCOMPARE(colorFromCss(QStringLiteral(" rgba(1,2,3,0.5) ")).alpha(), 128);
+        QCOMPARE(colorFromCss(QStringLiteral("#0f0")), QColor(0, 255, 0));
+        QCOMPARE(colorFromCss(QStringLiteral("navy")), QColor(0, 0, 128));
+        QVERIFY(!colorFromCss(QString()).isValid());
+        QVERIFY(!colorFromCss(QStringLiteral("rgb(1, 2)")).isValid());
+    }
+
+    void contextMenuEntries_data()
+    {
+        columns<MenuContext, QList<int>, QStringList>("context", "hidden", "expected");
+
+        const QStringList element{QStringLiteral("Element Properties")};
+        const QStringList page{QStringLiteral("Page Properties")};
+        const QStringList cell{QStringLiteral("Insert Row"), QStringLiteral("Insert Column"),
+            QStringLiteral("Delete Row"), QStringLiteral("Delete Column"),
+            QStringLiteral("Table Cell Properties")};
+        const QStringList table{QStringLiteral("Table Properties")};
+
+        MenuContext text;
+        text.body = true;
+        row("text in the body", text, QList<int>{}, join({standard, page, element}));
+
+        MenuContext inCell = text;
+        inCell.table = inCell.cell = true;
+        row("table cell", inCell, QList<int>{}, join({standard, cell, table, page, element}));
+        row("table menus hidden", inCell, QList<int>{clsContextMenu::cm_TableMenus},
+            join({standard, cell, page, element}));
+
+        MenuContext imageInCell = inCell;
+        imageInCell.image = true;
+        row("image in a table cell", imageInCell, QList<int>{},
+            join({standard, {QStringLiteral("Image Properties")}, page, element}));
+
+        MenuContext positioned = text;
+        positioned.position = {true, true};
+        row("positioned element", positioned, QList<int>{},
+            join({standard, {QStringLiteral("Make 1D")}, page, element}));
+        positioned.position = {true, false};
+        row("element that can be positioned", positioned, QList<int>{},
+            join({standard, {QStringLiteral("Make 2D")}, page, element}));
+
+        MenuContext link = positioned;
+        link.hyperlink = true;
+        row("link: no positioning", link, QList<int>{},
+            join({standard, {QStringLiteral("Link Properties")}, page, element}));
+
+        row("standard and element hidden", text,
+            QList<int>{clsContextMenu::cm_StandardMenus, clsContextMenu::cm_ElementPropertiesMenus},
+            page);
+    }
+
+    void contextMenuEntries()
+    {
+        QFETCH(MenuContext, context);
+        QFETCH(QList<int>, hidden);
+        QFETCH(QStringList, expected);
+        clsContextMenu settings;
+        for (int group : hidden)
+            settings.HideBuiltinContextMenuItem(static_cast<em_ContextMenu>(group));
+        QCOMPARE(captions(Commands::contextMenuEntries(context, settings)), expected);
+    }
+
+    void customItemsFollowTheBuiltInOnesAndGoByKey()
+    {
+        clsContextMenu settings;
+        settings.AddCustomContextMenuItem(QStringLiteral("k1"), QStringLiteral("First"));
+        settings.AddCustomContextMenuItem(QStringLiteral("Spacer"), QStringLiteral("ignored"));
+        settings.AddCustomContextMenuItem(QStringLiteral("k2"), QStringLiteral("Second"));
+        QCOMPARE(settings.CountCustomContextMenuItems(), 3);
+
+        MenuContext text;
+        const QList<Entry> entries = Commands::contextMenuEntries(text, settings);
+        QCOMPARE(captions(entries),
+            join({standard, {QStringLiteral("Element Properties")},
+                {QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}}));
+        QCOMPARE(entries.constLast().kind, Entry::Kind::Custom);
+        QCOMPARE(entries.constLast().customKey, QStringLiteral("k2"));
+        QCOMPARE(entries.first().command, Command::Cut);
+
+        settings.HideAllBuiltinContextMenuItems();
+        QCOMPARE(captions(Commands::contextMenuEntries(text, settings)),
+            (QStringList{QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}));
+        settings.ShowAllBuiltinContextMenuItems();
+        QCOMPARE(Commands::contextMenuEntries(text, settings), entries);
+
+        // Removed by key, not by caption.
+        settings.RemoveCustomContextMenuItem(QStringLiteral("First"));
+        QCOMPARE(settings.CountCustomContextMenuItems(), 3);
+        settings.RemoveCustomContextMenuItem(QStringLiteral("k1"));
+        QCOMPARE(settings.CountCustomContextMenuItems(), 2);
+        QCOMPARE(settings.customContextMenuItems().first().text, QStringLiteral("ignored"));
+        settings.RemoveAllCustomContextMenuItems();
+        QCOMPARE(settings.CountCustomContextMenuItems(), 0);
+    }
+
+private:
+    QAction *button(const QString &key) const { return m_toolbar->buttons().button(key); }
+
+    std::unique_ptr<QWidget> m_host;
+    std::array<QToolBar *, 3> m_rows{};
+    std::unique_ptr<EditorToolbar> m_toolbar;
+    std::unique_ptr<clsToolbar> m_object;
+};
+
+QTEST_MAIN(tst_CommandTables)
 #include "tst_commandtables.moc"

@@ -1,8 +1,9 @@
 // Selection access and HTML insertion through the editor's public methods, on the real
 // engine, with the prompts answered by a recording double.
 
-#include "../common/enginetest.h"
+#include "../common/datarows.h"
 #include "../common/recordingprompts.h"
+#include "../common/surfacefixture.h"
 
 #include "commands/selectionaccess.h"
 
@@ -10,418 +11,354 @@ using namespace Vantry;
 using Platform::Element;
 using Platform::TextRange;
 using Platform::TextUnit;
+using VantryTest::columns;
 using VantryTest::RecordingPrompts;
+using VantryTest::row;
 
-class tst_SelectionAccess : public QObject
+class tst_SelectionAccess : public VantryTest::SurfaceFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
+    void initTestCase()
+    {
+        m_editor = std::make_unique<HTMLEditorComponent>();
+        // Before the first document has loaded there is nothing to find.
+        m_nothingBeforeReady = m_editor->GetSelectedElementObject().isNull()
+            && m_editor->GetSelectedHTML().toString().isEmpty();
+        m_editor->resize(800, 600);
+        m_editor->show();
+        QVERIFY(VantryTest::waitUntilReady(*m_editor));
+        m_surface = VantryTest::surfaceOf(*m_editor);
+        QVERIFY(m_surface);
+        QVERIFY(m_nothingBeforeReady);
+    }
 
-    void checkBoolean_data();
-    void checkBoolean();
-    void selectedElementObject_data();
-    void selectedElementObject();
-    void elementObjectReadsAndWrites();
-    void findSelectedElementByTag_data();
-    void findSelectedElementByTag();
-    void removeSelectedElementObjectRemovesOnlyImages();
-    void selectedHTML_data();
-    void selectedHTML();
-    void replaceSelectedHTML_data();
-    void replaceSelectedHTML();
-    void replacingAcrossCellsKeepsTheTable_data();
-    void replacingAcrossCellsKeepsTheTable();
-    void insertMethodsPasteTheirMarkup_data();
-    void insertMethodsPasteTheirMarkup();
-    void insertingOnASelectedControlIsRefused();
-    void insertingWithoutSelectionGoesBeforeTheFirstText();
-    void findAndReplaceHTMLIgnoresCase();
+    void init()
+    {
+        auto prompts = std::make_unique<RecordingPrompts>();
+        m_prompts = prompts.get();
+        m_editor->setUserPrompts(std::move(prompts));
+    }
+
+    void checkBoolean_data()
+    {
+        columns<QVariant, bool>("value", "result");
+        row("TRUE", QVariant(QStringLiteral("TRUE")), true);
+        row("tRuE", QVariant(QStringLiteral("tRuE")), true);
+        row("text 1", QVariant(QStringLiteral("1")), true);
+        row("number 1", QVariant(1), true);
+        row("number 1.0", QVariant(1.0), true);
+        row("Boolean true", QVariant(true), true);
+        row("yes", QVariant(QStringLiteral("yes")), false);
+        row("text 0", QVariant(QStringLiteral("0")), false);
+        row("Boolean false", QVariant(false), false);
+        row("minus one", QVariant(-1), false);
+        row("text 1.0", QVariant(QStringLiteral("1.0")), false);
+        row("nothing", QVariant(), false);
+    }
+
+    void checkBoolean()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(bool, result);
+        const QVariant answer = m_editor->CheckBoolean(value);
+        QCOMPARE(answer.typeId(), QMetaType::Bool);
+        QCOMPARE(answer.toBool(), result);
+    }
+
+    void selectedElementObject_data()
+    {
+        columns<QString, QString, QString>("needle", "control", "tag");
+        row("caret in bold", "bo", QString(), "B");
+        row("text in paragraph", "plain", QString(), "P");
+        row("selected image", QString(), "IMG", "IMG");
+        row("selected table", QString(), "TABLE", "TABLE");
+    }
+
+    void selectedElementObject()
+    {
+        QFETCH(QString, needle);
+        QFETCH(QString, control);
+        QFETCH(QString, tag);
+        load(QStringLiteral("<p>plain <b>bold</b> <img src=\"x.png\"></p>"
+                            "<table><tbody><tr><td>cell</td></tr></tbody></table>"));
+        if (control.isEmpty())
+            select(needle, tag == QLatin1String("B"));
+        else
+            selectElement(control);
+        HTMLElement element;
+        QVERIFY(QMetaObject::invokeMethod(m_editor.get(), "GetSelectedElementObject",
+            Q_RETURN_ARG(Vantry::HTMLElement, element)));
+        QVERIFY(!element.isNull());
+        QCOMPARE(element.tagName(), tag);
+    }
+
+    void elementObjectReadsAndWrites()
+    {
+        load(QStringLiteral("<div id=\"outer\"><p class=\"c\">some <i>text</i></p></div>"));
+        select(QStringLiteral("some"));
+        HTMLElement paragraph = m_editor->GetSelectedElementObject();
+        QCOMPARE(paragraph.getAttribute(QStringLiteral("class")), QStringLiteral("c"));
+        QCOMPARE(paragraph.innerHTML(), QStringLiteral("some <i>text</i>"));
+        QCOMPARE(
+            paragraph.parentElement().getAttribute(QStringLiteral("id")), QStringLiteral("outer"));
+        paragraph.setAttribute(QStringLiteral("title"), QStringLiteral("t"));
+        paragraph.removeAttribute(QStringLiteral("class"));
+        paragraph.setInnerHTML(QStringLiteral("new"));
+        QCOMPARE(paragraph.outerHTML(), QStringLiteral("<p title=\"t\">new</p>"));
+
+        // The element's document is gone: empty reads, ignored writes.
+        load(QStringLiteral("<p>other</p>"));
+        QCOMPARE(paragraph.tagName(), QString());
+        paragraph.setInnerHTML(QStringLiteral("lost"));
+        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>other</p>"));
+    }
+
+    void findSelectedElementByTag_data()
+    {
+        columns<QString, QString, QString>("needle", "wanted", "found");
+        row("caret in a cell finds its table", "cell", "table", "TABLE");
+        row("the element itself", "cell", "Td", "TD");
+        row("outside any table", "outside", "TABLE", QString());
+        row("the walk ends at the root", "cell", "HTML", "HTML");
+    }
+
+    void findSelectedElementByTag()
+    {
+        QFETCH(QString, needle);
+        QFETCH(QString, wanted);
+        QFETCH(QString, found);
+        load(QStringLiteral("<p>outside</p><table id=\"t\"><tbody><tr><td><b>cell</b></td></tr>"
+                            "</tbody></table>"));
+        select(needle, true);
+
+        Commands::DocumentReferences references;
+        Commands::SelectionAccess::Hooks hooks;
+        hooks.isReady = [] { return true; };
+        hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+        Commands::SelectionAccess access(*m_surface, references, std::move(hooks));
+
+        QCOMPARE(access.findSelectedElementByTag(wanted), !found.isNull());
+        QVERIFY(std::holds_alternative<Element>(references.current));
+        if (!found.isNull())
+            QCOMPARE(m_surface->tagName(references.found), found);
+        else
+            QVERIFY(references.found.isNull());
+    }
+
+    void removeSelectedElementObjectRemovesOnlyImages()
+    {
+        const QString table = QStringLiteral("<table><tbody><tr><td>c</td></tr></tbody></table>");
+        load(QStringLiteral("<p>a<img src=\"x.png\">b</p>") + table);
+        selectElement(QStringLiteral("IMG"));
+        m_editor->RemoveSelectedElementObject(QStringLiteral("TABLE"));
+        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ab</p>") + table);
+
+        selectElement(QStringLiteral("TABLE"));
+        m_editor->RemoveSelectedElementObject(QStringLiteral("TABLE"));
+        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ab</p>") + table);
+    }
+
+    void selectedHTML_data()
+    {
+        columns<QString, bool, QString>("needle", "image", "html");
+        row("collapsed caret", QString(), false, QString());
+        row("text", "ain bo", false, "ain <b>bo</b>");
+        row("image", QString(), true, "<img src=\"x.png\" alt=\"x\">");
+    }
+
+    void selectedHTML()
+    {
+        QFETCH(QString, needle);
+        QFETCH(bool, image);
+        QFETCH(QString, html);
+        load(QStringLiteral("<p>plain <b>bold</b><img src=\"x.png\" alt=\"x\"></p>"));
+        if (image)
+            selectElement(QStringLiteral("IMG"));
+        else
+            select(needle);
+        QCOMPARE(m_editor->GetSelectedHTML().toString(), html);
+    }
+
+    void replaceSelectedHTML_data()
+    {
+        columns<QString, bool, QString, QString>("needle", "image", "replacement", "body");
+        row("control", QString(), true, "<hr>", "<p>one two<hr></p><p>three</p>");
+        row("text with markup", "two", false, "<i>2</i>",
+            "<p>one <i>2</i><img src=\"x.png\"></p>"
+            "<p>three</p>");
+        row("text with plain text", "one", false, "1",
+            "<p>1 two<img src=\"x.png\"></p>"
+            "<p>three</p>");
+        row("caret", "one ", false, "<b>0</b>",
+            "<p>one <b>0</b>two<img src=\"x.png\"></p>"
+            "<p>three</p>");
+    }
+
+    void replaceSelectedHTML()
+    {
+        QFETCH(QString, needle);
+        QFETCH(bool, image);
+        QFETCH(QString, replacement);
+        QFETCH(QString, body);
+        load(QStringLiteral("<p>one two<img src=\"x.png\"></p><p>three</p>"));
+        if (image)
+            selectElement(QStringLiteral("IMG"));
+        else
+            select(needle, QByteArray(QTest::currentDataTag()) == "caret");
+        m_editor->ReplaceSelectedHTML(replacement);
+        QCOMPARE(m_surface->bodyInnerHTML(), body);
+    }
+
+    void replacingAcrossCellsKeepsTheTable_data()
+    {
+        columns<QByteArray, QString, QString, QString>("method", "from", "to", "body");
+
+        // a1 b1 c1
+        // a2 b2 c2
+        const auto table = [](const char *row1, const char *row2) -> QString {
+            return QStringLiteral("<table><tbody><tr>%1</tr><tr>%2</tr></tbody></table>")
+                .arg(QLatin1String(row1), QLatin1String(row2));
+        };
+        const auto page = [&table](const char *row1, const char *row2) -> QString {
+            return QStringLiteral("<p>before</p>") + table(row1, row2)
+                + QStringLiteral("<p>after</p>");
+        };
+        const char *row2 = "<td>a2</td><td>b2</td><td>c2</td>";
+        row("replace across a row", QByteArray("ReplaceSelectedHTML"), "a1", "c1",
+            page("<td><i>x</i></td><td></td><td></td>", row2));
+        row("replace across rows", QByteArray("ReplaceSelectedHTML"), "b1", "b2",
+            page("<td>a1</td><td><i>x</i></td><td></td>", "<td></td><td></td><td>c2</td>"));
+        row("insert across a row", QByteArray("InsertHTML"), "a1", "c1",
+            page("<td><i>x</i></td><td></td><td></td>", row2));
+        row("text box across rows", QByteArray("InsertTextBox"), "c1", "a2",
+            page("<td>a1</td><td>b1</td><td><input type=\"text\" size=\"24\" value=\"\"></td>",
+                "<td></td><td>b2</td><td>c2</td>"));
+        row("from the text before into the table", QByteArray("ReplaceSelectedHTML"), "ore", "b2",
+            QStringLiteral("<p>bef<i>x</i></p>")
+                + table("<td></td><td></td><td></td>", "<td></td><td></td><td>c2</td>")
+                + QStringLiteral("<p>after</p>"));
+    }
+
+    // Pasting over a selection that runs through cells clears what they hold and keeps every
+    // cell, as the engine's own Cut does.
+    void replacingAcrossCellsKeepsTheTable()
+    {
+        QFETCH(QByteArray, method);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, body);
+        load(QStringLiteral("<p>before</p><table><tbody><tr><td>a1</td><td>b1</td><td>c1</td></tr>"
+                            "<tr><td>a2</td><td>b2</td><td>c2</td></tr></tbody></table>"
+                            "<p>after</p>"));
+        QVERIFY(VantryTest::adapterValue(*m_editor, QStringLiteral("selectBetween"), {from, to})
+                    .toBool());
+        const QString x = QStringLiteral("<i>x</i>");
+        if (method == "ReplaceSelectedHTML")
+            m_editor->ReplaceSelectedHTML(x);
+        else if (method == "InsertHTML")
+            m_editor->InsertHTML(x);
+        else
+            QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));
+        QCOMPARE(m_surface->bodyInnerHTML(), body);
+    }
+
+    void insertMethodsPasteTheirMarkup_data()
+    {
+        columns<QByteArray, QString>("method", "markup");
+        row("button", QByteArray("InsertButton"), "<button title=\"Button\">Button!</button>");
+        row("submit", QByteArray("InsertSubmitButton"), "<input type=\"submit\" value=\"Submit\">");
+        row("reset", QByteArray("InsertResetButton"), "<input type=\"reset\" value=\"reset\">");
+        row("check box", QByteArray("InsertCheckBox"),
+            "<input type=\"checkbox\" checked=\"\" value=\"ON\">");
+        row("radio", QByteArray("InsertRadio"), "<input type=\"radio\" checked=\"\" value=\"V1\">");
+        row("drop-down", QByteArray("InsertDropDown"),
+            "<select size=\"1\"><option></option></select>");
+        row("list box", QByteArray("InsertListBox"),
+            "<select size=\"4\"><option></option></select>");
+        row("text box", QByteArray("InsertTextBox"),
+            "<input type=\"text\" size=\"24\" value=\"\">");
+        row("text area", QByteArray("InsertTextArea"),
+            "<textarea rows=\"3\" cols=\"30\"></textarea>");
+        row("form", QByteArray("InsertForm"), "<form action=\"\" method=\"POST\"></form>");
+    }
+
+    void insertMethodsPasteTheirMarkup()
+    {
+        QFETCH(QByteArray, method);
+        QFETCH(QString, markup);
+        load(QStringLiteral("<p>before after</p>"));
+        select(QStringLiteral("before "), true);
+        QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));
+        QCOMPARE(m_surface->bodyInnerHTML(),
+            QStringLiteral("<p>before ") + markup + QStringLiteral("after</p>"));
+        QVERIFY(m_prompts->shown.isEmpty());
+
+        // InsertHTML pastes the caller's markup in place of selected text.
+        select(QStringLiteral("after"));
+        m_editor->InsertHTML(QStringLiteral("<em>x</em>"));
+        QCOMPARE(m_surface->bodyInnerHTML(),
+            QStringLiteral("<p>before ") + markup + QStringLiteral("<em>x</em></p>"));
+    }
+
+    void insertingOnASelectedControlIsRefused()
+    {
+        const QString body = QStringLiteral("<p>a<img src=\"x.png\">b</p>");
+        load(body);
+        selectElement(QStringLiteral("IMG"));
+        m_editor->InsertTextBox();
+        m_editor->InsertHTML(QStringLiteral("<b>x</b>"));
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
+            QStringList(2,
+                QStringLiteral("You cannot insert a control element on a selected "
+                               "control element")));
+        QCOMPARE(m_surface->bodyInnerHTML(), body);
+    }
+
+    void insertingWithoutSelectionGoesBeforeTheFirstText()
+    {
+        // A new body drops the selection.
+        load(QStringLiteral("<div style=\"color: red\">\n <p>first</p></div>"));
+        QCOMPARE(m_surface->selectionType(), Platform::SelectionType::None);
+        m_editor->InsertHTML(QStringLiteral("<b>x</b>"));
+        QCOMPARE(m_surface->bodyInnerHTML(),
+            QStringLiteral("<div style=\"color: red\">\n <p><b>x</b>first</p></div>"));
+    }
+
+    void findAndReplaceHTMLIgnoresCase()
+    {
+        load(QStringLiteral("<p><b>one</b> and <B>two</B></p>"));
+        m_editor->FindAndReplaceHTML(QStringLiteral("<B>"), QStringLiteral("<B class=\"x\">"));
+        QCOMPARE(m_surface->bodyInnerHTML(),
+            QStringLiteral("<p><b class=\"x\">one</b> and <b class=\"x\">two</b></p>"));
+    }
 
 private:
-    void load(const QString &body);
     // Selects the first hit of needle; a null needle leaves a caret at the body's start,
     // a caretAfter one a caret right after the hit.
-    void select(const QString &needle, bool caretAfter = false);
-    void selectElement(const QString &tagName);
+    void select(const QString &needle, bool caretAfter = false)
+    {
+        const TextRange range = m_surface->bodyRange();
+        if (needle.isNull())
+            QVERIFY(m_surface->collapseRange(range, true));
+        else
+            QVERIFY(m_surface->findText(range, needle));
+        if (caretAfter)
+            QVERIFY(m_surface->collapseRange(range, false));
+        QVERIFY(m_surface->selectRange(range));
+    }
 
-    std::unique_ptr<HTMLEditorComponent> m_editor;
-    Platform::WebEngineDesignSurface *m_surface = nullptr;
+    void selectElement(const QString &tagName)
+    {
+        const QList<Element> elements = m_surface->elementsByTagName(tagName);
+        QVERIFY(!elements.isEmpty());
+        QVERIFY(m_surface->selectElement(elements.first()));
+    }
+
     RecordingPrompts *m_prompts = nullptr;
     bool m_nothingBeforeReady = false;
 };
-
-void tst_SelectionAccess::initTestCase()
-{
-    m_editor = std::make_unique<HTMLEditorComponent>();
-    // Before the first document has loaded there is nothing to find.
-    m_nothingBeforeReady = m_editor->GetSelectedElementObject().isNull()
-        && m_editor->GetSelectedHTML().toString().isEmpty();
-    m_editor->resize(800, 600);
-    m_editor->show();
-    QVERIFY(VantryTest::waitUntilReady(*m_editor));
-    m_surface = VantryTest::surfaceOf(*m_editor);
-    QVERIFY(m_surface);
-    QVERIFY(m_nothingBeforeReady);
-}
-
-void tst_SelectionAccess::init()
-{
-    auto prompts = std::make_unique<RecordingPrompts>();
-    m_prompts = prompts.get();
-    m_editor->setUserPrompts(std::move(prompts));
-}
-
-void tst_SelectionAccess::load(const QString &body)
-{
-    QVERIFY(m_surface->setBodyInnerHTML(body));
-}
-
-void tst_SelectionAccess::select(const QString &needle, bool caretAfter)
-{
-    const TextRange range = m_surface->bodyRange();
-    if (needle.isNull())
-        QVERIFY(m_surface->collapseRange(range, true));
-    else
-        QVERIFY(m_surface->findText(range, needle));
-    if (caretAfter)
-        QVERIFY(m_surface->collapseRange(range, false));
-    QVERIFY(m_surface->selectRange(range));
-}
-
-void tst_SelectionAccess::selectElement(const QString &tagName)
-{
-    const QList<Element> elements = m_surface->elementsByTagName(tagName);
-    QVERIFY(!elements.isEmpty());
-    QVERIFY(m_surface->selectElement(elements.first()));
-}
-
-void tst_SelectionAccess::checkBoolean_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("result");
-    QTest::newRow("TRUE") << QVariant(QStringLiteral("TRUE")) << true;
-    QTest::newRow("tRuE") << QVariant(QStringLiteral("tRuE")) << true;
-    QTest::newRow("text 1") << QVariant(QStringLiteral("1")) << true;
-    QTest::newRow("number 1") << QVariant(1) << true;
-    QTest::newRow("number 1.0") << QVariant(1.0) << true;
-    QTest::newRow("Boolean true") << QVariant(true) << true;
-    QTest::newRow("yes") << QVariant(QStringLiteral("yes")) << false;
-    QTest::newRow("text 0") << QVariant(QStringLiteral("0")) << false;
-    QTest::newRow("Boolean false") << QVariant(false) << false;
-    QTest::newRow("minus one") << QVariant(-1) << false;
-    QTest::newRow("text 1.0") << QVariant(QStringLiteral("1.0")) << false;
-    QTest::newRow("nothing") << QVariant() << false;
-}
-
-void tst_SelectionAccess::checkBoolean()
-{
-    QFETCH(QVariant, value);
-    QFETCH(bool, result);
-    const QVariant answer = m_editor->CheckBoolean(value);
-    QCOMPARE(answer.typeId(), QMetaType::Bool);
-    QCOMPARE(answer.toBool(), result);
-}
-
-void tst_SelectionAccess::selectedElementObject_data()
-{
-    QTest::addColumn<QString>("needle");
-    QTest::addColumn<QString>("control");
-    QTest::addColumn<QString>("tag");
-    QTest::newRow("caret in bold") << QStringLiteral("bo") << QString() << QStringLiteral("B");
-    QTest::newRow("text in paragraph")
-        << QStringLiteral("plain") << QString() << QStringLiteral("P");
-    QTest::newRow("selected image") << QString() << QStringLiteral("IMG") << QStringLiteral("IMG");
-    QTest::newRow("selected table")
-        << QString() << QStringLiteral("TABLE") << QStringLiteral("TABLE");
-}
-
-void tst_SelectionAccess::selectedElementObject()
-{
-    QFETCH(QString, needle);
-    QFETCH(QString, control);
-    QFETCH(QString, tag);
-    load(QStringLiteral("<p>plain <b>bold</b> <img src=\"x.png\"></p>"
-                        "<table><tbody><tr><td>cell</td></tr></tbody></table>"));
-    if (control.isEmpty())
-        select(needle, tag == QLatin1String("B"));
-    else
-        selectElement(control);
-    HTMLElement element;
-    QVERIFY(QMetaObject::invokeMethod(
-        m_editor.get(), "GetSelectedElementObject", Q_RETURN_ARG(Vantry::HTMLElement, element)));
-    QVERIFY(!element.isNull());
-    QCOMPARE(element.tagName(), tag);
-}
-
-void tst_SelectionAccess::elementObjectReadsAndWrites()
-{
-    load(QStringLiteral("<div id=\"outer\"><p class=\"c\">some <i>text</i></p></div>"));
-    select(QStringLiteral("some"));
-    HTMLElement paragraph = m_editor->GetSelectedElementObject();
-    QCOMPARE(paragraph.getAttribute(QStringLiteral("class")), QStringLiteral("c"));
-    QCOMPARE(paragraph.innerHTML(), QStringLiteral("some <i>text</i>"));
-    QCOMPARE(paragraph.parentElement().getAttribute(QStringLiteral("id")), QStringLiteral("outer"));
-    paragraph.setAttribute(QStringLiteral("title"), QStringLiteral("t"));
-    paragraph.removeAttribute(QStringLiteral("class"));
-    paragraph.setInnerHTML(QStringLiteral("new"));
-    QCOMPARE(paragraph.outerHTML(), QStringLiteral("<p title=\"t\">new</p>"));
-
-    // The element's document is gone: empty reads, ignored writes.
-    load(QStringLiteral("<p>other</p>"));
-    QCOMPARE(paragraph.tagName(), QString());
-    paragraph.setInnerHTML(QStringLiteral("lost"));
-    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>other</p>"));
-}
-
-void tst_SelectionAccess::findSelectedElementByTag_data()
-{
-    QTest::addColumn<QString>("needle");
-    QTest::addColumn<QString>("wanted");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("caret in a cell finds its table")
-        << QStringLiteral("cell") << QStringLiteral("table") << QStringLiteral("TABLE");
-    QTest::newRow("the element itself")
-        << QStringLiteral("cell") << QStringLiteral("Td") << QStringLiteral("TD");
-    QTest::newRow("outside any table")
-        << QStringLiteral("outside") << QStringLiteral("TABLE") << QString();
-    QTest::newRow("the walk ends at the root")
-        << QStringLiteral("cell") << QStringLiteral("HTML") << QStringLiteral("HTML");
-}
-
-void tst_SelectionAccess::findSelectedElementByTag()
-{
-    QFETCH(QString, needle);
-    QFETCH(QString, wanted);
-    QFETCH(QString, found);
-    load(QStringLiteral("<p>outside</p><table id=\"t\"><tbody><tr><td><b>cell</b></td></tr>"
-                        "</tbody></table>"));
-    select(needle, true);
-
-    Commands::DocumentReferences references;
-    Commands::SelectionAccess::Hooks hooks;
-    hooks.isReady = [] { return true; };
-    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    Commands::SelectionAccess access(*m_surface, references, std::move(hooks));
-
-    QCOMPARE(access.findSelectedElementByTag(wanted), !found.isNull());
-    QVERIFY(std::holds_alternative<Element>(references.current));
-    if (!found.isNull())
-        QCOMPARE(m_surface->tagName(references.found), found);
-    else
-        QVERIFY(references.found.isNull());
-}
-
-void tst_SelectionAccess::removeSelectedElementObjectRemovesOnlyImages()
-{
-    const QString table = QStringLiteral("<table><tbody><tr><td>c</td></tr></tbody></table>");
-    load(QStringLiteral("<p>a<img src=\"x.png\">b</p>") + table);
-    selectElement(QStringLiteral("IMG"));
-    m_editor->RemoveSelectedElementObject(QStringLiteral("TABLE"));
-    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ab</p>") + table);
-
-    selectElement(QStringLiteral("TABLE"));
-    m_editor->RemoveSelectedElementObject(QStringLiteral("TABLE"));
-    QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ab</p>") + table);
-}
-
-void tst_SelectionAccess::selectedHTML_data()
-{
-    QTest::addColumn<QString>("needle");
-    QTest::addColumn<bool>("image");
-    QTest::addColumn<QString>("html");
-    QTest::newRow("collapsed caret") << QString() << false << QString();
-    QTest::newRow("text") << QStringLiteral("ain bo") << false << QStringLiteral("ain <b>bo</b>");
-    QTest::newRow("image") << QString() << true << QStringLiteral("<img src=\"x.png\" alt=\"x\">");
-}
-
-void tst_SelectionAccess::selectedHTML()
-{
-    QFETCH(QString, needle);
-    QFETCH(bool, image);
-    QFETCH(QString, html);
-    load(QStringLiteral("<p>plain <b>bold</b><img src=\"x.png\" alt=\"x\"></p>"));
-    if (image)
-        selectElement(QStringLiteral("IMG"));
-    else
-        select(needle);
-    QCOMPARE(m_editor->GetSelectedHTML().toString(), html);
-}
-
-void tst_SelectionAccess::replaceSelectedHTML_data()
-{
-    QTest::addColumn<QString>("needle");
-    QTest::addColumn<bool>("image");
-    QTest::addColumn<QString>("replacement");
-    QTest::addColumn<QString>("body");
-    QTest::newRow("control") << QString() << true << QStringLiteral("<hr>")
-                             << QStringLiteral("<p>one two<hr></p><p>three</p>");
-    QTest::newRow("text with markup")
-        << QStringLiteral("two") << false << QStringLiteral("<i>2</i>")
-        << QStringLiteral("<p>one <i>2</i><img src=\"x.png\"></p>"
-                          "<p>three</p>");
-    QTest::newRow("text with plain text") << QStringLiteral("one") << false << QStringLiteral("1")
-                                          << QStringLiteral("<p>1 two<img src=\"x.png\"></p>"
-                                                            "<p>three</p>");
-    QTest::newRow("caret") << QStringLiteral("one ") << false << QStringLiteral("<b>0</b>")
-                           << QStringLiteral("<p>one <b>0</b>two<img src=\"x.png\"></p>"
-                                             "<p>three</p>");
-}
-
-void tst_SelectionAccess::replaceSelectedHTML()
-{
-    QFETCH(QString, needle);
-    QFETCH(bool, image);
-    QFETCH(QString, replacement);
-    QFETCH(QString, body);
-    load(QStringLiteral("<p>one two<img src=\"x.png\"></p><p>three</p>"));
-    if (image)
-        selectElement(QStringLiteral("IMG"));
-    else
-        select(needle, QByteArray(QTest::currentDataTag()) == "caret");
-    m_editor->ReplaceSelectedHTML(replacement);
-    QCOMPARE(m_surface->bodyInnerHTML(), body);
-}
-
-void tst_SelectionAccess::replacingAcrossCellsKeepsTheTable_data()
-{
-    QTest::addColumn<QByteArray>("method");
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    QTest::addColumn<QString>("body");
-
-    // a1 b1 c1
-    // a2 b2 c2
-    const auto table = [](const char *row1, const char *row2) -> QString {
-        return QStringLiteral("<table><tbody><tr>%1</tr><tr>%2</tr></tbody></table>")
-            .arg(QLatin1String(row1), QLatin1String(row2));
-    };
-    const auto page = [&table](const char *row1, const char *row2) -> QString {
-        return QStringLiteral("<p>before</p>") + table(row1, row2) + QStringLiteral("<p>after</p>");
-    };
-    const char *row2 = "<td>a2</td><td>b2</td><td>c2</td>";
-    QTest::newRow("replace across a row")
-        << QByteArray("ReplaceSelectedHTML") << "a1"
-        << "c1" << page("<td><i>x</i></td><td></td><td></td>", row2);
-    QTest::newRow("replace across rows")
-        << QByteArray("ReplaceSelectedHTML") << "b1"
-        << "b2" << page("<td>a1</td><td><i>x</i></td><td></td>", "<td></td><td></td><td>c2</td>");
-    QTest::newRow("insert across a row")
-        << QByteArray("InsertHTML") << "a1"
-        << "c1" << page("<td><i>x</i></td><td></td><td></td>", row2);
-    QTest::newRow("text box across rows")
-        << QByteArray("InsertTextBox") << "c1"
-        << "a2"
-        << page("<td>a1</td><td>b1</td><td><input type=\"text\" size=\"24\" value=\"\"></td>",
-               "<td></td><td>b2</td><td>c2</td>");
-    QTest::newRow("from the text before into the table")
-        << QByteArray("ReplaceSelectedHTML") << "ore"
-        << "b2"
-        << QStringLiteral("<p>bef<i>x</i></p>")
-            + table("<td></td><td></td><td></td>", "<td></td><td></td><td>c2</td>")
-            + QStringLiteral("<p>after</p>");
-}
-
-// Pasting over a selection that runs through cells clears what they hold and keeps every
-// cell, as the engine's own Cut does.
-void tst_SelectionAccess::replacingAcrossCellsKeepsTheTable()
-{
-    QFETCH(QByteArray, method);
-    QFETCH(QString, from);
-    QFETCH(QString, to);
-    QFETCH(QString, body);
-    load(QStringLiteral("<p>before</p><table><tbody><tr><td>a1</td><td>b1</td><td>c1</td></tr>"
-                        "<tr><td>a2</td><td>b2</td><td>c2</td></tr></tbody></table>"
-                        "<p>after</p>"));
-    QVERIFY(
-        VantryTest::adapterValue(*m_editor, QStringLiteral("selectBetween"), {from, to}).toBool());
-    const QString x = QStringLiteral("<i>x</i>");
-    if (method == "ReplaceSelectedHTML")
-        m_editor->ReplaceSelectedHTML(x);
-    else if (method == "InsertHTML")
-        m_editor->InsertHTML(x);
-    else
-        QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));
-    QCOMPARE(m_surface->bodyInnerHTML(), body);
-}
-
-void tst_SelectionAccess::insertMethodsPasteTheirMarkup_data()
-{
-    QTest::addColumn<QByteArray>("method");
-    QTest::addColumn<QString>("markup");
-    QTest::newRow("button") << QByteArray("InsertButton")
-                            << QStringLiteral("<button title=\"Button\">Button!</button>");
-    QTest::newRow("submit") << QByteArray("InsertSubmitButton")
-                            << QStringLiteral("<input type=\"submit\" value=\"Submit\">");
-    QTest::newRow("reset") << QByteArray("InsertResetButton")
-                           << QStringLiteral("<input type=\"reset\" value=\"reset\">");
-    QTest::newRow("check box") << QByteArray(
-        "InsertCheckBox") << QStringLiteral("<input type=\"checkbox\" checked=\"\" value=\"ON\">");
-    QTest::newRow("radio") << QByteArray("InsertRadio")
-                           << QStringLiteral("<input type=\"radio\" checked=\"\" value=\"V1\">");
-    QTest::newRow("drop-down") << QByteArray("InsertDropDown")
-                               << QStringLiteral("<select size=\"1\"><option></option></select>");
-    QTest::newRow("list box") << QByteArray("InsertListBox")
-                              << QStringLiteral("<select size=\"4\"><option></option></select>");
-    QTest::newRow("text box") << QByteArray("InsertTextBox")
-                              << QStringLiteral("<input type=\"text\" size=\"24\" value=\"\">");
-    QTest::newRow("text area") << QByteArray("InsertTextArea")
-                               << QStringLiteral("<textarea rows=\"3\" cols=\"30\"></textarea>");
-    QTest::newRow("form") << QByteArray("InsertForm")
-                          << QStringLiteral("<form action=\"\" method=\"POST\"></form>");
-}
-
-void tst_SelectionAccess::insertMethodsPasteTheirMarkup()
-{
-    QFETCH(QByteArray, method);
-    QFETCH(QString, markup);
-    load(QStringLiteral("<p>before after</p>"));
-    select(QStringLiteral("before "), true);
-    QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));
-    QCOMPARE(m_surface->bodyInnerHTML(),
-        QStringLiteral("<p>before ") + markup + QStringLiteral("after</p>"));
-    QVERIFY(m_prompts->shown.isEmpty());
-
-    // InsertHTML pastes the caller's markup in place of selected text.
-    select(QStringLiteral("after"));
-    m_editor->InsertHTML(QStringLiteral("<em>x</em>"));
-    QCOMPARE(m_surface->bodyInnerHTML(),
-        QStringLiteral("<p>before ") + markup + QStringLiteral("<em>x</em></p>"));
-}
-
-void tst_SelectionAccess::insertingOnASelectedControlIsRefused()
-{
-    const QString body = QStringLiteral("<p>a<img src=\"x.png\">b</p>");
-    load(body);
-    selectElement(QStringLiteral("IMG"));
-    m_editor->InsertTextBox();
-    m_editor->InsertHTML(QStringLiteral("<b>x</b>"));
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
-        QStringList(2,
-            QStringLiteral("You cannot insert a control element on a selected "
-                           "control element")));
-    QCOMPARE(m_surface->bodyInnerHTML(), body);
-}
-
-void tst_SelectionAccess::insertingWithoutSelectionGoesBeforeTheFirstText()
-{
-    // A new body drops the selection.
-    load(QStringLiteral("<div style=\"color: red\">\n <p>first</p></div>"));
-    QCOMPARE(m_surface->selectionType(), Platform::SelectionType::None);
-    m_editor->InsertHTML(QStringLiteral("<b>x</b>"));
-    QCOMPARE(m_surface->bodyInnerHTML(),
-        QStringLiteral("<div style=\"color: red\">\n <p><b>x</b>first</p></div>"));
-}
-
-void tst_SelectionAccess::findAndReplaceHTMLIgnoresCase()
-{
-    load(QStringLiteral("<p><b>one</b> and <B>two</B></p>"));
-    m_editor->FindAndReplaceHTML(QStringLiteral("<B>"), QStringLiteral("<B class=\"x\">"));
-    QCOMPARE(m_surface->bodyInnerHTML(),
-        QStringLiteral("<p><b class=\"x\">one</b> and <b class=\"x\">two</b></p>"));
-}
 
 QTEST_MAIN(tst_SelectionAccess)
 #include "tst_selectionaccess.moc"

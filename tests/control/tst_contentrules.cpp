@@ -1,3 +1,5 @@
+#include "../common/datarows.h"
+
 #include "control/contentrules.h"
 
 #include <QTest>
@@ -9,6 +11,8 @@ using namespace Vantry::Control::ContentRules;
 namespace {
 
 using Rule = std::function<QString(const QString &)>;
+using VantryTest::columns;
+using VantryTest::row;
 
 const QString siteUrl = QStringLiteral("file:///C:/site/");
 const QString siteBase = QStringLiteral("<BASE HREF=\"file:///C:/site/\">");
@@ -23,173 +27,143 @@ class TestContentRules : public QObject
     Q_OBJECT
 
 private slots:
-    void replaceNoCase_data();
-    void replaceNoCase();
-    void rules_data();
-    void rules();
-    void largeDocument();
-};
 
-void TestContentRules::replaceNoCase_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("find");
-    QTest::addColumn<QString>("replacement");
-    QTest::addColumn<QString>("expected");
+    void replaceNoCase_data()
+    {
+        columns<QString, QString, QString, QString>("text", "find", "replacement", "expected");
 
-    QTest::newRow("mixed case, rest kept")
-        << QStringLiteral("<P>one</p><p>Two</P>") << QStringLiteral("<p>")
-        << QStringLiteral("<div>") << QStringLiteral("<div>one</p><div>Two</P>");
-    QTest::newRow("replacement holds the find text")
-        << QStringLiteral("aAa") << QStringLiteral("a") << QStringLiteral("aa")
-        << QStringLiteral("aaaaaa");
-    QTest::newRow("no overlapping hits") << QStringLiteral("aaaaa") << QStringLiteral("aa")
-                                         << QStringLiteral("b") << QStringLiteral("bba");
-    QTest::newRow("beyond ASCII") << QStringLiteral("Ärger ärger") << QStringLiteral("ÄRGER")
-                                  << QStringLiteral("x") << QStringLiteral("x x");
-    QTest::newRow("empty find") << QStringLiteral("abc") << QString() << QStringLiteral("e")
-                                << QStringLiteral("abc");
-}
-
-void TestContentRules::replaceNoCase()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, find);
-    QFETCH(QString, replacement);
-    QFETCH(QString, expected);
-
-    QCOMPARE(ReplaceNoCase(text, find, replacement), expected);
-}
-
-void TestContentRules::rules_data()
-{
-    QTest::addColumn<Rule>("rule");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-
-    const Rule lineBreaks = [](const QString &text) { return removeLineBreaks(text); };
-    QTest::newRow("line breaks: pair")
-        << lineBreaks << QStringLiteral("a\r\nb") << QStringLiteral("ab");
-    QTest::newRow("line breaks: lone ones kept")
-        << lineBreaks << QStringLiteral("a\nb\rc\n\r") << QStringLiteral("a\nb\rc\n\r");
-    // Removing the inner pair joins a new one, which stays.
-    QTest::newRow("line breaks: one pass")
-        << lineBreaks << QStringLiteral("a\r\r\n\nb") << QStringLiteral("a\r\nb");
-
-    const Rule wrap = [](const QString &text) {
-        return wrapInDefaultFont(
-            text, QStringLiteral("arial"), QStringLiteral("#000000"), QStringLiteral("10pt"));
-    };
-    QTest::newRow("wrap: text") << wrap << QStringLiteral("Hello")
-                                << defaultDiv + QStringLiteral("Hello</div>");
-    QTest::newRow("wrap: empty") << wrap << QString()
-                                 << defaultDiv + QStringLiteral("&nbsp;</div>");
-
-    const Rule insert = [](const QString &text) { return insertBase(text, siteUrl); };
-    QTest::newRow("insert: wrapped document")
-        << insert << defaultDiv + QStringLiteral("<html><body>x</body></html></div>")
-        << defaultDiv + siteBase + QStringLiteral("<HTML><body>x</body></html></div>");
-    QTest::newRow("insert: fragment gets none")
-        << insert << QStringLiteral("<p>x</p>") << QStringLiteral("<p>x</p>");
-    QTest::newRow("insert: empty text") << insert << QString() << siteBase;
-    QTest::newRow("insert: old base replaced")
-        << insert << QStringLiteral("<base href=\"http://old/\"><Html>x</html>")
-        << siteBase + QStringLiteral("<HTML>x</html>");
-
-    const Rule remove = [](const QString &text) { return removeBase(text, siteUrl); };
-    QTest::newRow("remove: in front of HTML")
-        << remove << QStringLiteral("<div>") + siteBase + QStringLiteral("<HTML>x</html></div>")
-        << QStringLiteral("<div><HTML>x</html></div>");
-    QTest::newRow("remove: same piece twice")
-        << remove << siteBase + QStringLiteral("<HTML>a") + siteBase + QStringLiteral("<html>b")
-        << QStringLiteral("<HTML>a<HTML>b");
-    QTest::newRow("remove: HTML before BASE")
-        << remove << QStringLiteral("<HTML><HEAD>") + siteBase + QStringLiteral("</HEAD>")
-        << QStringLiteral("<HTML><HEAD>") + siteBase + QStringLiteral("</HEAD>");
-    // Upper-casing ß gives SS; positions must still be those of the text itself.
-    QTest::newRow("remove: text that grows when upper-cased")
-        << remove << QStringLiteral("ßß") + siteBase + QStringLiteral("<HTML>x")
-        << QStringLiteral("ßß<HTML>x");
-    QTest::newRow("remove: no base URL")
-        << Rule([](const QString &text) { return removeBase(text, QString()); })
-        << siteBase + QStringLiteral("<HTML>") << siteBase + QStringLiteral("<HTML>");
-
-    const Rule links
-        = [](const QString &text) { return normaliseStyleSheetLinks(text, sheetLinks); };
-    QTest::newRow("links: two in the body")
-        << links
-        << QStringLiteral("<html><head></head><body><link rel=\"stylesheet\" href=\"a.css\">x"
-                          "<link href=\"b.css\" rel=stylesheet>y</body></html>")
-        << QStringLiteral("<html><head>") + sheetLinks
-            + QStringLiteral("</HEAD><body>xy</body></html>");
-    QTest::newRow("links: line break in front goes, lone feed stays")
-        << links
-        << QStringLiteral("<HEAD>\r\n<LINK REL=STYLESHEET HREF=a.css>\n"
-                          "<link rel=\"icon\" href=\"i.png\"></Head>")
-        << QStringLiteral("<HEAD>\n<link rel=\"icon\" href=\"i.png\">") + sheetLinks
-            + QStringLiteral("</HEAD>");
-    QTest::newRow("links: repeated tag")
-        << links
-        << QStringLiteral("<link rel=stylesheet href=a.css>a\r\n"
-                          "<link rel=stylesheet href=a.css>b<link rel=stylesheet href=a.css>")
-        << QStringLiteral("ab");
-    QTest::newRow("links: pair joined by an earlier removal")
-        << links << QStringLiteral("a\r<link rel=stylesheet>\n<link rel=stylesheet href=b>b")
-        << QStringLiteral("ab");
-    QTest::newRow("links: unclosed")
-        << links << QStringLiteral("<head></head><link rel=stylesheet")
-        << QStringLiteral("<head>") + sheetLinks + QStringLiteral("</HEAD><link rel=stylesheet");
-
-    QTest::newRow("root path: backslashes, plain and doubled")
-        << Rule([](const QString &text) {
-               return removeRootPath(text, QStringLiteral("C:\\site\\"));
-           })
-        << QStringLiteral("<img src=\"C:\\Site\\a.gif\"><script>s='c:\\\\site\\\\b.gif'</script>")
-        << QStringLiteral("<img src=\"a.gif\"><script>s='b.gif'</script>");
-}
-
-void TestContentRules::rules()
-{
-    QFETCH(Rule, rule);
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-
-    QCOMPARE(rule(text), expected);
-}
-
-// Several megabytes with tens of thousands of hits: an implementation that moves the rest
-// of the text once per hit does not finish within the test time-out.
-void TestContentRules::largeDocument()
-{
-    constexpr int paragraphs = 50000;
-    QString body;
-    body.reserve(paragraphs * 120);
-    for (int i = 0; i < paragraphs; ++i) {
-        body += QStringLiteral("<P>Line\r\n<IMG src=\"C:\\site\\img\\") + QString::number(i)
-            + QStringLiteral(".gif\">\r\n<link rel=stylesheet href=s") + QString::number(i)
-            + QStringLiteral(".css></P>");
+        row("mixed case, rest kept", "<P>one</p><p>Two</P>", "<p>", "<div>",
+            "<div>one</p><div>Two</P>");
+        row("replacement holds the find text", "aAa", "a", "aa", "aaaaaa");
+        row("no overlapping hits", "aaaaa", "aa", "b", "bba");
+        row("beyond ASCII", "Ärger ärger", "ÄRGER", "x", "x x");
+        row("empty find", "abc", QString(), "e", "abc");
     }
-    const QString document
-        = QStringLiteral("<html><head></head><body>") + body + QStringLiteral("</body></html>");
-    QVERIFY(document.size() > 4'000'000);
 
-    const QString relative = removeRootPath(document, QStringLiteral("c:\\SITE\\"));
-    QCOMPARE(relative.count(QStringLiteral("src=\"img\\")), paragraphs);
+    void replaceNoCase()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, find);
+        QFETCH(QString, replacement);
+        QFETCH(QString, expected);
 
-    const QString flat = removeLineBreaks(relative);
-    QCOMPARE(flat.count(u'\r'), 0);
+        QCOMPARE(ReplaceNoCase(text, find, replacement), expected);
+    }
 
-    const QString normalised = normaliseStyleSheetLinks(flat, sheetLinks);
-    QCOMPARE(normalised.count(QStringLiteral("<link"), Qt::CaseInsensitive), 1);
+    void rules_data()
+    {
+        columns<Rule, QString, QString>("rule", "text", "expected");
 
-    const QString replaced
-        = ReplaceNoCase(normalised, QStringLiteral("<p>"), QStringLiteral("<p class=\"x\">"));
-    QCOMPARE(replaced.count(QStringLiteral("<p class=\"x\">")), paragraphs);
+        const Rule lineBreaks = [](const QString &text) { return removeLineBreaks(text); };
+        row("line breaks: pair", lineBreaks, "a\r\nb", "ab");
+        row("line breaks: lone ones kept", lineBreaks, "a\nb\rc\n\r", "a\nb\rc\n\r");
+        // Removing the inner pair joins a new one, which stays.
+        row("line breaks: one pass", lineBreaks, "a\r\r\n\nb", "a\r\nb");
 
-    const QString withBase = insertBase(replaced, siteUrl);
-    QVERIFY(withBase.startsWith(siteBase));
-    QCOMPARE(removeBase(withBase, siteUrl).size(), replaced.size());
-}
+        const Rule wrap = [](const QString &text) {
+            return wrapInDefaultFont(
+                text, QStringLiteral("arial"), QStringLiteral("#000000"), QStringLiteral("10pt"));
+        };
+        row("wrap: text", wrap, "Hello", defaultDiv + QStringLiteral("Hello</div>"));
+        row("wrap: empty", wrap, QString(), defaultDiv + QStringLiteral("&nbsp;</div>"));
+
+        const Rule insert = [](const QString &text) { return insertBase(text, siteUrl); };
+        row("insert: wrapped document", insert,
+            defaultDiv + QStringLiteral("<html><body>x</body></html></div>"),
+            defaultDiv + siteBase + QStringLiteral("<HTML><body>x</body></html></div>"));
+        row("insert: fragment gets none", insert, "<p>x</p>", "<p>x</p>");
+        row("insert: empty text", insert, QString(), siteBase);
+        row("insert: old base replaced", insert, "<base href=\"http://old/\"><Html>x</html>",
+            siteBase + QStringLiteral("<HTML>x</html>"));
+
+        const Rule remove = [](const QString &text) { return removeBase(text, siteUrl); };
+        row("remove: in front of HTML", remove,
+            QStringLiteral("<div>") + siteBase + QStringLiteral("<HTML>x</html></div>"),
+            "<div><HTML>x</html></div>");
+        row("remove: same piece twice", remove,
+            siteBase + QStringLiteral("<HTML>a") + siteBase + QStringLiteral("<html>b"),
+            "<HTML>a<HTML>b");
+        row("remove: HTML before BASE", remove,
+            QStringLiteral("<HTML><HEAD>") + siteBase + QStringLiteral("</HEAD>"),
+            QStringLiteral("<HTML><HEAD>") + siteBase + QStringLiteral("</HEAD>"));
+        // Upper-casing ß gives SS; positions must still be those of the text itself.
+        row("remove: text that grows when upper-cased", remove,
+            QStringLiteral("ßß") + siteBase + QStringLiteral("<HTML>x"), "ßß<HTML>x");
+        row("remove: no base URL",
+            Rule([](const QString &text) { return removeBase(text, QString()); }),
+            siteBase + QStringLiteral("<HTML>"), siteBase + QStringLiteral("<HTML>"));
+
+        const Rule links
+            = [](const QString &text) { return normaliseStyleSheetLinks(text, sheetLinks); };
+        row("links: two in the body", links,
+            "<html><head></head><body><link rel=\"stylesheet\" href=\"a.css\">x"
+            "<link href=\"b.css\" rel=stylesheet>y</body></html>",
+            QStringLiteral("<html><head>") + sheetLinks
+                + QStringLiteral("</HEAD><body>xy</body></html>"));
+        row("links: line break in front goes, lone feed stays", links,
+            "<HEAD>\r\n<LINK REL=STYLESHEET HREF=a.css>\n"
+            "<link rel=\"icon\" href=\"i.png\"></Head>",
+            QStringLiteral("<HEAD>\n<link rel=\"icon\" href=\"i.png\">") + sheetLinks
+                + QStringLiteral("</HEAD>"));
+        row("links: repeated tag", links,
+            "<link rel=stylesheet href=a.css>a\r\n"
+            "<link rel=stylesheet href=a.css>b<link rel=stylesheet href=a.css>",
+            "ab");
+        row("links: pair joined by an earlier removal", links,
+            "a\r<link rel=stylesheet>\n<link rel=stylesheet href=b>b", "ab");
+        row("links: unclosed", links, "<head></head><link rel=stylesheet",
+            QStringLiteral("<head>") + sheetLinks + QStringLiteral("</HEAD><link rel=stylesheet"));
+
+        row("root path: backslashes, plain and doubled", Rule([](const QString &text) {
+            return removeRootPath(text, QStringLiteral("C:\\site\\"));
+        }),
+            "<img src=\"C:\\Site\\a.gif\"><script>s='c:\\\\site\\\\b.gif'</script>",
+            "<img src=\"a.gif\"><script>s='b.gif'</script>");
+    }
+
+    void rules()
+    {
+        QFETCH(Rule, rule);
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+
+        QCOMPARE(rule(text), expected);
+    }
+
+    // Several megabytes with tens of thousands of hits: an implementation that moves the rest
+    // of the text once per hit does not finish within the test time-out.
+    void largeDocument()
+    {
+        constexpr int paragraphs = 50000;
+        QString body;
+        body.reserve(paragraphs * 120);
+        for (int i = 0; i < paragraphs; ++i) {
+            body += QStringLiteral("<P>Line\r\n<IMG src=\"C:\\site\\img\\") + QString::number(i)
+                + QStringLiteral(".gif\">\r\n<link rel=stylesheet href=s") + QString::number(i)
+                + QStringLiteral(".css></P>");
+        }
+        const QString document
+            = QStringLiteral("<html><head></head><body>") + body + QStringLiteral("</body></html>");
+        QVERIFY(document.size() > 4'000'000);
+
+        const QString relative = removeRootPath(document, QStringLiteral("c:\\SITE\\"));
+        QCOMPARE(relative.count(QStringLiteral("src=\"img\\")), paragraphs);
+
+        const QString flat = removeLineBreaks(relative);
+        QCOMPARE(flat.count(u'\r'), 0);
+
+        const QString normalised = normaliseStyleSheetLinks(flat, sheetLinks);
+        QCOMPARE(normalised.count(QStringLiteral("<link"), Qt::CaseInsensitive), 1);
+
+        const QString replaced
+            = ReplaceNoCase(normalised, QStringLiteral("<p>"), QStringLiteral("<p class=\"x\">"));
+        QCOMPARE(replaced.count(QStringLiteral("<p class=\"x\">")), paragraphs);
+
+        const QString withBase = insertBase(replaced, siteUrl);
+        QVERIFY(withBase.startsWith(siteBase));
+        QCOMPARE(removeBase(withBase, siteUrl).size(), replaced.size());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestContentRules)
 

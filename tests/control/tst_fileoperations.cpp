@@ -3,6 +3,7 @@
 // with and without asking, atomic saves that fail cleanly, and encodings that survive
 // open and save. Prompts are answered by the recording double.
 
+#include "../common/datarows.h"
 #include "../common/enginetest.h"
 #include "../common/files.h"
 #include "../common/recordingprompts.h"
@@ -25,8 +26,10 @@
 using namespace Vantry;
 using Platform::UserPrompts;
 using VantryTest::adapterValue;
+using VantryTest::columns;
 using VantryTest::readBytes;
 using VantryTest::RecordingPrompts;
+using VantryTest::row;
 using VantryTest::surfaceOf;
 using VantryTest::TinyHttpServer;
 
@@ -58,44 +61,616 @@ class tst_FileOperations : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        // The server is local; no proxy may stand in between.
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+        QVERIFY(m_http.start());
+        m_http.serve(QStringLiteral("/beta.html"), {"text/html", "<p>beta</p>"});
+        m_http.serve(QStringLiteral("/cafe.html"),
+            {"text/html; charset=windows-1252", "<p>caf\xE9 \x80 5</p>"});
+        m_http.serve(QStringLiteral("/frames.html"),
+            {"text/html",
+                "<html><frameset cols=\"50%,50%\"><frame src=\"a.html\">"
+                "<frame src=\"b.html\"></frameset></html>"});
 
-    void saveChangesPromptAnswers_data();
-    void saveChangesPromptAnswers();
-    void editingMakesTheDocumentDirty();
-    void fileOpenWithoutPathAsks();
-    void fileNewStartsAnEmptyUntitledDocument();
+        m_window = std::make_unique<QWidget>();
+        m_editor = new HTMLEditorComponent(m_window.get());
+        m_window->resize(800, 600);
+        m_editor->resize(800, 600);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        QVERIFY(VantryTest::waitUntilReady(*m_editor));
+    }
 
-    void fileOpenReportsLoadErrors_data();
-    void fileOpenReportsLoadErrors();
-    void urlOpenReportsLoadErrors_data();
-    void urlOpenReportsLoadErrors();
-    void urlOpenLoadsAnHttpPage();
-    void urlOpenOfAServerThatNeverAnswers();
-    void relativeAddressesResolveWhereTheDocumentCameFrom();
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_dir->isValid());
+        m_editor->InitProperties();
+        m_editor->setBaseURL(QString());
+        auto prompts = std::make_unique<RecordingPrompts>();
+        m_prompts = prompts.get();
+        m_editor->setUserPrompts(std::move(prompts));
+        // A known state: a clean document from a file, not from an address.
+        m_editor->FileOpen(writeFile(QStringLiteral("start.html"), "<p>start</p>"));
+        QVERIFY(m_prompts->shown.isEmpty());
+    }
 
-    void fileSaveAfterUrlOpenAsksForAName();
-    void fileSaveAndSaveAsWithPathSaveWithoutAsking();
-    void saveKeepsThePlaceInTheDesignView();
-    void saveFromTheSourceViewStaysThere();
-    void saveAsProposesTheDocumentAndAddsAnExtension_data();
-    void saveAsProposesTheDocumentAndAddsAnExtension();
-    void savedFilesCarryNoBaseTag_data();
-    void savedFilesCarryNoBaseTag();
-    void failedSaveKeepsTheOldFile_data();
-    void failedSaveKeepsTheOldFile();
-    void encodingsSurviveOpenAndSave_data();
-    void encodingsSurviveOpenAndSave();
-    void utf16WithoutBomStaysUtf16();
-    void characterTheCharsetLacksIsSavedAsReference();
+    void cleanup()
+    {
+        QVERIFY2(m_prompts->unexpected.isEmpty(), qPrintable(m_prompts->unexpected.join(u'|')));
+    }
+
+    void saveChangesPromptAnswers_data()
+    {
+        columns<QString, bool, bool>("operation", "untitled", "edited");
+        QTest::addColumn<int>("answer"); // -1: no question expected
+        QTest::addColumn<QString>("saveDialog"); // "": not shown, "cancel", "chosen"
+        QTest::addColumn<bool>("replaced");
+        QTest::addColumn<QString>("savedTo"); // "", "opened", "chosen"
+
+        const int yes = int(UserPrompts::Answer::Yes);
+        const int no = int(UserPrompts::Answer::No);
+        const int cancel = int(UserPrompts::Answer::Cancel);
+        row("clean document: no question", "open", false, false, -1, "", true, "");
+        row("open, yes saves to the file", "open", false, true, yes, "", true, "opened");
+        row("open, no discards", "open", false, true, no, "", true, "");
+        row("open, cancel keeps all", "open", false, true, cancel, "", false, "");
+        row("new, yes asks for a name", "new", true, true, yes, "chosen", true, "chosen");
+        row("new, yes but no name keeps all", "new", true, true, yes, "cancel", false, "");
+        row("url, no discards", "url", false, true, no, "", true, "");
+        row("url, cancel keeps all", "url", false, true, cancel, "", false, "");
+    }
+
+    void saveChangesPromptAnswers()
+    {
+        QFETCH(QString, operation);
+        QFETCH(bool, untitled);
+        QFETCH(bool, edited);
+        QFETCH(int, answer);
+        QFETCH(QString, saveDialog);
+        QFETCH(bool, replaced);
+        QFETCH(QString, savedTo);
+
+        const QString opened = writeFile(QStringLiteral("alpha.html"), "<p>alpha</p>");
+        const QString next = writeFile(QStringLiteral("beta.html"), "<p>beta</p>");
+        const QString chosen = path(QStringLiteral("chosen.html"));
+        if (untitled) {
+            m_editor->FileNew();
+            m_editor->setSetHtmlSource(QStringLiteral("<p>alpha</p>"));
+        } else {
+            m_editor->FileOpen(opened);
+        }
+        if (edited)
+            QVERIFY(edit(QStringLiteral("edited ")));
+
+        if (answer >= 0)
+            m_prompts->answers.enqueue(UserPrompts::Answer(answer));
+        if (saveDialog == QLatin1String("cancel"))
+            m_prompts->fileNames.enqueue(QString());
+        else if (saveDialog == QLatin1String("chosen"))
+            m_prompts->fileNames.enqueue(chosen);
+        m_prompts->shown.clear();
+
+        if (operation == QLatin1String("open"))
+            m_editor->FileOpen(next);
+        else if (operation == QLatin1String("new"))
+            m_editor->FileNew();
+        else
+            m_editor->URLOpen(m_http.url(QStringLiteral("/beta.html")));
+
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Question),
+            answer >= 0 ? QStringList{saveChangesQuestion} : QStringList{});
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
+            saveDialog.isEmpty() ? QStringList{} : QStringList{QStringLiteral("Save HTML File")});
+        QVERIFY(m_prompts->texts(RecordingPrompts::Kind::Critical).isEmpty());
+
+        const QString body = bodyText();
+        if (replaced) {
+            QVERIFY2(!body.contains(QStringLiteral("edited")), qPrintable(body));
+            QCOMPARE(body.contains(QStringLiteral("beta")), operation != QLatin1String("new"));
+            QVERIFY(!m_editor->isDirty());
+        } else {
+            QVERIFY2(body.contains(QStringLiteral("edited alpha")), qPrintable(body));
+            QVERIFY(m_editor->isDirty());
+        }
+        if (!untitled)
+            QCOMPARE(
+                readBytes(opened).contains("edited alpha"), savedTo == QLatin1String("opened"));
+        QCOMPARE(readBytes(chosen).contains("edited alpha"), savedTo == QLatin1String("chosen"));
+    }
+
+    void editingMakesTheDocumentDirty()
+    {
+        QVERIFY(!m_editor->isDirty());
+        QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
+        QVERIFY(edit(QStringLiteral("x")));
+        QVERIFY(changed.contains(QVariantList{QStringLiteral("isDirty")}));
+        // Opening replaces the changes, once the user agrees, with a clean document.
+        m_prompts->answers.enqueue(UserPrompts::Answer::No);
+        m_editor->FileOpen(writeFile(QStringLiteral("other.html"), "<p>other</p>"));
+        QVERIFY(!m_editor->isDirty());
+        QVERIFY(!QTest::qWaitFor([this] { return m_editor->isDirty(); }, 50));
+    }
+
+    void fileOpenWithoutPathAsks()
+    {
+        const QString file = writeFile(QStringLiteral("picked.html"), "<p>picked</p>");
+        m_prompts->fileNames.enqueue(QString());
+        m_editor->FileOpen();
+        QCOMPARE(bodyText(), QStringLiteral("start"));
+
+        m_prompts->fileNames.enqueue(file);
+        m_editor->FileOpen();
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
+            QStringList(2, QStringLiteral("Open HTML File")));
+        QVERIFY(m_prompts->shown.last().filter.contains(QStringLiteral("*.html")));
+        QCOMPARE(bodyText(), QStringLiteral("picked"));
+        QCOMPARE(m_editor->FileSave(), file);
+    }
+
+    void fileNewStartsAnEmptyUntitledDocument()
+    {
+        m_editor->FileNew();
+        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+        QVERIFY(!m_editor->isDirty());
+        // Untitled: saving asks for a name.
+        m_prompts->fileNames.enqueue(QString());
+        QCOMPARE(m_editor->FileSave(), QString());
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
+            QStringList{QStringLiteral("Save HTML File")});
+    }
+
+    void fileOpenReportsLoadErrors_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("content"); // written to name unless empty
+        QTest::addColumn<QString>("message");
+
+        row("missing file", "missing.html", QByteArray(), loadError("File not found"));
+        row("missing folder", "nowhere/page.html", QByteArray(), loadError("Path not found"));
+        row("frameset", "frames.html",
+            QByteArray("<html><frameset rows=\"*,*\"><frame src=\"a.html\">"
+                       "<frame src=\"b.html\"></frameset></html>"),
+            loadError("Document contains a frameset"));
+        row("server script", "page.asp",
+            QByteArray("<html><body><% Response.Write(\"hi\") %>"
+                       "</body></html>"),
+            loadError("Document is primarily server side script"));
+        row("a folder", "", QByteArray(), loadError("Invalid argument"));
+        row("unreadable file", "locked.html", QByteArray("<p>locked</p>"),
+            loadError("Access denied"));
+        row("an image", "picture.png", QByteArray("\x89PNG\r\n\x1A\n\0\0\0\rIHDR<p>x</p>", 24),
+            loadError("Document is a binary file, not text"));
+    }
+
+    void fileOpenReportsLoadErrors()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, message);
+
+        const bool locked = QByteArray(QTest::currentDataTag()) == "unreadable file";
+        // Root reads unreadable files: the case runs as a user who cannot.
+        if (locked && geteuid() == 0) {
+            const QString failure = VantryTest::failureAsUnprivilegedUser(
+                QTest::currentTestFunction(), "unreadable file");
+            QVERIFY2(failure.isEmpty(), qPrintable(failure));
+            return;
+        }
+        const QString file = content.isEmpty() ? path(name) : writeFile(name, content);
+        if (locked)
+            QVERIFY(QFile::setPermissions(file, QFile::WriteOwner));
+        m_editor->FileOpen(file);
+        if (locked)
+            QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
+        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+        QVERIFY(!m_editor->isDirty());
+        // The empty document belongs to no file, so nothing can overwrite the one that failed.
+        m_prompts->fileNames.enqueue(QString());
+        QCOMPARE(m_editor->FileSave(), QString());
+        if (!content.isEmpty())
+            QCOMPARE(readBytes(file), content);
+    }
+
+    void urlOpenReportsLoadErrors_data()
+    {
+        // {dir} stands for the case's own folder, made after this table.
+        columns<QString, QString>("address", "message");
+
+        row("missing file", "file://{dir}/missing.html", loadError("File not found"));
+        row("missing folder", "file://{dir}/no/where.html", loadError("Path not found"));
+        row("missing page", m_http.url(QStringLiteral("/missing.html")),
+            loadError("File not found"));
+        row("frameset", m_http.url(QStringLiteral("/frames.html")),
+            loadError("Document contains a frameset"));
+        row("unsupported scheme", "ftp://127.0.0.1/page.html", loadError("Unknown error"));
+    }
+
+    void urlOpenReportsLoadErrors()
+    {
+        QFETCH(QString, address);
+        QFETCH(QString, message);
+
+        m_editor->URLOpen(QString(address).replace(QStringLiteral("{dir}"), m_dir->path()));
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
+        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+    }
+
+    void urlOpenLoadsAnHttpPage()
+    {
+        m_editor->URLOpen(QVariant(m_http.url(QStringLiteral("/beta.html"))));
+        QVERIFY(m_prompts->shown.isEmpty());
+        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>beta</p>"));
+        QVERIFY(!m_editor->isDirty());
+
+        // The charset of the response decodes the page.
+        m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
+        QCOMPARE(bodyText(), QStringLiteral("caf\u00E9 \u20AC 5"));
+    }
+
+    void urlOpenOfAServerThatNeverAnswers()
+    {
+        m_http.hang(QStringLiteral("/silent.html"));
+        const QString address = m_http.url(QStringLiteral("/silent.html"));
+        const QString before = surfaceOf(*m_editor)->bodyInnerHTML();
+        const QString file = m_editor->FileSave();
+
+        // The user gives up: nothing changes, nothing to report.
+        m_prompts->cancelProgress = true;
+        m_editor->URLOpen(address);
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Progress),
+            QStringList{QStringLiteral("Loading %1 ...").arg(address)});
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList());
+        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), before);
+        QCOMPARE(m_editor->FileSave(), file);
+
+        // Nobody cancels: the wait has a bound.
+        const Control::DocumentBytes read
+            = Control::readAddress(address, std::chrono::milliseconds(300));
+        QCOMPARE(
+            Control::loadErrorText(read.error), loadError("The server did not answer in time"));
+    }
+
+    void relativeAddressesResolveWhereTheDocumentCameFrom()
+    {
+        const QByteArray page = "<html><head><link rel=\"stylesheet\" href=\"look.css\"></head>"
+                                "<body><p>x</p><img src=\"img/a.png\"></body></html>";
+        m_http.serve(QStringLiteral("/site/page.html"), {"text/html", page});
+        m_editor->setReturnFullDocument(true);
+        m_editor->URLOpen(m_http.url(QStringLiteral("/site/page.html")));
+        QVERIFY(m_prompts->shown.isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(m_http.requests.contains(QStringLiteral("/site/look.css"))
+                && m_http.requests.contains(QStringLiteral("/site/img/a.png")),
+            10000);
+        QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("<base"), Qt::CaseInsensitive),
+            qPrintable(m_editor->GetHtmlSource()));
+        const QString copy = path(QStringLiteral("copy.html"));
+        m_prompts->fileNames.enqueue(copy);
+        QCOMPARE(m_editor->FileSave(), copy);
+        QVERIFY2(!readBytes(copy).toLower().contains("<base"), readBytes(copy).constData());
+
+        // A file's relative images resolve in its folder.
+        const QString file = writeFile(QStringLiteral("pages/local.html"), page);
+        m_editor->FileOpen(file);
+        const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
+        QCOMPARE(images.value(0).toMap().value(QStringLiteral("url")).toString(),
+            QUrl::fromLocalFile(path(QStringLiteral("pages/img/a.png"))).toString());
+        QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("<base"), Qt::CaseInsensitive));
+    }
+
+    void fileSaveAfterUrlOpenAsksForAName()
+    {
+        m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
+        const QString chosen = path(QStringLiteral("saved/cafe.html"));
+        QDir().mkpath(path(QStringLiteral("saved")));
+        m_prompts->fileNames.enqueue(chosen);
+        QCOMPARE(m_editor->FileSave(), chosen);
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
+            QStringList{QStringLiteral("Save HTML File")});
+        // Saved in the encoding the page came in.
+        QCOMPARE(readBytes(chosen), QByteArray("<p>caf\xE9 \x80 5</p>"));
+
+        // Still from an address: even a given path makes it ask.
+        const QString given = path(QStringLiteral("given.html"));
+        m_prompts->fileNames.enqueue(QString());
+        QCOMPARE(m_editor->FileSave(given), chosen);
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile).size(), 2);
+        QVERIFY(!QFile::exists(given));
+    }
+
+    void fileSaveAndSaveAsWithPathSaveWithoutAsking()
+    {
+        const QString original = writeFile(QStringLiteral("original.html"), "<p>text</p>");
+        m_editor->FileOpen(original);
+        QVERIFY(edit(QStringLiteral("my ")));
+        QCOMPARE(m_editor->FileSave(), original);
+        QCOMPARE(readBytes(original), QByteArray("<p>my text</p>"));
+        QVERIFY(!m_editor->isDirty());
+        // Editing goes on in the reloaded document.
+        QCOMPARE(bodyText(), QStringLiteral("my text"));
+
+        // The folders on the way are created.
+        const QString copy = path(QStringLiteral("new/deeper/copy.html"));
+        QCOMPARE(m_editor->FileSaveAs(copy), copy);
+        QVERIFY(m_prompts->shown.isEmpty());
+        QCOMPARE(readBytes(copy), QByteArray("<p>my text</p>"));
+
+        // The copy is the document's file now.
+        QVERIFY(edit(QStringLiteral("more ")));
+        QCOMPARE(m_editor->FileSave(), copy);
+        QCOMPARE(readBytes(copy), QByteArray("<p>more my text</p>"));
+        QCOMPARE(readBytes(original), QByteArray("<p>my text</p>"));
+    }
+
+    // Saving changes nothing the user sees: the selection, the scroll position, the undo
+    // history, and the next key goes where the selection is.
+    void saveKeepsThePlaceInTheDesignView()
+    {
+        const QString file = writeFile(QStringLiteral("long.html"),
+            "<p>page</p>" + QByteArray("<p>line</p>").repeated(150) + "<p>last words</p>");
+        m_editor->FileOpen(file);
+        QVERIFY(edit(QStringLiteral("my ")));
+        Platform::DesignSurface *surface = surfaceOf(*m_editor);
+        const Platform::TextRange words = surface->bodyRange();
+        QVERIFY(surface->findText(words, QStringLiteral("words")));
+        QVERIFY(surface->selectRange(words));
+        QVERIFY(surface->setScrollTop(400));
+        const QPoint scrolled = surface->scrollPosition();
+        QVERIFY(scrolled.y() > 0);
+        const QVariant history = adapterValue(*m_editor, QStringLiteral("undoDepth"));
+
+        QCOMPARE(m_editor->FileSave(), file);
+
+        QVERIFY(readBytes(file).startsWith("<p>my page</p>"));
+        QVERIFY(m_editor->DesignViewActive());
+        QCOMPARE(surface->rangeText(surface->selectionRange()), QStringLiteral("words"));
+        QCOMPARE(surface->scrollPosition(), scrolled);
+        QCOMPARE(adapterValue(*m_editor, QStringLiteral("undoDepth")), history);
+        QWidget *input = VantryTest::giveFocus(surface->widget());
+        QVERIFY(input);
+        QTest::keyClicks(input, QStringLiteral("Z"));
+        QTRY_VERIFY(bodyText().endsWith(QStringLiteral("last Z")));
+        QTRY_VERIFY(m_editor->isDirty());
+        m_editor->setisDirty(false);
+    }
+
+    void saveFromTheSourceViewStaysThere()
+    {
+        const QString file = writeFile(QStringLiteral("source.html"), "<p>page</p>");
+        m_editor->FileOpen(file);
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        auto *source = m_editor->findChild<Platform::SourceEditor *>(QStringLiteral("HTMLSource"));
+        QVERIFY(source);
+        const QString before = source->text();
+        source->setCaretPosition(1, 4);
+        QWidget *input = VantryTest::giveFocus(source);
+        QVERIFY(input);
+        QTest::keyClicks(input, QStringLiteral("x "));
+        const QString typed = source->text();
+        QVERIFY(typed != before);
+
+        QCOMPARE(m_editor->FileSave(), file);
+
+        QCOMPARE(readBytes(file), QByteArray("<p>x page</p>"));
+        QVERIFY(!m_editor->DesignViewActive());
+        QCOMPARE(source->text(), typed);
+        QCOMPARE(source->caretColumn(), 6);
+        QCOMPARE(QApplication::focusWidget(), input);
+        source->undo();
+        QCOMPARE(source->text(), before);
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+    }
+
+    void saveAsProposesTheDocumentAndAddsAnExtension_data()
+    {
+        columns<QString, QString>("typed", "written");
+        row("no extension", "copy", "copy.html");
+        row("an extension of its own", "copy.htm", "copy.htm");
+    }
+
+    void saveAsProposesTheDocumentAndAddsAnExtension()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, written);
+        const QString file = writeFile(QStringLiteral("named.html"), "<p>named</p>");
+        m_editor->FileOpen(file);
+        m_prompts->fileNames.enqueue(path(typed));
+
+        QCOMPARE(m_editor->FileSaveAs(), path(written));
+
+        QCOMPARE(m_prompts->shown.size(), 1);
+        QCOMPARE(m_prompts->shown.first().directory, file);
+        QCOMPARE(readBytes(path(written)), QByteArray("<p>named</p>"));
+    }
+
+    void savedFilesCarryNoBaseTag_data()
+    {
+        QTest::addColumn<bool>("fullDocument");
+        row("body", false);
+        row("whole document", true);
+    }
+
+    void savedFilesCarryNoBaseTag()
+    {
+        QFETCH(bool, fullDocument);
+        const QString base = QUrl::fromLocalFile(m_dir->path() + QLatin1Char('/')).toString();
+        m_editor->setBaseURL(base);
+        m_editor->setReturnFullDocument(fullDocument);
+        const QString file = writeFile(QStringLiteral("based.html"),
+            "<HTML><head><title>T</title></HEAD><body><p>x</p></body>"
+            "</HTML>");
+        m_editor->FileOpen(file);
+        const QString baseTag = QStringLiteral("<BASE HREF=\"") + base + QStringLiteral("\">");
+        QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
+
+        const QString copy = path(QStringLiteral("copy.html"));
+        QCOMPARE(m_editor->FileSaveAs(copy), copy);
+        QVERIFY(edit(QStringLiteral("y")));
+        QCOMPARE(m_editor->FileSave(), copy);
+        const QByteArray saved = readBytes(copy);
+        QVERIFY2(!saved.toLower().contains("<base"), saved.constData());
+        QCOMPARE(saved.contains("<title>T</title>"), fullDocument);
+        QVERIFY(saved.contains("<p>yx</p>"));
+        // Loaded back with its BASE, so that relative links keep resolving.
+        QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
+    }
+
+    void failedSaveKeepsTheOldFile_data()
+    {
+        QTest::addColumn<QByteArray>("original");
+        QTest::addColumn<QString>("target"); // "": the document's own file
+        columns<QString, QString>("insert", "reason");
+
+        const QByteArray old("<p>old</p>");
+        row("the target is a folder", old, "folder", "new ", "It is a folder.");
+        row("a file stands where a folder must", old, "old.html/sub/page.html", "new ",
+            "could not be created.");
+        row("read-only folder", old, "", "new ", "Permission denied.");
+    }
+
+    void failedSaveKeepsTheOldFile()
+    {
+        QFETCH(QByteArray, original);
+        QFETCH(QString, target);
+        QFETCH(QString, insert);
+        QFETCH(QString, reason);
+
+        const bool readOnly = QByteArray(QTest::currentDataTag()) == "read-only folder";
+        // Root writes into read-only folders: the case runs as a user who cannot.
+        if (readOnly && geteuid() == 0) {
+            const QString failure = VantryTest::failureAsUnprivilegedUser(
+                QTest::currentTestFunction(), "read-only folder");
+            QVERIFY2(failure.isEmpty(), qPrintable(failure));
+            return;
+        }
+        QDir().mkpath(path(QStringLiteral("folder")));
+        const QString old = writeFile(QStringLiteral("old.html"), original);
+        m_editor->FileOpen(old);
+        QVERIFY(edit(insert));
+        if (readOnly)
+            QVERIFY(QFile::setPermissions(m_dir->path(), QFile::ReadOwner | QFile::ExeOwner));
+
+        const QString result
+            = target.isEmpty() ? m_editor->FileSave() : m_editor->FileSaveAs(path(target));
+        if (readOnly)
+            QFile::setPermissions(
+                m_dir->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+        QCOMPARE(result, old);
+        QVERIFY(m_editor->isDirty());
+        QCOMPARE(readBytes(old), original);
+        const QStringList messages = m_prompts->texts(RecordingPrompts::Kind::Critical);
+        QCOMPARE(messages.size(), 1);
+        QVERIFY2(messages.first().startsWith(QStringLiteral("The document could not be saved to ")),
+            qPrintable(messages.first()));
+        QVERIFY2(messages.first().contains(reason), qPrintable(messages.first()));
+        // The edit is still there to be saved elsewhere.
+        QVERIFY(bodyText().startsWith(insert.trimmed()));
+    }
+
+    void encodingsSurviveOpenAndSave_data()
+    {
+        columns<QByteArray, QString>("bytes", "text");
+
+        // Documents as the engine writes them back, so that an unchanged one must come back
+        // byte for byte.
+        auto document = [](const char *meta, const char *body) -> QByteArray {
+            return QByteArray("<!DOCTYPE html><html><head>") + meta
+                + "<title>T</title></HEAD><body>\n<p>" + body + "</p>\n</body></html>";
+        };
+        const QString accents = QStringLiteral("Caf\u00E9 \u201Cquoted\u201D \u2013 5 \u20AC");
+        row("UTF-8", document("<meta charset=\"utf-8\">", accents.toUtf8().constData()), accents);
+        row("UTF-8 without declaration", document("", "Emoji \xF0\x9F\x98\x80"),
+            "Emoji \U0001F600");
+        row("UTF-8 with BOM",
+            QByteArray("\xEF\xBB\xBF") + document("", accents.toUtf8().constData()), accents);
+        const QString utf16Text
+            = QString::fromUtf8(document("<meta charset=\"utf-16\">", ""))
+                  .replace(QStringLiteral("<p></p>"),
+                      QStringLiteral("<p>") + accents + QStringLiteral(" \U0001F600</p>"));
+        row("UTF-16 LE with BOM", utf16LE(utf16Text), accents + QStringLiteral(" \U0001F600"));
+        row("windows-1252 declared",
+            document("<meta charset=\"windows-1252\">", "Caf\xE9 \x93quoted\x94 \x96 5 \x80"),
+            accents);
+        row("iso-8859-1 declared in http-equiv",
+            document("<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">",
+                "Caf\xE9 \x93quoted\x94 \x96 5 \x80"),
+            accents);
+    }
+
+    void encodingsSurviveOpenAndSave()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+
+        m_editor->setReturnFullDocument(true);
+        const QString file = writeFile(QStringLiteral("encoded.html"), bytes);
+        m_editor->FileOpen(file);
+        QVERIFY(m_prompts->shown.isEmpty());
+        QCOMPARE(bodyText(), text);
+
+        const QString copy = path(QStringLiteral("copy.html"));
+        QCOMPARE(m_editor->FileSaveAs(copy), copy);
+        QCOMPARE(readBytes(copy), bytes);
+    }
+
+    void utf16WithoutBomStaysUtf16()
+    {
+        const QString text = QStringLiteral("<html><body><p>\u03A9 caf\u00E9</p></body></html>");
+        QByteArray bytes = utf16LE(text).mid(2);
+        const QString file = writeFile(QStringLiteral("wide.html"), bytes);
+        // Saved and opened twice: a body without markup in front must still read as UTF-16.
+        for (int round = 0; round < 2; ++round) {
+            m_editor->FileOpen(file);
+            QVERIFY(m_prompts->shown.isEmpty());
+            QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
+            QVERIFY(edit(QStringLiteral(" ")));
+            QCOMPARE(m_editor->FileSave(), file);
+            QVERIFY(readBytes(file).startsWith("\xFF\xFE"));
+            QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
+        }
+    }
+
+    void characterTheCharsetLacksIsSavedAsReference()
+    {
+        const QString file = writeFile(QStringLiteral("latin.html"),
+            "<html><head><meta charset=\"windows-1252\"></head><body><p>caf\xE9</p></body></html>");
+        m_editor->FileOpen(file);
+        QVERIFY(edit(QStringLiteral("\u03A9 ")));
+        QCOMPARE(m_editor->FileSave(), file);
+        QVERIFY(m_prompts->shown.isEmpty());
+        QVERIFY(!m_editor->isDirty());
+        QCOMPARE(readBytes(file), QByteArray("<p>&#937; caf\xE9</p>"));
+        m_editor->FileOpen(file);
+        QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
+    }
 
 private:
     QString path(const QString &name) const { return m_dir->filePath(name); }
-    QString writeFile(const QString &name, const QByteArray &bytes) const;
+
+    QString writeFile(const QString &name, const QByteArray &bytes) const
+    {
+        const QString file = path(name);
+        if (!VantryTest::writeFile(file, bytes))
+            qWarning("Could not write %s", qPrintable(file));
+        return file;
+    }
+
     // Types text at the start of the first paragraph, as a user would edit.
-    bool edit(const QString &text);
+    bool edit(const QString &text)
+    {
+        m_editor->setFocus();
+        if (!adapterValue(*m_editor, QStringLiteral("placeCaret"), {QStringLiteral("P"), 0, 0})
+                 .toBool())
+            return false;
+        adapterValue(
+            *m_editor, QStringLiteral("execCommand"), {QStringLiteral("insertText"), false, text});
+        return QTest::qWaitFor([this] { return m_editor->isDirty(); }, 5000);
+    }
+
     // The body's text content; rendered text (innerText) would depend on painting.
     QString bodyText() const
     {
@@ -110,632 +685,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     TinyHttpServer m_http;
 };
-
-void tst_FileOperations::initTestCase()
-{
-    // The server is local; no proxy may stand in between.
-    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
-    QVERIFY(m_http.start());
-    m_http.serve(QStringLiteral("/beta.html"), {"text/html", "<p>beta</p>"});
-    m_http.serve(
-        QStringLiteral("/cafe.html"), {"text/html; charset=windows-1252", "<p>caf\xE9 \x80 5</p>"});
-    m_http.serve(QStringLiteral("/frames.html"),
-        {"text/html",
-            "<html><frameset cols=\"50%,50%\"><frame src=\"a.html\">"
-            "<frame src=\"b.html\"></frameset></html>"});
-
-    m_window = std::make_unique<QWidget>();
-    m_editor = new HTMLEditorComponent(m_window.get());
-    m_window->resize(800, 600);
-    m_editor->resize(800, 600);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-    QVERIFY(VantryTest::waitUntilReady(*m_editor));
-}
-
-void tst_FileOperations::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    m_editor->InitProperties();
-    m_editor->setBaseURL(QString());
-    auto prompts = std::make_unique<RecordingPrompts>();
-    m_prompts = prompts.get();
-    m_editor->setUserPrompts(std::move(prompts));
-    // A known state: a clean document from a file, not from an address.
-    m_editor->FileOpen(writeFile(QStringLiteral("start.html"), "<p>start</p>"));
-    QVERIFY(m_prompts->shown.isEmpty());
-}
-
-void tst_FileOperations::cleanup()
-{
-    QVERIFY2(m_prompts->unexpected.isEmpty(), qPrintable(m_prompts->unexpected.join(u'|')));
-}
-
-QString tst_FileOperations::writeFile(const QString &name, const QByteArray &bytes) const
-{
-    const QString file = path(name);
-    if (!VantryTest::writeFile(file, bytes))
-        qWarning("Could not write %s", qPrintable(file));
-    return file;
-}
-
-bool tst_FileOperations::edit(const QString &text)
-{
-    m_editor->setFocus();
-    if (!adapterValue(*m_editor, QStringLiteral("placeCaret"), {QStringLiteral("P"), 0, 0})
-             .toBool())
-        return false;
-    adapterValue(
-        *m_editor, QStringLiteral("execCommand"), {QStringLiteral("insertText"), false, text});
-    return QTest::qWaitFor([this] { return m_editor->isDirty(); }, 5000);
-}
-
-void tst_FileOperations::saveChangesPromptAnswers_data()
-{
-    QTest::addColumn<QString>("operation");
-    QTest::addColumn<bool>("untitled");
-    QTest::addColumn<bool>("edited");
-    QTest::addColumn<int>("answer"); // -1: no question expected
-    QTest::addColumn<QString>("saveDialog"); // "": not shown, "cancel", "chosen"
-    QTest::addColumn<bool>("replaced");
-    QTest::addColumn<QString>("savedTo"); // "", "opened", "chosen"
-
-    const int yes = int(UserPrompts::Answer::Yes);
-    const int no = int(UserPrompts::Answer::No);
-    const int cancel = int(UserPrompts::Answer::Cancel);
-    QTest::newRow("clean document: no question")
-        << "open" << false << false << -1 << "" << true << "";
-    QTest::newRow("open, yes saves to the file")
-        << "open" << false << true << yes << "" << true << "opened";
-    QTest::newRow("open, no discards") << "open" << false << true << no << "" << true << "";
-    QTest::newRow("open, cancel keeps all")
-        << "open" << false << true << cancel << "" << false << "";
-    QTest::newRow("new, yes asks for a name")
-        << "new" << true << true << yes << "chosen" << true << "chosen";
-    QTest::newRow("new, yes but no name keeps all")
-        << "new" << true << true << yes << "cancel" << false << "";
-    QTest::newRow("url, no discards") << "url" << false << true << no << "" << true << "";
-    QTest::newRow("url, cancel keeps all") << "url" << false << true << cancel << "" << false << "";
-}
-
-void tst_FileOperations::saveChangesPromptAnswers()
-{
-    QFETCH(QString, operation);
-    QFETCH(bool, untitled);
-    QFETCH(bool, edited);
-    QFETCH(int, answer);
-    QFETCH(QString, saveDialog);
-    QFETCH(bool, replaced);
-    QFETCH(QString, savedTo);
-
-    const QString opened = writeFile(QStringLiteral("alpha.html"), "<p>alpha</p>");
-    const QString next = writeFile(QStringLiteral("beta.html"), "<p>beta</p>");
-    const QString chosen = path(QStringLiteral("chosen.html"));
-    if (untitled) {
-        m_editor->FileNew();
-        m_editor->setSetHtmlSource(QStringLiteral("<p>alpha</p>"));
-    } else {
-        m_editor->FileOpen(opened);
-    }
-    if (edited)
-        QVERIFY(edit(QStringLiteral("edited ")));
-
-    if (answer >= 0)
-        m_prompts->answers.enqueue(UserPrompts::Answer(answer));
-    if (saveDialog == QLatin1String("cancel"))
-        m_prompts->fileNames.enqueue(QString());
-    else if (saveDialog == QLatin1String("chosen"))
-        m_prompts->fileNames.enqueue(chosen);
-    m_prompts->shown.clear();
-
-    if (operation == QLatin1String("open"))
-        m_editor->FileOpen(next);
-    else if (operation == QLatin1String("new"))
-        m_editor->FileNew();
-    else
-        m_editor->URLOpen(m_http.url(QStringLiteral("/beta.html")));
-
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Question),
-        answer >= 0 ? QStringList{saveChangesQuestion} : QStringList{});
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
-        saveDialog.isEmpty() ? QStringList{} : QStringList{QStringLiteral("Save HTML File")});
-    QVERIFY(m_prompts->texts(RecordingPrompts::Kind::Critical).isEmpty());
-
-    const QString body = bodyText();
-    if (replaced) {
-        QVERIFY2(!body.contains(QStringLiteral("edited")), qPrintable(body));
-        QCOMPARE(body.contains(QStringLiteral("beta")), operation != QLatin1String("new"));
-        QVERIFY(!m_editor->isDirty());
-    } else {
-        QVERIFY2(body.contains(QStringLiteral("edited alpha")), qPrintable(body));
-        QVERIFY(m_editor->isDirty());
-    }
-    if (!untitled)
-        QCOMPARE(readBytes(opened).contains("edited alpha"), savedTo == QLatin1String("opened"));
-    QCOMPARE(readBytes(chosen).contains("edited alpha"), savedTo == QLatin1String("chosen"));
-}
-
-void tst_FileOperations::editingMakesTheDocumentDirty()
-{
-    QVERIFY(!m_editor->isDirty());
-    QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
-    QVERIFY(edit(QStringLiteral("x")));
-    QVERIFY(changed.contains(QVariantList{QStringLiteral("isDirty")}));
-    // Opening replaces the changes, once the user agrees, with a clean document.
-    m_prompts->answers.enqueue(UserPrompts::Answer::No);
-    m_editor->FileOpen(writeFile(QStringLiteral("other.html"), "<p>other</p>"));
-    QVERIFY(!m_editor->isDirty());
-    QVERIFY(!QTest::qWaitFor([this] { return m_editor->isDirty(); }, 50));
-}
-
-void tst_FileOperations::fileOpenWithoutPathAsks()
-{
-    const QString file = writeFile(QStringLiteral("picked.html"), "<p>picked</p>");
-    m_prompts->fileNames.enqueue(QString());
-    m_editor->FileOpen();
-    QCOMPARE(bodyText(), QStringLiteral("start"));
-
-    m_prompts->fileNames.enqueue(file);
-    m_editor->FileOpen();
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
-        QStringList(2, QStringLiteral("Open HTML File")));
-    QVERIFY(m_prompts->shown.last().filter.contains(QStringLiteral("*.html")));
-    QCOMPARE(bodyText(), QStringLiteral("picked"));
-    QCOMPARE(m_editor->FileSave(), file);
-}
-
-void tst_FileOperations::fileNewStartsAnEmptyUntitledDocument()
-{
-    m_editor->FileNew();
-    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
-    QVERIFY(!m_editor->isDirty());
-    // Untitled: saving asks for a name.
-    m_prompts->fileNames.enqueue(QString());
-    QCOMPARE(m_editor->FileSave(), QString());
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
-        QStringList{QStringLiteral("Save HTML File")});
-}
-
-void tst_FileOperations::fileOpenReportsLoadErrors_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("content"); // written to name unless empty
-    QTest::addColumn<QString>("message");
-
-    QTest::newRow("missing file") << "missing.html" << QByteArray() << loadError("File not found");
-    QTest::newRow("missing folder")
-        << "nowhere/page.html" << QByteArray() << loadError("Path not found");
-    QTest::newRow("frameset") << "frames.html"
-                              << QByteArray("<html><frameset rows=\"*,*\"><frame src=\"a.html\">"
-                                            "<frame src=\"b.html\"></frameset></html>")
-                              << loadError("Document contains a frameset");
-    QTest::newRow("server script") << "page.asp"
-                                   << QByteArray("<html><body><% Response.Write(\"hi\") %>"
-                                                 "</body></html>")
-                                   << loadError("Document is primarily server side script");
-    QTest::newRow("a folder") << "" << QByteArray() << loadError("Invalid argument");
-    QTest::newRow("unreadable file")
-        << "locked.html" << QByteArray("<p>locked</p>") << loadError("Access denied");
-    QTest::newRow("an image") << "picture.png"
-                              << QByteArray("\x89PNG\r\n\x1A\n\0\0\0\rIHDR<p>x</p>", 24)
-                              << loadError("Document is a binary file, not text");
-}
-
-void tst_FileOperations::fileOpenReportsLoadErrors()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, content);
-    QFETCH(QString, message);
-
-    const bool locked = QByteArray(QTest::currentDataTag()) == "unreadable file";
-    // Root reads unreadable files: the case runs as a user who cannot.
-    if (locked && geteuid() == 0) {
-        const QString failure = VantryTest::failureAsUnprivilegedUser(
-            QTest::currentTestFunction(), "unreadable file");
-        QVERIFY2(failure.isEmpty(), qPrintable(failure));
-        return;
-    }
-    const QString file = content.isEmpty() ? path(name) : writeFile(name, content);
-    if (locked)
-        QVERIFY(QFile::setPermissions(file, QFile::WriteOwner));
-    m_editor->FileOpen(file);
-    if (locked)
-        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
-    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
-    QVERIFY(!m_editor->isDirty());
-    // The empty document belongs to no file, so nothing can overwrite the one that failed.
-    m_prompts->fileNames.enqueue(QString());
-    QCOMPARE(m_editor->FileSave(), QString());
-    if (!content.isEmpty())
-        QCOMPARE(readBytes(file), content);
-}
-
-void tst_FileOperations::urlOpenReportsLoadErrors_data()
-{
-    // {dir} stands for the case's own folder, made after this table.
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QString>("message");
-
-    QTest::newRow("missing file") << "file://{dir}/missing.html" << loadError("File not found");
-    QTest::newRow("missing folder") << "file://{dir}/no/where.html" << loadError("Path not found");
-    QTest::newRow("missing page") << m_http.url(QStringLiteral("/missing.html"))
-                                  << loadError("File not found");
-    QTest::newRow("frameset") << m_http.url(QStringLiteral("/frames.html"))
-                              << loadError("Document contains a frameset");
-    QTest::newRow("unsupported scheme")
-        << "ftp://127.0.0.1/page.html" << loadError("Unknown error");
-}
-
-void tst_FileOperations::urlOpenReportsLoadErrors()
-{
-    QFETCH(QString, address);
-    QFETCH(QString, message);
-
-    m_editor->URLOpen(QString(address).replace(QStringLiteral("{dir}"), m_dir->path()));
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
-    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
-}
-
-void tst_FileOperations::urlOpenLoadsAnHttpPage()
-{
-    m_editor->URLOpen(QVariant(m_http.url(QStringLiteral("/beta.html"))));
-    QVERIFY(m_prompts->shown.isEmpty());
-    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>beta</p>"));
-    QVERIFY(!m_editor->isDirty());
-
-    // The charset of the response decodes the page.
-    m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
-    QCOMPARE(bodyText(), QStringLiteral("caf\u00E9 \u20AC 5"));
-}
-
-void tst_FileOperations::urlOpenOfAServerThatNeverAnswers()
-{
-    m_http.hang(QStringLiteral("/silent.html"));
-    const QString address = m_http.url(QStringLiteral("/silent.html"));
-    const QString before = surfaceOf(*m_editor)->bodyInnerHTML();
-    const QString file = m_editor->FileSave();
-
-    // The user gives up: nothing changes, nothing to report.
-    m_prompts->cancelProgress = true;
-    m_editor->URLOpen(address);
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Progress),
-        QStringList{QStringLiteral("Loading %1 ...").arg(address)});
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList());
-    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), before);
-    QCOMPARE(m_editor->FileSave(), file);
-
-    // Nobody cancels: the wait has a bound.
-    const Control::DocumentBytes read
-        = Control::readAddress(address, std::chrono::milliseconds(300));
-    QCOMPARE(Control::loadErrorText(read.error), loadError("The server did not answer in time"));
-}
-
-void tst_FileOperations::relativeAddressesResolveWhereTheDocumentCameFrom()
-{
-    const QByteArray page = "<html><head><link rel=\"stylesheet\" href=\"look.css\"></head>"
-                            "<body><p>x</p><img src=\"img/a.png\"></body></html>";
-    m_http.serve(QStringLiteral("/site/page.html"), {"text/html", page});
-    m_editor->setReturnFullDocument(true);
-    m_editor->URLOpen(m_http.url(QStringLiteral("/site/page.html")));
-    QVERIFY(m_prompts->shown.isEmpty());
-    QTRY_VERIFY_WITH_TIMEOUT(m_http.requests.contains(QStringLiteral("/site/look.css"))
-            && m_http.requests.contains(QStringLiteral("/site/img/a.png")),
-        10000);
-    QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("<base"), Qt::CaseInsensitive),
-        qPrintable(m_editor->GetHtmlSource()));
-    const QString copy = path(QStringLiteral("copy.html"));
-    m_prompts->fileNames.enqueue(copy);
-    QCOMPARE(m_editor->FileSave(), copy);
-    QVERIFY2(!readBytes(copy).toLower().contains("<base"), readBytes(copy).constData());
-
-    // A file's relative images resolve in its folder.
-    const QString file = writeFile(QStringLiteral("pages/local.html"), page);
-    m_editor->FileOpen(file);
-    const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
-    QCOMPARE(images.value(0).toMap().value(QStringLiteral("url")).toString(),
-        QUrl::fromLocalFile(path(QStringLiteral("pages/img/a.png"))).toString());
-    QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("<base"), Qt::CaseInsensitive));
-}
-
-void tst_FileOperations::fileSaveAfterUrlOpenAsksForAName()
-{
-    m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
-    const QString chosen = path(QStringLiteral("saved/cafe.html"));
-    QDir().mkpath(path(QStringLiteral("saved")));
-    m_prompts->fileNames.enqueue(chosen);
-    QCOMPARE(m_editor->FileSave(), chosen);
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
-        QStringList{QStringLiteral("Save HTML File")});
-    // Saved in the encoding the page came in.
-    QCOMPARE(readBytes(chosen), QByteArray("<p>caf\xE9 \x80 5</p>"));
-
-    // Still from an address: even a given path makes it ask.
-    const QString given = path(QStringLiteral("given.html"));
-    m_prompts->fileNames.enqueue(QString());
-    QCOMPARE(m_editor->FileSave(given), chosen);
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile).size(), 2);
-    QVERIFY(!QFile::exists(given));
-}
-
-void tst_FileOperations::fileSaveAndSaveAsWithPathSaveWithoutAsking()
-{
-    const QString original = writeFile(QStringLiteral("original.html"), "<p>text</p>");
-    m_editor->FileOpen(original);
-    QVERIFY(edit(QStringLiteral("my ")));
-    QCOMPARE(m_editor->FileSave(), original);
-    QCOMPARE(readBytes(original), QByteArray("<p>my text</p>"));
-    QVERIFY(!m_editor->isDirty());
-    // Editing goes on in the reloaded document.
-    QCOMPARE(bodyText(), QStringLiteral("my text"));
-
-    // The folders on the way are created.
-    const QString copy = path(QStringLiteral("new/deeper/copy.html"));
-    QCOMPARE(m_editor->FileSaveAs(copy), copy);
-    QVERIFY(m_prompts->shown.isEmpty());
-    QCOMPARE(readBytes(copy), QByteArray("<p>my text</p>"));
-
-    // The copy is the document's file now.
-    QVERIFY(edit(QStringLiteral("more ")));
-    QCOMPARE(m_editor->FileSave(), copy);
-    QCOMPARE(readBytes(copy), QByteArray("<p>more my text</p>"));
-    QCOMPARE(readBytes(original), QByteArray("<p>my text</p>"));
-}
-
-// Saving changes nothing the user sees: the selection, the scroll position, the undo
-// history, and the next key goes where the selection is.
-void tst_FileOperations::saveKeepsThePlaceInTheDesignView()
-{
-    const QString file = writeFile(QStringLiteral("long.html"),
-        "<p>page</p>" + QByteArray("<p>line</p>").repeated(150) + "<p>last words</p>");
-    m_editor->FileOpen(file);
-    QVERIFY(edit(QStringLiteral("my ")));
-    Platform::DesignSurface *surface = surfaceOf(*m_editor);
-    const Platform::TextRange words = surface->bodyRange();
-    QVERIFY(surface->findText(words, QStringLiteral("words")));
-    QVERIFY(surface->selectRange(words));
-    QVERIFY(surface->setScrollTop(400));
-    const QPoint scrolled = surface->scrollPosition();
-    QVERIFY(scrolled.y() > 0);
-    const QVariant history = adapterValue(*m_editor, QStringLiteral("undoDepth"));
-
-    QCOMPARE(m_editor->FileSave(), file);
-
-    QVERIFY(readBytes(file).startsWith("<p>my page</p>"));
-    QVERIFY(m_editor->DesignViewActive());
-    QCOMPARE(surface->rangeText(surface->selectionRange()), QStringLiteral("words"));
-    QCOMPARE(surface->scrollPosition(), scrolled);
-    QCOMPARE(adapterValue(*m_editor, QStringLiteral("undoDepth")), history);
-    QWidget *input = VantryTest::giveFocus(surface->widget());
-    QVERIFY(input);
-    QTest::keyClicks(input, QStringLiteral("Z"));
-    QTRY_VERIFY(bodyText().endsWith(QStringLiteral("last Z")));
-    QTRY_VERIFY(m_editor->isDirty());
-    m_editor->setisDirty(false);
-}
-
-void tst_FileOperations::saveFromTheSourceViewStaysThere()
-{
-    const QString file = writeFile(QStringLiteral("source.html"), "<p>page</p>");
-    m_editor->FileOpen(file);
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    auto *source = m_editor->findChild<Platform::SourceEditor *>(QStringLiteral("HTMLSource"));
-    QVERIFY(source);
-    const QString before = source->text();
-    source->setCaretPosition(1, 4);
-    QWidget *input = VantryTest::giveFocus(source);
-    QVERIFY(input);
-    QTest::keyClicks(input, QStringLiteral("x "));
-    const QString typed = source->text();
-    QVERIFY(typed != before);
-
-    QCOMPARE(m_editor->FileSave(), file);
-
-    QCOMPARE(readBytes(file), QByteArray("<p>x page</p>"));
-    QVERIFY(!m_editor->DesignViewActive());
-    QCOMPARE(source->text(), typed);
-    QCOMPARE(source->caretColumn(), 6);
-    QCOMPARE(QApplication::focusWidget(), input);
-    source->undo();
-    QCOMPARE(source->text(), before);
-    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-}
-
-void tst_FileOperations::saveAsProposesTheDocumentAndAddsAnExtension_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("written");
-    QTest::newRow("no extension") << "copy"
-                                  << "copy.html";
-    QTest::newRow("an extension of its own") << "copy.htm"
-                                             << "copy.htm";
-}
-
-void tst_FileOperations::saveAsProposesTheDocumentAndAddsAnExtension()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, written);
-    const QString file = writeFile(QStringLiteral("named.html"), "<p>named</p>");
-    m_editor->FileOpen(file);
-    m_prompts->fileNames.enqueue(path(typed));
-
-    QCOMPARE(m_editor->FileSaveAs(), path(written));
-
-    QCOMPARE(m_prompts->shown.size(), 1);
-    QCOMPARE(m_prompts->shown.first().directory, file);
-    QCOMPARE(readBytes(path(written)), QByteArray("<p>named</p>"));
-}
-
-void tst_FileOperations::savedFilesCarryNoBaseTag_data()
-{
-    QTest::addColumn<bool>("fullDocument");
-    QTest::newRow("body") << false;
-    QTest::newRow("whole document") << true;
-}
-
-void tst_FileOperations::savedFilesCarryNoBaseTag()
-{
-    QFETCH(bool, fullDocument);
-    const QString base = QUrl::fromLocalFile(m_dir->path() + QLatin1Char('/')).toString();
-    m_editor->setBaseURL(base);
-    m_editor->setReturnFullDocument(fullDocument);
-    const QString file = writeFile(QStringLiteral("based.html"),
-        "<HTML><head><title>T</title></HEAD><body><p>x</p></body>"
-        "</HTML>");
-    m_editor->FileOpen(file);
-    const QString baseTag = QStringLiteral("<BASE HREF=\"") + base + QStringLiteral("\">");
-    QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
-
-    const QString copy = path(QStringLiteral("copy.html"));
-    QCOMPARE(m_editor->FileSaveAs(copy), copy);
-    QVERIFY(edit(QStringLiteral("y")));
-    QCOMPARE(m_editor->FileSave(), copy);
-    const QByteArray saved = readBytes(copy);
-    QVERIFY2(!saved.toLower().contains("<base"), saved.constData());
-    QCOMPARE(saved.contains("<title>T</title>"), fullDocument);
-    QVERIFY(saved.contains("<p>yx</p>"));
-    // Loaded back with its BASE, so that relative links keep resolving.
-    QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
-}
-
-void tst_FileOperations::failedSaveKeepsTheOldFile_data()
-{
-    QTest::addColumn<QByteArray>("original");
-    QTest::addColumn<QString>("target"); // "": the document's own file
-    QTest::addColumn<QString>("insert");
-    QTest::addColumn<QString>("reason");
-
-    QTest::newRow("the target is a folder") << QByteArray("<p>old</p>") << "folder"
-                                            << "new "
-                                            << "It is a folder.";
-    QTest::newRow("a file stands where a folder must")
-        << QByteArray("<p>old</p>") << "old.html/sub/page.html"
-        << "new "
-        << "could not be created.";
-    QTest::newRow("read-only folder") << QByteArray("<p>old</p>") << ""
-                                      << "new "
-                                      << "Permission denied.";
-}
-
-void tst_FileOperations::failedSaveKeepsTheOldFile()
-{
-    QFETCH(QByteArray, original);
-    QFETCH(QString, target);
-    QFETCH(QString, insert);
-    QFETCH(QString, reason);
-
-    const bool readOnly = QByteArray(QTest::currentDataTag()) == "read-only folder";
-    // Root writes into read-only folders: the case runs as a user who cannot.
-    if (readOnly && geteuid() == 0) {
-        const QString failure = VantryTest::failureAsUnprivilegedUser(
-            QTest::currentTestFunction(), "read-only folder");
-        QVERIFY2(failure.isEmpty(), qPrintable(failure));
-        return;
-    }
-    QDir().mkpath(path(QStringLiteral("folder")));
-    const QString old = writeFile(QStringLiteral("old.html"), original);
-    m_editor->FileOpen(old);
-    QVERIFY(edit(insert));
-    if (readOnly)
-        QVERIFY(QFile::setPermissions(m_dir->path(), QFile::ReadOwner | QFile::ExeOwner));
-
-    const QString result
-        = target.isEmpty() ? m_editor->FileSave() : m_editor->FileSaveAs(path(target));
-    if (readOnly)
-        QFile::setPermissions(
-            m_dir->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-
-    QCOMPARE(result, old);
-    QVERIFY(m_editor->isDirty());
-    QCOMPARE(readBytes(old), original);
-    const QStringList messages = m_prompts->texts(RecordingPrompts::Kind::Critical);
-    QCOMPARE(messages.size(), 1);
-    QVERIFY2(messages.first().startsWith(QStringLiteral("The document could not be saved to ")),
-        qPrintable(messages.first()));
-    QVERIFY2(messages.first().contains(reason), qPrintable(messages.first()));
-    // The edit is still there to be saved elsewhere.
-    QVERIFY(bodyText().startsWith(insert.trimmed()));
-}
-
-void tst_FileOperations::encodingsSurviveOpenAndSave_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
-
-    // Documents as the engine writes them back, so that an unchanged one must come back
-    // byte for byte.
-    auto document = [](const char *meta, const char *body) -> QByteArray {
-        return QByteArray("<!DOCTYPE html><html><head>") + meta
-            + "<title>T</title></HEAD><body>\n<p>" + body + "</p>\n</body></html>";
-    };
-    const QString accents = QStringLiteral("Caf\u00E9 \u201Cquoted\u201D \u2013 5 \u20AC");
-    QTest::newRow("UTF-8") << document("<meta charset=\"utf-8\">", accents.toUtf8().constData())
-                           << accents;
-    QTest::newRow("UTF-8 without declaration")
-        << document("", "Emoji \xF0\x9F\x98\x80") << QStringLiteral("Emoji \U0001F600");
-    QTest::newRow("UTF-8 with BOM")
-        << QByteArray("\xEF\xBB\xBF") + document("", accents.toUtf8().constData()) << accents;
-    const QString utf16Text
-        = QString::fromUtf8(document("<meta charset=\"utf-16\">", ""))
-              .replace(QStringLiteral("<p></p>"),
-                  QStringLiteral("<p>") + accents + QStringLiteral(" \U0001F600</p>"));
-    QTest::newRow("UTF-16 LE with BOM")
-        << utf16LE(utf16Text) << accents + QStringLiteral(" \U0001F600");
-    QTest::newRow("windows-1252 declared")
-        << document("<meta charset=\"windows-1252\">", "Caf\xE9 \x93quoted\x94 \x96 5 \x80")
-        << accents;
-    QTest::newRow("iso-8859-1 declared in http-equiv") << document(
-        "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">",
-        "Caf\xE9 \x93quoted\x94 \x96 5 \x80") << accents;
-}
-
-void tst_FileOperations::encodingsSurviveOpenAndSave()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, text);
-
-    m_editor->setReturnFullDocument(true);
-    const QString file = writeFile(QStringLiteral("encoded.html"), bytes);
-    m_editor->FileOpen(file);
-    QVERIFY(m_prompts->shown.isEmpty());
-    QCOMPARE(bodyText(), text);
-
-    const QString copy = path(QStringLiteral("copy.html"));
-    QCOMPARE(m_editor->FileSaveAs(copy), copy);
-    QCOMPARE(readBytes(copy), bytes);
-}
-
-void tst_FileOperations::utf16WithoutBomStaysUtf16()
-{
-    const QString text = QStringLiteral("<html><body><p>\u03A9 caf\u00E9</p></body></html>");
-    QByteArray bytes = utf16LE(text).mid(2);
-    const QString file = writeFile(QStringLiteral("wide.html"), bytes);
-    // Saved and opened twice: a body without markup in front must still read as UTF-16.
-    for (int round = 0; round < 2; ++round) {
-        m_editor->FileOpen(file);
-        QVERIFY(m_prompts->shown.isEmpty());
-        QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
-        QVERIFY(edit(QStringLiteral(" ")));
-        QCOMPARE(m_editor->FileSave(), file);
-        QVERIFY(readBytes(file).startsWith("\xFF\xFE"));
-        QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
-    }
-}
-
-void tst_FileOperations::characterTheCharsetLacksIsSavedAsReference()
-{
-    const QString file = writeFile(QStringLiteral("latin.html"),
-        "<html><head><meta charset=\"windows-1252\"></head><body><p>caf\xE9</p></body></html>");
-    m_editor->FileOpen(file);
-    QVERIFY(edit(QStringLiteral("\u03A9 ")));
-    QCOMPARE(m_editor->FileSave(), file);
-    QVERIFY(m_prompts->shown.isEmpty());
-    QVERIFY(!m_editor->isDirty());
-    QCOMPARE(readBytes(file), QByteArray("<p>&#937; caf\xE9</p>"));
-    m_editor->FileOpen(file);
-    QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
-}
 
 QTEST_MAIN(tst_FileOperations)
 #include "tst_fileoperations.moc"

@@ -1,3 +1,4 @@
+#include "../common/datarows.h"
 #include "../common/files.h"
 #include "control/settings.h"
 
@@ -10,6 +11,8 @@
 
 using namespace Vantry;
 using namespace Vantry::Control;
+using VantryTest::columns;
+using VantryTest::row;
 using VantryTest::writeFile;
 
 namespace {
@@ -95,305 +98,279 @@ class TestSettings : public QObject
     Q_OBJECT
 
 private slots:
-    void defaults();
-    void names();
-    void bagOrder();
-    void roundTrip_data();
-    void roundTrip();
-    void convert_data();
-    void convert();
-    void badValues_data();
-    void badValues();
-    void handEditedIniTextKeepsCommas_data();
-    void handEditedIniTextKeepsCommas();
-    void malformedIniFile();
-    void unwritableIniFile();
-};
 
-void TestSettings::defaults()
-{
-    const QHash<QString, QVariant> notEmpty = {
-        {QStringLiteral("Enabled"), true},
-        {QStringLiteral("FTP_AllowMultiableFiles"), QStringLiteral("true")},
-        {QStringLiteral("FTP_OverWriteFiles"), QStringLiteral("false")},
-        {QStringLiteral("FTP_IncermentExistingFileNames"), QStringLiteral("true")},
-        {QStringLiteral("FTP_StripInvalidCharacters"), QStringLiteral("true")},
-        {QStringLiteral("DefaultFontName"), QStringLiteral("arial")},
-        {QStringLiteral("DefaultFontSize"), QStringLiteral("10pt")},
-        {QStringLiteral("DefaultFontColor"), QStringLiteral("#000000")},
-        {QStringLiteral("SpellCheckAsYouType"), true},
-    };
-
-    Settings settings = changedSettings();
-    initProperties(settings);
-    for (const PropertyInfo &info : storedProperties()) {
-        const QVariant empty = info.kind() == PropertyBag::Kind::String ? QVariant(QString())
-            : info.kind() == PropertyBag::Kind::Boolean                 ? QVariant(false)
-                                                                        : QVariant(0);
-        const QVariant expected = notEmpty.value(QString(info.name), empty);
-        QVERIFY2(info.get(settings) == expected, info.name.data());
-        QVERIFY2(info.defaultValue() == expected, info.name.data());
-    }
-}
-
-void TestSettings::names()
-{
-    const PropertyInfo *userName = findProperty(u"FTP_UserName");
-    QVERIFY(userName);
-    QCOMPARE(QString(userName->bagName), QStringLiteral("FTP_Username"));
-    QCOMPARE(QString(userName->announcedName), QStringLiteral("FTP_UserName"));
-    QVERIFY(!findProperty(u"FTP_Username"));
-
-    const PropertyInfo *plainText = findProperty(u"GetPlainText");
-    QVERIFY(plainText);
-    QCOMPARE(QString(plainText->bagName), QStringLiteral("GetHtmlText"));
-    QVERIFY(plainText->announcedName.isEmpty());
-
-    const PropertyInfo *increment = findProperty(u"IncermentExistingFileNames");
-    QVERIFY(increment);
-    QCOMPARE(increment->kind(), PropertyBag::Kind::Boolean);
-    QCOMPARE(QString(increment->announcedName), QStringLiteral("FTP_IncermentExistingFileNames"));
-
-    MemoryPropertyBag bag;
-    Settings settings;
-    settings.IncermentExistingFileNames = true;
-    writeProperties(settings, bag);
-    QCOMPARE(bag.keys().size(), expectedBagOrder.size());
-    QVERIFY(!bag.contains(QStringLiteral("FTP_UserName")));
-    QVERIFY(!bag.contains(QStringLiteral("GetPlainText")));
-    // The Boolean and the text of the same name are separate settings.
-    QCOMPARE(bag.value(QStringLiteral("IncermentExistingFileNames")), QVariant(true));
-    QCOMPARE(bag.value(QStringLiteral("FTP_IncermentExistingFileNames")),
-        QVariant(QStringLiteral("true")));
-}
-
-void TestSettings::bagOrder()
-{
-    RecordingBag bag;
-    Settings settings;
-    readProperties(settings, bag);
-    QCOMPARE(bag.reads, expectedBagOrder);
-    writeProperties(settings, bag);
-    QCOMPARE(bag.writes, expectedBagOrder);
-}
-
-void TestSettings::roundTrip_data()
-{
-    QTest::addColumn<bool>("iniFile");
-    QTest::newRow("memory") << false;
-    QTest::newRow("ini file") << true;
-}
-
-void TestSettings::roundTrip()
-{
-    QFETCH(bool, iniFile);
-
-    const Settings written = changedSettings();
-    Settings read;
-    Settings defaults = written;
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString fileName = dir.filePath(QStringLiteral("host/editor.ini"));
-    std::unique_ptr<PropertyBag> bag;
-    if (iniFile) {
-        {
-            IniPropertyBag saved(fileName);
-            writeProperties(written, saved);
-            QVERIFY(saved.sync());
-        }
-        bag = std::make_unique<IniPropertyBag>(fileName);
-    } else {
-        bag = std::make_unique<MemoryPropertyBag>();
-        writeProperties(written, *bag);
-    }
-    readProperties(read, *bag);
-    QVERIFY2(bag->errors().isEmpty(), qPrintable(bag->errors().join(u'\n')));
-    const QString difference = firstDifference(read, written);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-
-    // Values equal to their defaults come back as well.
-    writeProperties(Settings(), *bag);
-    readProperties(defaults, *bag);
-    QVERIFY(firstDifference(defaults, Settings()).isEmpty());
-}
-
-void TestSettings::convert_data()
-{
-    using Kind = PropertyBag::Kind;
-    QTest::addColumn<QVariant>("raw");
-    QTest::addColumn<Kind>("kind");
-    QTest::addColumn<QVariant>("expected"); // invalid when rejected
-
-    QTest::newRow("TRUE") << QVariant(QStringLiteral("TRUE")) << Kind::Boolean << QVariant(true);
-    QTest::newRow("False") << QVariant(QStringLiteral("False")) << Kind::Boolean << QVariant(false);
-    QTest::newRow("\"-1\"") << QVariant(QStringLiteral("-1")) << Kind::Boolean << QVariant(true);
-    QTest::newRow("1") << QVariant(1) << Kind::Boolean << QVariant(true);
-    QTest::newRow("2 as Boolean") << QVariant(2) << Kind::Boolean << QVariant();
-
-    QTest::newRow("short") << QVariant::fromValue<qint16>(-32768) << Kind::Integer
-                           << QVariant(-32768);
-    QTest::newRow("\" 32767 \"") << QVariant(QStringLiteral(" 32767 ")) << Kind::Integer
-                                 << QVariant(32767);
-    QTest::newRow("whole double") << QVariant(12.0) << Kind::Integer << QVariant(12);
-    QTest::newRow("\"32768\"") << QVariant(QStringLiteral("32768")) << Kind::Integer << QVariant();
-    QTest::newRow("huge unsigned") << QVariant(quint64(-1)) << Kind::Integer << QVariant();
-    QTest::newRow("fraction") << QVariant(12.5) << Kind::Integer << QVariant();
-    QTest::newRow("bool as Integer") << QVariant(true) << Kind::Integer << QVariant();
-
-    QTest::newRow("list as text") << QVariant(QStringList{QStringLiteral("a")}) << Kind::String
-                                  << QVariant();
-}
-
-void TestSettings::convert()
-{
-    QFETCH(QVariant, raw);
-    QFETCH(PropertyBag::Kind, kind);
-    QFETCH(QVariant, expected);
-
-    QString error;
-    const QVariant value = PropertyBag::convert(QStringLiteral("Prop"), raw, kind, &error);
-    QCOMPARE(value, expected);
-    QCOMPARE(value.typeId(), expected.typeId());
-    QCOMPARE(error.contains(QStringLiteral("\"Prop\"")), !expected.isValid());
-}
-
-void TestSettings::badValues_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QVariant>("raw");
-    QTest::addColumn<QString>("shown");
-
-    QTest::newRow("70000") << QStringLiteral("ScrollTop") << QVariant(70000)
-                           << QStringLiteral("70000");
-    QTest::newRow("-40000") << QStringLiteral("SetDisplayWidth")
-                            << QVariant(QStringLiteral("-40000")) << QStringLiteral("-40000");
-    QTest::newRow("12abc") << QStringLiteral("ScrollLeft") << QVariant(QStringLiteral("12abc"))
-                           << QStringLiteral("12abc");
-    QTest::newRow("maybe") << QStringLiteral("Enabled") << QVariant(QStringLiteral("maybe"))
-                           << QStringLiteral("maybe");
-}
-
-void TestSettings::badValues()
-{
-    QFETCH(QString, key);
-    QFETCH(QVariant, raw);
-    QFETCH(QString, shown);
-
-    MemoryPropertyBag bag;
-    ErrorLog log;
-    bag.setErrorReceiver(&log);
-    const QStringList &handled = log.messages;
-    bag.setValue(QStringLiteral("BaseURL"), QStringLiteral("http://example.org/"));
-    bag.setValue(QStringLiteral("ScrollBars"), QStringLiteral("-1"));
-    bag.setValue(QStringLiteral("SetDisplayHeight"), QStringLiteral("300"));
-    bag.setValue(key, raw);
-
-    Settings settings = changedSettings();
-    readProperties(settings, bag);
-
-    QCOMPARE(handled.size(), 1);
-    QCOMPARE(bag.errors(), handled);
-    QVERIFY2(handled.first().contains(u'"' + key + u'"'), qPrintable(handled.first()));
-    QVERIFY2(handled.first().contains(shown), qPrintable(handled.first()));
-    const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
-        [&key](const PropertyInfo &info) { return info.bagName == key; });
-    QCOMPARE(property->get(settings), property->defaultValue());
-
-    QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
-    QCOMPARE(settings.ScrollBars, true);
-    QCOMPARE(settings.SetDisplayHeight, qint16(300));
-}
-
-void TestSettings::handEditedIniTextKeepsCommas_data()
-{
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("password") << QString() << QByteArray("FTP_Password=S3cret,Passw0rd")
-                              << "S3cret,Passw0rd";
-    QTest::newRow("spaces around commas, in a group")
-        << "HTMLEditorComponent" << QByteArray("LinkTargets = _blank, _top ,main ")
-        << "_blank, _top ,main";
-    QTest::newRow("quotes, escapes and a comment")
-        << QString() << QByteArray("PageTitle=\"a, b \",c\\x41\\t; note") << "a, b ,cA\t";
-}
-
-void TestSettings::handEditedIniTextKeepsCommas()
-{
-    QFETCH(QString, group);
-    QFETCH(QByteArray, line);
-    QFETCH(QString, expected);
-
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
-    const QByteArray section = group.isEmpty() ? "General" : group.toUtf8();
-    QVERIFY(writeFile(fileName, "[Other]\n" + line + "\n[" + section + "]\n" + line + "\n"));
-    IniPropertyBag bag(fileName, group);
-    Settings settings;
-    readProperties(settings, bag);
-    QVERIFY2(bag.errors().isEmpty(), qPrintable(bag.errors().join(u'\n')));
-    const QString name = QString::fromUtf8(line.left(line.indexOf('=')).trimmed());
-    const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
-        [&name](const PropertyInfo &info) { return info.bagName == name; });
-    QCOMPARE(property->get(settings).toString(), expected);
-}
-
-void TestSettings::malformedIniFile()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
-    const QByteArray content = "[HTMLEditorComponent]\nBaseURL=http://example.org/\n"
-                               "ScrollTop=70000\n[broken\nScrollLeft=5\n";
-    QVERIFY(writeFile(fileName, content));
-
+    void defaults()
     {
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("malformed")));
+        const QHash<QString, QVariant> notEmpty = {
+            {QStringLiteral("Enabled"), true},
+            {QStringLiteral("FTP_AllowMultiableFiles"), QStringLiteral("true")},
+            {QStringLiteral("FTP_OverWriteFiles"), QStringLiteral("false")},
+            {QStringLiteral("FTP_IncermentExistingFileNames"), QStringLiteral("true")},
+            {QStringLiteral("FTP_StripInvalidCharacters"), QStringLiteral("true")},
+            {QStringLiteral("DefaultFontName"), QStringLiteral("arial")},
+            {QStringLiteral("DefaultFontSize"), QStringLiteral("10pt")},
+            {QStringLiteral("DefaultFontColor"), QStringLiteral("#000000")},
+            {QStringLiteral("SpellCheckAsYouType"), true},
+        };
+
+        Settings settings = changedSettings();
+        initProperties(settings);
+        for (const PropertyInfo &info : storedProperties()) {
+            const QVariant empty = info.kind() == PropertyBag::Kind::String ? QVariant(QString())
+                : info.kind() == PropertyBag::Kind::Boolean                 ? QVariant(false)
+                                                                            : QVariant(0);
+            const QVariant expected = notEmpty.value(QString(info.name), empty);
+            QVERIFY2(info.get(settings) == expected, info.name.data());
+            QVERIFY2(info.defaultValue() == expected, info.name.data());
+        }
+    }
+
+    void names()
+    {
+        const PropertyInfo *userName = findProperty(u"FTP_UserName");
+        QVERIFY(userName);
+        QCOMPARE(QString(userName->bagName), QStringLiteral("FTP_Username"));
+        QCOMPARE(QString(userName->announcedName), QStringLiteral("FTP_UserName"));
+        QVERIFY(!findProperty(u"FTP_Username"));
+
+        const PropertyInfo *plainText = findProperty(u"GetPlainText");
+        QVERIFY(plainText);
+        QCOMPARE(QString(plainText->bagName), QStringLiteral("GetHtmlText"));
+        QVERIFY(plainText->announcedName.isEmpty());
+
+        const PropertyInfo *increment = findProperty(u"IncermentExistingFileNames");
+        QVERIFY(increment);
+        QCOMPARE(increment->kind(), PropertyBag::Kind::Boolean);
+        QCOMPARE(
+            QString(increment->announcedName), QStringLiteral("FTP_IncermentExistingFileNames"));
+
+        MemoryPropertyBag bag;
+        Settings settings;
+        settings.IncermentExistingFileNames = true;
+        writeProperties(settings, bag);
+        QCOMPARE(bag.keys().size(), expectedBagOrder.size());
+        QVERIFY(!bag.contains(QStringLiteral("FTP_UserName")));
+        QVERIFY(!bag.contains(QStringLiteral("GetPlainText")));
+        // The Boolean and the text of the same name are separate settings.
+        QCOMPARE(bag.value(QStringLiteral("IncermentExistingFileNames")), QVariant(true));
+        QCOMPARE(bag.value(QStringLiteral("FTP_IncermentExistingFileNames")),
+            QVariant(QStringLiteral("true")));
+    }
+
+    void bagOrder()
+    {
+        RecordingBag bag;
+        Settings settings;
+        readProperties(settings, bag);
+        QCOMPARE(bag.reads, expectedBagOrder);
+        writeProperties(settings, bag);
+        QCOMPARE(bag.writes, expectedBagOrder);
+    }
+
+    void roundTrip_data()
+    {
+        QTest::addColumn<bool>("iniFile");
+        row("memory", false);
+        row("ini file", true);
+    }
+
+    void roundTrip()
+    {
+        QFETCH(bool, iniFile);
+
+        const Settings written = changedSettings();
+        Settings read;
+        Settings defaults = written;
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QString fileName = dir.filePath(QStringLiteral("host/editor.ini"));
+        std::unique_ptr<PropertyBag> bag;
+        if (iniFile) {
+            {
+                IniPropertyBag saved(fileName);
+                writeProperties(written, saved);
+                QVERIFY(saved.sync());
+            }
+            bag = std::make_unique<IniPropertyBag>(fileName);
+        } else {
+            bag = std::make_unique<MemoryPropertyBag>();
+            writeProperties(written, *bag);
+        }
+        readProperties(read, *bag);
+        QVERIFY2(bag->errors().isEmpty(), qPrintable(bag->errors().join(u'\n')));
+        const QString difference = firstDifference(read, written);
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));
+
+        // Values equal to their defaults come back as well.
+        writeProperties(Settings(), *bag);
+        readProperties(defaults, *bag);
+        QVERIFY(firstDifference(defaults, Settings()).isEmpty());
+    }
+
+    void convert_data()
+    {
+        using Kind = PropertyBag::Kind;
+        columns<QVariant, Kind>("raw", "kind");
+        QTest::addColumn<QVariant>("expected"); // invalid when rejected
+
+        row("TRUE", QVariant(QStringLiteral("TRUE")), Kind::Boolean, QVariant(true));
+        row("False", QVariant(QStringLiteral("False")), Kind::Boolean, QVariant(false));
+        row("\"-1\"", QVariant(QStringLiteral("-1")), Kind::Boolean, QVariant(true));
+        row("1", QVariant(1), Kind::Boolean, QVariant(true));
+        row("2 as Boolean", QVariant(2), Kind::Boolean, QVariant());
+
+        row("short", QVariant::fromValue<qint16>(-32768), Kind::Integer, QVariant(-32768));
+        row("\" 32767 \"", QVariant(QStringLiteral(" 32767 ")), Kind::Integer, QVariant(32767));
+        row("whole double", QVariant(12.0), Kind::Integer, QVariant(12));
+        row("\"32768\"", QVariant(QStringLiteral("32768")), Kind::Integer, QVariant());
+        row("huge unsigned", QVariant(quint64(-1)), Kind::Integer, QVariant());
+        row("fraction", QVariant(12.5), Kind::Integer, QVariant());
+        row("bool as Integer", QVariant(true), Kind::Integer, QVariant());
+
+        row("list as text", QVariant(QStringList{QStringLiteral("a")}), Kind::String, QVariant());
+    }
+
+    void convert()
+    {
+        QFETCH(QVariant, raw);
+        QFETCH(PropertyBag::Kind, kind);
+        QFETCH(QVariant, expected);
+
+        QString error;
+        const QVariant value = PropertyBag::convert(QStringLiteral("Prop"), raw, kind, &error);
+        QCOMPARE(value, expected);
+        QCOMPARE(value.typeId(), expected.typeId());
+        QCOMPARE(error.contains(QStringLiteral("\"Prop\"")), !expected.isValid());
+    }
+
+    void badValues_data()
+    {
+        columns<QString, QVariant, QString>("key", "raw", "shown");
+
+        row("70000", "ScrollTop", QVariant(70000), "70000");
+        row("-40000", "SetDisplayWidth", QVariant(QStringLiteral("-40000")), "-40000");
+        row("12abc", "ScrollLeft", QVariant(QStringLiteral("12abc")), "12abc");
+        row("maybe", "Enabled", QVariant(QStringLiteral("maybe")), "maybe");
+    }
+
+    void badValues()
+    {
+        QFETCH(QString, key);
+        QFETCH(QVariant, raw);
+        QFETCH(QString, shown);
+
+        MemoryPropertyBag bag;
+        ErrorLog log;
+        bag.setErrorReceiver(&log);
+        const QStringList &handled = log.messages;
+        bag.setValue(QStringLiteral("BaseURL"), QStringLiteral("http://example.org/"));
+        bag.setValue(QStringLiteral("ScrollBars"), QStringLiteral("-1"));
+        bag.setValue(QStringLiteral("SetDisplayHeight"), QStringLiteral("300"));
+        bag.setValue(key, raw);
+
+        Settings settings = changedSettings();
+        readProperties(settings, bag);
+
+        QCOMPARE(handled.size(), 1);
+        QCOMPARE(bag.errors(), handled);
+        QVERIFY2(handled.first().contains(u'"' + key + u'"'), qPrintable(handled.first()));
+        QVERIFY2(handled.first().contains(shown), qPrintable(handled.first()));
+        const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
+            [&key](const PropertyInfo &info) { return info.bagName == key; });
+        QCOMPARE(property->get(settings), property->defaultValue());
+
+        QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
+        QCOMPARE(settings.ScrollBars, true);
+        QCOMPARE(settings.SetDisplayHeight, qint16(300));
+    }
+
+    void handEditedIniTextKeepsCommas_data()
+    {
+        columns<QString, QByteArray, QString>("group", "line", "expected");
+
+        row("password", QString(), QByteArray("FTP_Password=S3cret,Passw0rd"), "S3cret,Passw0rd");
+        row("spaces around commas, in a group", "HTMLEditorComponent",
+            QByteArray("LinkTargets = _blank, _top ,main "), "_blank, _top ,main");
+        row("quotes, escapes and a comment", QString(),
+            QByteArray("PageTitle=\"a, b \",c\\x41\\t; note"), "a, b ,cA\t");
+    }
+
+    void handEditedIniTextKeepsCommas()
+    {
+        QFETCH(QString, group);
+        QFETCH(QByteArray, line);
+        QFETCH(QString, expected);
+
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
+        const QByteArray section = group.isEmpty() ? "General" : group.toUtf8();
+        QVERIFY(writeFile(fileName, "[Other]\n" + line + "\n[" + section + "]\n" + line + "\n"));
+        IniPropertyBag bag(fileName, group);
+        Settings settings;
+        readProperties(settings, bag);
+        QVERIFY2(bag.errors().isEmpty(), qPrintable(bag.errors().join(u'\n')));
+        const QString name = QString::fromUtf8(line.left(line.indexOf('=')).trimmed());
+        const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
+            [&name](const PropertyInfo &info) { return info.bagName == name; });
+        QCOMPARE(property->get(settings).toString(), expected);
+    }
+
+    void malformedIniFile()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
+        const QByteArray content = "[HTMLEditorComponent]\nBaseURL=http://example.org/\n"
+                                   "ScrollTop=70000\n[broken\nScrollLeft=5\n";
+        QVERIFY(writeFile(fileName, content));
+
+        {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("malformed")));
+            IniPropertyBag bag(fileName);
+            ErrorLog log;
+            bag.setErrorReceiver(&log);
+            QCOMPARE(bag.errors().size(), 1);
+            QVERIFY2(bag.errors().first().contains(fileName), qPrintable(bag.errors().first()));
+
+            Settings settings;
+            readProperties(settings, bag);
+            QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
+            QCOMPARE(bag.errors().size(), 2);
+            QVERIFY(bag.errors().last().contains(QStringLiteral("\"ScrollTop\"")));
+
+            // Changes are kept for reading but never replace what could not be parsed.
+            settings.PageTitle = QStringLiteral("Title");
+            writeProperties(settings, bag);
+            Settings reread;
+            readProperties(reread, bag);
+            QCOMPARE(reread.PageTitle, QStringLiteral("Title"));
+            QVERIFY(!bag.sync());
+            QCOMPARE(bag.errors().size(), 3);
+        }
+        QCOMPARE(VantryTest::readBytes(fileName), content);
+    }
+
+    void unwritableIniFile()
+    {
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        // A file stands where the folder would have to be made; permissions would not stop a
+        // test run as root.
+        const QString blocker = dir.filePath(QStringLiteral("blocker"));
+        QVERIFY(writeFile(blocker, "x"));
+        const QString fileName = blocker + QStringLiteral("/editor.ini");
+
         IniPropertyBag bag(fileName);
         ErrorLog log;
         bag.setErrorReceiver(&log);
-        QCOMPARE(bag.errors().size(), 1);
-        QVERIFY2(bag.errors().first().contains(fileName), qPrintable(bag.errors().first()));
-
-        Settings settings;
-        readProperties(settings, bag);
-        QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
-        QCOMPARE(bag.errors().size(), 2);
-        QVERIFY(bag.errors().last().contains(QStringLiteral("\"ScrollTop\"")));
-
-        // Changes are kept for reading but never replace what could not be parsed.
-        settings.PageTitle = QStringLiteral("Title");
-        writeProperties(settings, bag);
-        Settings reread;
-        readProperties(reread, bag);
-        QCOMPARE(reread.PageTitle, QStringLiteral("Title"));
+        const QStringList &handled = log.messages;
+        writeProperties(Settings(), bag);
         QVERIFY(!bag.sync());
-        QCOMPARE(bag.errors().size(), 3);
+        QCOMPARE(handled.size(), 1);
+        QVERIFY2(handled.first().contains(fileName), qPrintable(handled.first()));
     }
-    QCOMPARE(VantryTest::readBytes(fileName), content);
-}
-
-void TestSettings::unwritableIniFile()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    // A file stands where the folder would have to be made; permissions would not stop a
-    // test run as root.
-    const QString blocker = dir.filePath(QStringLiteral("blocker"));
-    QVERIFY(writeFile(blocker, "x"));
-    const QString fileName = blocker + QStringLiteral("/editor.ini");
-
-    IniPropertyBag bag(fileName);
-    ErrorLog log;
-    bag.setErrorReceiver(&log);
-    const QStringList &handled = log.messages;
-    writeProperties(Settings(), bag);
-    QVERIFY(!bag.sync());
-    QCOMPARE(handled.size(), 1);
-    QVERIFY2(handled.first().contains(fileName), qPrintable(handled.first()));
-}
+};
 
 QTEST_GUILESS_MAIN(TestSettings)
 

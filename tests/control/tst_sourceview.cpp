@@ -3,6 +3,7 @@
 // display, the editor's own commands and dialogs, tag completion, and its files under the
 // application directory.
 
+#include "../common/datarows.h"
 #include "../common/enginetest.h"
 #include "../common/files.h"
 #include "../common/recordingprompts.h"
@@ -29,7 +30,9 @@
 
 using namespace Vantry;
 using Platform::SourceEditor;
+using VantryTest::columns;
 using VantryTest::fontDivision;
+using VantryTest::row;
 using VantryTest::surfaceOf;
 using VantryTest::writeFile;
 
@@ -50,50 +53,643 @@ class tst_SourceView : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        m_window = std::make_unique<QWidget>();
+        m_host = new QLineEdit(m_window.get());
+        m_host->setGeometry(0, 0, 900, 30);
+        m_editor = new HTMLEditorComponent(m_window.get());
+        m_editor->setGeometry(0, 30, 900, 600);
+        m_window->resize(900, 630);
+        auto prompts = std::make_unique<VantryTest::RecordingPrompts>();
+        m_prompts = prompts.get();
+        m_editor->setUserPrompts(std::move(prompts));
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QVERIFY(VantryTest::waitUntilReady(*m_editor));
+    }
+
+    void init()
+    {
+        m_editor->InitProperties();
+        m_editor->setEditorEnabled(true);
+        m_editor->setSetHtmlSource(QStringLiteral("<p>one</p>"));
+        QVERIFY(m_editor->DesignViewActive());
+    }
+
+    void cleanup()
+    {
+        if (scintilla()->isListActive())
+            scintilla()->cancelList();
+        m_prompts->answers.clear();
+        m_prompts->shown.clear();
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        const auto dialogs = editor()->findChildren<QDialog *>();
+        for (QDialog *dialog : dialogs)
+            dialog->close();
+        editor()->setWhitespaceVisible(false);
+    }
 
     // Switching.
-    void toggleNamesTheViewInAnyCase_data();
-    void toggleNamesTheViewInAnyCase();
-    void tabsSwitchTheViews();
-    void bodyOrWholeDocumentTravelsBothWays_data();
-    void bodyOrWholeDocumentTravelsBothWays();
-    void loadingWhileSourceShowsReturnsToDesign();
-    void styleSheetLinksStandBeforeTheEndOfHead();
-    void enabledReachesTheSourceEditor();
+    void toggleNamesTheViewInAnyCase_data()
+    {
+        columns<bool, QVariant, bool>("fromSource", "view", "designActive");
+        row("SOURCE", false, QVariant(QStringLiteral("SOURCE")), false);
+        row("source", false, QVariant(QStringLiteral("source")), false);
+        row("Design", true, QVariant(QStringLiteral("Design")), true);
+        row("other word from design", false, QVariant(QStringLiteral("other word")), true);
+        row("other word from source", true, QVariant(QStringLiteral("other word")), false);
+        row("tab number", false, QVariant(2), true);
+        row("source again", true, QVariant(QStringLiteral("source")), false);
+    }
+
+    void toggleNamesTheViewInAnyCase()
+    {
+        QFETCH(bool, fromSource);
+        QFETCH(QVariant, view);
+        QFETCH(bool, designActive);
+
+        if (fromSource)
+            m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        QCOMPARE(m_editor->DesignViewActive(), !fromSource);
+        editor()->setText(editor()->text() + QStringLiteral("<p>kept</p>"));
+
+        m_editor->ToggleDesignSourceView(view);
+        QCOMPARE(m_editor->DesignViewActive(), designActive);
+        QCOMPARE(tabs()->currentIndex(), designActive ? 0 : 1);
+        QCOMPARE(sourceShows(), !designActive);
+        QCOMPARE(positionDisplay()->isVisible(), !designActive);
+        // Staying in the source view keeps what was typed there.
+        if (fromSource && !designActive)
+            QVERIFY(editor()->text().endsWith(QStringLiteral("<p>kept</p>")));
+    }
+
+    void bodyOrWholeDocumentTravelsBothWays_data()
+    {
+        QTest::addColumn<bool>("fullDocument");
+        row("body", false);
+        row("whole document", true);
+    }
+
+    void bodyOrWholeDocumentTravelsBothWays()
+    {
+        QFETCH(bool, fullDocument);
+        m_editor->setReturnFullDocument(fullDocument);
+        m_editor->setSetHtmlSource(
+            QStringLiteral("<html><head><title>T</title></head><body><p>one</p></body></html>"));
+        tabs()->setCurrentIndex(1);
+        QVERIFY(!m_editor->DesignViewActive());
+
+        QString text = editor()->text();
+        QVERIFY2(text.contains(QStringLiteral("<p>one</p>")), qPrintable(text));
+        QCOMPARE(text.contains(QStringLiteral("<title>T</title>")), fullDocument);
+        QCOMPARE(text.contains(QStringLiteral("<body"), Qt::CaseInsensitive), fullDocument);
+        if (!fullDocument)
+            QCOMPARE(text, surfaceOf(*m_editor)->bodyInnerHTML());
+
+        // Reading the document takes what was edited in the source, back in the design view.
+        editor()->setText(
+            text.replace(QStringLiteral("<p>one</p>"), QStringLiteral("<p>edited</p>")));
+        const QString html = m_editor->GetHtmlSource();
+        QVERIFY2(html.contains(QStringLiteral("<p>edited</p>")), qPrintable(html));
+        QVERIFY(!html.contains(QStringLiteral("<p>one</p>")));
+        QCOMPARE(html.contains(QStringLiteral("<title>T</title>")), fullDocument);
+        QVERIFY(m_editor->DesignViewActive());
+        QCOMPARE(tabs()->currentIndex(), 0);
+        QVERIFY(!sourceShows());
+
+        // Reading the text alone switches back too.
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        editor()->setText(QStringLiteral("<p>plain edit</p>"));
+        m_editor->GetPlainText();
+        QVERIFY(m_editor->DesignViewActive());
+        QVERIFY(surfaceOf(*m_editor)->bodyInnerHTML().contains(QStringLiteral("plain edit")));
+
+        // And so does the tab bar.
+        tabs()->setCurrentIndex(1);
+        editor()->setText(QStringLiteral("<p>two</p>"));
+        tabs()->setCurrentIndex(0);
+        QVERIFY(m_editor->DesignViewActive());
+        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>two</p>"));
+    }
+
+    void styleSheetLinksStandBeforeTheEndOfHead()
+    {
+        m_editor->setReturnFullDocument(true);
+        m_editor->setSetHtmlSource(
+            QStringLiteral("<html><head><title>T</title></head><body>"
+                           "<link rel=\"stylesheet\" href=\"one.css\"><p>text</p></body></html>"));
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        const QString text = editor()->text();
+        QCOMPARE(text.count(QStringLiteral("<link"), Qt::CaseInsensitive), 1);
+        QVERIFY2(text.contains(QStringLiteral("<LINK href=\"one.css\" rel=\"StyleSheet\"></HEAD>")),
+            qPrintable(text));
+    }
+
+    void enabledReachesTheSourceEditor()
+    {
+        m_editor->setEditorEnabled(false);
+        QVERIFY(!editor()->isEnabled());
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        // Back in design, the surface still browses.
+        QVERIFY(!surfaceOf(*m_editor)->isEditable());
+        m_editor->setEditorEnabled(true);
+        QVERIFY(editor()->isEnabled());
+    }
 
     // Edits and focus while the source shows.
-    void sourceEditsAreChangesAndLoadsAreNot_data();
-    void sourceEditsAreChangesAndLoadsAreNot();
-    void focusAndKeysGoToTheSourceNotTheHiddenPage_data();
-    void focusAndKeysGoToTheSourceNotTheHiddenPage();
+    void sourceEditsAreChangesAndLoadsAreNot_data()
+    {
+        QTest::addColumn<QString>("edit");
+        row("typing", "typing");
+        row("paste", "paste");
+        row("undo", "undo");
+        row("redo", "redo");
+        row("replace all", "replace all");
+        row("comment", "comment");
+    }
+
+    void sourceEditsAreChangesAndLoadsAreNot()
+    {
+        QFETCH(QString, edit);
+        QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("page.html"));
+        QVERIFY(writeFile(file, "<html><body><p>from file</p></body></html>"));
+        m_editor->setisDirty(false);
+        QSignalSpy changed(m_editor, &HTMLEditorComponent::HTMLChanged);
+
+        // Text the editor is given is no edit: switching, loading while the source shows, and
+        // opening a file while it shows.
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        m_editor->setSetHtmlSource(QStringLiteral("<p>loaded</p>"));
+        QVERIFY(m_editor->DesignViewActive());
+        QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>loaded</p></div>"));
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        m_editor->FileOpen(file);
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        QVERIFY(editor()->text().contains(QStringLiteral("from file")));
+        QCoreApplication::processEvents();
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(!m_editor->isDirty());
+
+        scintilla()->setFocus();
+        if (edit == QLatin1String("undo") || edit == QLatin1String("redo")) {
+            QTest::keyClicks(scintilla(), QStringLiteral("x"));
+            if (edit == QLatin1String("redo"))
+                choose("mnuUndo");
+            QTRY_VERIFY(m_editor->isDirty());
+            m_editor->setisDirty(false);
+            changed.clear();
+        }
+
+        const QString before = editor()->text();
+        // Raised as each change completes; a step of many changes counts once.
+        int changes = 1;
+        if (edit == QLatin1String("typing")) {
+            QTest::keyClicks(scintilla(), QStringLiteral("abc"));
+            changes = 3;
+        } else if (edit == QLatin1String("paste")) {
+            editor()->select(1, 1, 1, 4);
+            choose("mnuCopy");
+            editor()->setCaretPosition(1, 1);
+            choose("mnuPaste");
+        } else if (edit == QLatin1String("undo")) {
+            choose("mnuUndo");
+        } else if (edit == QLatin1String("redo")) {
+            choose("mnuRedo");
+        } else if (edit == QLatin1String("replace all")) {
+            choose("mnuReplace");
+            auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
+            dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("p"));
+            dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))
+                ->setText(QStringLiteral("P"));
+            dialog->findChild<QPushButton *>(QStringLiteral("cmdReplaceAll"))->click();
+        } else if (edit == QLatin1String("comment")) {
+            choose("mnuCommentSelection");
+        }
+        QVERIFY(editor()->text() != before);
+        QTRY_VERIFY(m_editor->isDirty());
+        QCOMPARE(changed.count(), changes);
+
+        // Replacing the document now asks first.
+        m_prompts->answers.enqueue(Platform::UserPrompts::Answer::Cancel);
+        m_editor->FileNew();
+        QCOMPARE(m_prompts->texts(VantryTest::RecordingPrompts::Kind::Question).size(), 1);
+        QVERIFY(!m_editor->DesignViewActive());
+        QVERIFY(m_editor->isDirty());
+    }
+
+    void focusAndKeysGoToTheSourceNotTheHiddenPage_data()
+    {
+        QTest::addColumn<QString>("path");
+        row("host sets the focus", "setFocus");
+        row("tab from the host", "tab");
+        row("cancelled save prompt", "prompt");
+    }
+
+    void focusAndKeysGoToTheSourceNotTheHiddenPage()
+    {
+        QFETCH(QString, path);
+        // Dialogs of earlier cases may have taken the activation.
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m_host->setFocus();
+        QTRY_VERIFY(m_host->hasFocus());
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        // A host that switches views keeps its focus.
+        QVERIFY(m_host->hasFocus());
+
+        if (path == QLatin1String("setFocus")) {
+            m_editor->setFocus();
+        } else if (path == QLatin1String("tab")) {
+            for (int step = 0; step < 40 && !focusInSource(); ++step) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                QVERIFY2(!focusInSurface(), qPrintable(QString::number(step)));
+            }
+        } else if (path == QLatin1String("prompt")) {
+            m_editor->setisDirty(true);
+            m_prompts->answers.enqueue(Platform::UserPrompts::Answer::Cancel);
+            m_editor->FileNew();
+            QCOMPARE(m_prompts->shown.size(), 1);
+        }
+        QTRY_VERIFY(focusInSource());
+        QVERIFY(!focusInSurface());
+
+        // What the user types lands in the source and survives the switch back.
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("typed"));
+        QVERIFY2(editor()->text().contains(QStringLiteral("typed")), qPrintable(editor()->text()));
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        const QString body = surfaceOf(*m_editor)->bodyInnerHTML();
+        QVERIFY2(body.contains(QStringLiteral("typed")), qPrintable(body));
+
+        // Back in design, the page takes the focus again.
+        QVERIFY(focusInSurface());
+        m_host->setFocus();
+        m_editor->setFocus();
+        QTRY_VERIFY(focusInSurface());
+    }
 
     // The position display.
-    void positionDisplayFollowsTheCaret();
+    void positionDisplayFollowsTheCaret()
+    {
+        QVERIFY(!positionDisplay()->isVisible());
+        m_editor->setSetHtmlSource(QStringLiteral("<p>first</p>\n<p>second</p>"));
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        QVERIFY(positionDisplay()->isVisible());
+        QCOMPARE(positionDisplay()->text(), QStringLiteral("Ln 1, Col 1"));
+        // It stands right of the tabs, inside the tab panel.
+        const QRect tabArea = tabs()->tabRect(1);
+        QVERIFY(positionDisplay()->geometry().left() > tabArea.right());
+        QVERIFY(positionDisplay()->parentWidget()->rect().contains(positionDisplay()->geometry()));
+
+        editor()->setFocus();
+        QTest::keyClick(scintilla(), Qt::Key_Right);
+        QTest::keyClick(scintilla(), Qt::Key_Right);
+        // QScintilla reports caret moves when it next updates its display.
+        QTRY_COMPARE(positionDisplay()->text(), QStringLiteral("Ln 1, Col 3"));
+        QTest::keyClick(scintilla(), Qt::Key_Down);
+        QTRY_COMPARE(positionDisplay()->text(), QStringLiteral("Ln 2, Col 3"));
+        editor()->setCaretPosition(1, 2);
+        QTRY_COMPARE(positionDisplay()->text(), QStringLiteral("Ln 1, Col 2"));
+    }
 
     // The editor's commands.
-    void commentCommandsWorkOnWholeLines_data();
-    void commentCommandsWorkOnWholeLines();
-    void caseCommandsChangeTheSelectionOnly_data();
-    void caseCommandsChangeTheSelectionOnly();
-    void whitespaceItemSaysWhatItWillDo();
-    void clipboardAndUndoItemsWhenTheyApply();
-    void findDialogSearchesBothWays();
-    void replaceAllDoesNotSearchItsOwnReplacements();
-    void goToLineDialogMovesTheCaret();
-    void tagListOpensForTagNamesOrWhenAsked_data();
-    void tagListOpensForTagNamesOrWhenAsked();
+    void commentCommandsWorkOnWholeLines_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QList<int>>("selection"); // line, column, line, column; empty: caret
+        QTest::addColumn<QString>("commented");
+
+        row("caret line", "<p>a</p>\n<p>b</p>", QList<int>{}, "<!--<p>a</p>-->\n<p>b</p>");
+        row("part of two lines", "<p>a</p>\n<p>b</p>\n<p>c</p>", QList<int>{1, 3, 2, 2},
+            "<!--<p>a</p>-->\n<!--<p>b</p>-->\n<p>c</p>");
+        row("selection ending at a line start", "<p>a</p>\n<p>b</p>", QList<int>{1, 1, 2, 1},
+            "<!--<p>a</p>-->\n<p>b</p>");
+        row("indentation and blank lines stay", "  <p>a</p>  \n\n\t<br>", QList<int>{1, 1, 3, 5},
+            "  <!--<p>a</p>-->  \n\n\t<!--<br>-->");
+    }
+
+    void commentCommandsWorkOnWholeLines()
+    {
+        QFETCH(QString, text);
+        QFETCH(QList<int>, selection);
+        QFETCH(QString, commented);
+
+        editor()->setText(text);
+        if (!selection.isEmpty())
+            editor()->select(selection[0], selection[1], selection[2], selection[3]);
+        choose("mnuCommentSelection");
+        QCOMPARE(editor()->text(), commented);
+        // The touched lines stay selected, so that uncommenting takes the same lines.
+        choose("mnuUncommentSelection");
+        QCOMPARE(editor()->text(), text);
+
+        // One command is one undo step.
+        choose("mnuCommentSelection");
+        choose("mnuUndo");
+        QCOMPARE(editor()->text(), text);
+    }
+
+    void caseCommandsChangeTheSelectionOnly_data()
+    {
+        columns<QString, QString>("item", "expected");
+        row("upper", "mnuMakeUpperCase", "<p>MIXED Case</p>");
+        row("lower", "mnuMakeLowerCase", "<p>mixed Case</p>");
+    }
+
+    void caseCommandsChangeTheSelectionOnly()
+    {
+        QFETCH(QString, item);
+        QFETCH(QString, expected);
+        editor()->setText(QStringLiteral("<p>MiXeD Case</p>"));
+        editor()->select(1, 4, 1, 9);
+        choose(item.toLatin1().constData());
+        QCOMPARE(editor()->text(), expected);
+        QCOMPARE(editor()->selectedText(), expected.mid(3, 5));
+    }
+
+    void whitespaceItemSaysWhatItWillDo()
+    {
+        QAction *item = menuItem("mnuShowWhiteSpace");
+        openMenu();
+        QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
+        choose("mnuShowWhiteSpace");
+        QVERIFY(editor()->isWhitespaceVisible());
+        QCOMPARE(scintilla()->whitespaceVisibility(), QsciScintilla::WsVisible);
+        openMenu();
+        QCOMPARE(item->text(), QStringLiteral("Hide Whitespace"));
+        choose("mnuShowWhiteSpace");
+        QVERIFY(!editor()->isWhitespaceVisible());
+        openMenu();
+        QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
+    }
+
+    void clipboardAndUndoItemsWhenTheyApply()
+    {
+        editor()->setText(QStringLiteral("abc def"));
+        openMenu();
+        // A fresh text has nothing to undo and nothing selected.
+        QVERIFY(!menuItem("mnuUndo")->isEnabled());
+        QVERIFY(!menuItem("mnuCut")->isEnabled());
+        QVERIFY(!menuItem("mnuMakeUpperCase")->isEnabled());
+        QVERIFY(menuItem("mnuFind")->isEnabled());
+        editor()->select(1, 1, 1, 4);
+        openMenu();
+        QVERIFY(menuItem("mnuCut")->isEnabled());
+        QVERIFY(menuItem("mnuMakeLowerCase")->isEnabled());
+
+        choose("mnuCopy");
+        editor()->setCaretPosition(1, 8);
+        choose("mnuPaste");
+        QCOMPARE(editor()->text(), QStringLiteral("abc defabc"));
+        editor()->select(1, 4, 1, 8);
+        choose("mnuCut");
+        QCOMPARE(editor()->text(), QStringLiteral("abcabc"));
+        choose("mnuUndo");
+        QCOMPARE(editor()->text(), QStringLiteral("abc defabc"));
+        choose("mnuRedo");
+        QCOMPARE(editor()->text(), QStringLiteral("abcabc"));
+    }
+
+    void findDialogSearchesBothWays()
+    {
+        editor()->setText(QStringLiteral("Cat cat\ncategory CAT"));
+        choose("mnuFind");
+        auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
+        QVERIFY(dialog);
+        QVERIFY(dialog->isVisible());
+        QVERIFY(!dialog->isModal());
+        QVERIFY(!dialog->isReplaceMode());
+        QVERIFY(!dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->isVisible());
+
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("cat"));
+        auto *findNext = dialog->findChild<QPushButton *>(QStringLiteral("cmdFindNext"));
+        findNext->click();
+        QCOMPARE(editor()->caretLine(), 1);
+        QCOMPARE(editor()->caretColumn(), 4);
+        findNext->click();
+        QCOMPARE(editor()->caretColumn(), 8);
+        findNext->click();
+        QCOMPARE(editor()->caretLine(), 2);
+
+        dialog->findChild<QCheckBox *>(QStringLiteral("chkSearchUp"))->setChecked(true);
+        findNext->click();
+        QCOMPARE(editor()->caretLine(), 1);
+        QCOMPARE(editor()->selectedText(), QStringLiteral("cat"));
+        QCOMPARE(editor()->caretColumn(), 8);
+
+        dialog->findChild<QCheckBox *>(QStringLiteral("chkSearchUp"))->setChecked(false);
+        dialog->findChild<QCheckBox *>(QStringLiteral("chkMatchCase"))->setChecked(true);
+        dialog->findChild<QCheckBox *>(QStringLiteral("chkWholeWord"))->setChecked(true);
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("CAT"));
+        findNext->click();
+        QCOMPARE(editor()->caretLine(), 2);
+        QCOMPARE(editor()->caretColumn(), 13);
+        QVERIFY(dialog->statusText().isEmpty());
+
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("dog"));
+        findNext->click();
+        QVERIFY(!dialog->statusText().isEmpty());
+        dialog->findChild<QPushButton *>(QStringLiteral("cmdClose"))->click();
+        QVERIFY(!dialog->isVisible());
+    }
+
+    void replaceAllDoesNotSearchItsOwnReplacements()
+    {
+        editor()->setText(QStringLiteral("a b A\na"));
+        choose("mnuReplace");
+        auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
+        QVERIFY(dialog->isVisible());
+        QVERIFY(dialog->isReplaceMode());
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Replace"));
+        for (const QString &name : {QStringLiteral("chkMatchCase"), QStringLiteral("chkWholeWord"),
+                 QStringLiteral("chkSearchUp")})
+            dialog->findChild<QCheckBox *>(name)->setChecked(false);
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("a"));
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("aa"));
+        dialog->findChild<QPushButton *>(QStringLiteral("cmdReplaceAll"))->click();
+        QCOMPARE(editor()->text(), QStringLiteral("aa b aa\naa"));
+        QCOMPARE(dialog->statusText(), QStringLiteral("3 occurrences replaced."));
+        choose("mnuUndo");
+        QCOMPARE(editor()->text(), QStringLiteral("a b A\na"));
+
+        // Replace goes one occurrence at a time and selects the next.
+        editor()->setCaretPosition(1, 1);
+        auto *replace = dialog->findChild<QPushButton *>(QStringLiteral("cmdReplace"));
+        dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("x"));
+        replace->click(); // selects the first
+        QCOMPARE(editor()->text(), QStringLiteral("a b A\na"));
+        replace->click();
+        QCOMPARE(editor()->text(), QStringLiteral("x b A\na"));
+        QCOMPARE(editor()->selectedText(), QStringLiteral("A"));
+    }
+
+    void goToLineDialogMovesTheCaret()
+    {
+        editor()->setText(QStringLiteral("1\n2\n3\n4"));
+        choose("mnuGoTo");
+        auto *dialog = editor()->findChild<Dialogs::GoToLineDialog *>();
+        QVERIFY(dialog);
+        QVERIFY(dialog->isVisible());
+        QCOMPARE(dialog->line(), 1);
+        dialog->setLine(9); // beyond the text: the last line
+        QCOMPARE(dialog->line(), 4);
+        dialog->setLine(3);
+        dialog->accept();
+        QVERIFY(!dialog->isVisible());
+        QCOMPARE(editor()->caretLine(), 3);
+        QCOMPARE(editor()->caretColumn(), 1);
+
+        choose("mnuGoTo");
+        QCOMPARE(dialog->line(), 3);
+        dialog->setLine(1);
+        dialog->reject();
+        QCOMPARE(editor()->caretLine(), 3);
+    }
+
+    void tagListOpensForTagNamesOrWhenAsked_data()
+    {
+        columns<QString, bool, QString>("typed", "ask", "expected");
+        row("word in text", "a tab", false, "a tab\n");
+        row("text after a tag", "<p>ta", false, "<p>ta\n");
+        row("attribute name", "<td wi", false, "<td wi\n");
+        row("tag name", "<ta", false, "<table");
+        row("closing tag name", "</ta", false, "</table");
+        row("asked for", "a ta", true, "a table");
+        row("asked for, nothing fits", "zq", true, "zq\n");
+    }
+
+    void tagListOpensForTagNamesOrWhenAsked()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, ask);
+        QFETCH(QString, expected);
+        editor()->loadMemberList(QString());
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        editor()->setText(QString());
+        scintilla()->setFocus();
+        QTest::keyClicks(scintilla(), typed);
+        if (ask)
+            QTest::keyClick(scintilla(), Qt::Key_Space, Qt::ControlModifier);
+        QTest::keyClick(scintilla(), Qt::Key_Return);
+        QCOMPARE(editor()->text(), expected);
+    }
 
     // Files under the application directory.
-    void applicationDirectoryDropsOneSeparatorAndExists_data();
-    void applicationDirectoryDropsOneSeparatorAndExists();
-    void emptyApplicationDirectoryIsTheSharedDataFolder();
-    void memberListComesFromTheApplicationDirectory();
-    void missingMemberListFallsBackSilently();
-    void languageFileColoursTheLexer();
-    void fileFormatsSkipWhatTheyCannotRead();
+    void applicationDirectoryDropsOneSeparatorAndExists_data()
+    {
+        columns<QString, QString>("suffix", "expected");
+        row("plain", "app", "app");
+        row("trailing separator", "app/", "app");
+        row("only one separator dropped", "deep/app//", "deep/app/");
+    }
+
+    void applicationDirectoryDropsOneSeparatorAndExists()
+    {
+        QFETCH(QString, suffix);
+        QFETCH(QString, expected);
+        QTemporaryDir root;
+        QVERIFY(root.isValid());
+        const QString directory = Control::applicationDirectory(root.filePath(suffix));
+        QCOMPARE(directory, root.path() + QLatin1Char('/') + expected);
+        QVERIFY(QFileInfo(directory).isDir());
+    }
+
+    void emptyApplicationDirectoryIsTheSharedDataFolder()
+    {
+        const QString directory = Control::applicationDirectory(QString());
+        QVERIFY2(directory.endsWith(QStringLiteral("/Vantry Technologies/HTML Editor Control")),
+            qPrintable(directory));
+        const QStringList dataFolders
+            = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+        QVERIFY(std::any_of(dataFolders.begin(), dataFolders.end(),
+            [&](const QString &folder) { return directory.startsWith(folder); }));
+    }
+
+    void memberListComesFromTheApplicationDirectory()
+    {
+        QTemporaryDir root;
+        QVERIFY(writeFile(root.filePath(QStringLiteral("memberlists/html tags.mbr")),
+            "# site tags\r\ncustomtag\r\n  <blink>  \r\n\r\ncustard\r\n"));
+        QSignalSpy prepared(editor(), &SourceEditor::memberListPrepared);
+        readApplicationDirectory(root.path() + QLatin1Char('/'));
+        QCOMPARE(editor()->memberList(),
+            (QStringList{
+                QStringLiteral("customtag"), QStringLiteral("blink"), QStringLiteral("custard")}));
+        QCOMPARE(SourceEditor::memberListTitle(), QStringLiteral("HTML Tags"));
+
+        // Typing the start of a tag offers the list's tags.
+        QTRY_VERIFY(editor()->isMemberListPrepared());
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        editor()->setText(QString());
+        scintilla()->setFocus();
+        QTest::keyClicks(scintilla(), QStringLiteral("<cu"));
+        QTRY_VERIFY(scintilla()->isListActive());
+        QTest::keyClick(scintilla(), Qt::Key_Return);
+        QVERIFY2(
+            editor()->text().startsWith(QStringLiteral("<cust")), qPrintable(editor()->text()));
+        scintilla()->cancelList();
+    }
+
+    void missingMemberListFallsBackSilently()
+    {
+        QTemporaryDir root;
+        const QString directory = root.filePath(QStringLiteral("not yet there"));
+        readApplicationDirectory(directory);
+        QVERIFY(QFileInfo(directory).isDir());
+        QCOMPARE(editor()->memberList(), Platform::SourceText::builtInHtmlTags());
+        QVERIFY(editor()->memberList().contains(QStringLiteral("table")));
+        QVERIFY(!QTest::qWaitFor(anyDialogShown, 50));
+
+        // An empty list file counts as missing.
+        QVERIFY(writeFile(directory + QStringLiteral("/memberlists/html tags.mbr"), "# none\n"));
+        readApplicationDirectory(directory);
+        QCOMPARE(editor()->memberList(), Platform::SourceText::builtInHtmlTags());
+    }
+
+    void languageFileColoursTheLexer()
+    {
+        QsciLexer *lexer = scintilla()->lexer();
+        QVERIFY(lexer);
+        const int tagStyle = 1;
+        const int commentStyle = 9;
+        QCOMPARE(lexer->description(tagStyle), QStringLiteral("Tag"));
+        QCOMPARE(lexer->description(commentStyle), QStringLiteral("HTML comment"));
+        const QColor defaultTag = lexer->defaultColor(tagStyle);
+
+        QTemporaryDir root;
+        QVERIFY(writeFile(root.filePath(QStringLiteral("languages/html.lng")),
+            "# colours\ntag = #123456\nHTML Comment = navy, #fafafa\n"));
+        readApplicationDirectory(root.path());
+        QCOMPARE(lexer->color(tagStyle), QColor(0x12, 0x34, 0x56));
+        QCOMPARE(lexer->color(commentStyle), QColor(Qt::darkBlue));
+        QCOMPARE(lexer->paper(commentStyle), QColor(0xfa, 0xfa, 0xfa));
+
+        // Without the file the lexer's own colours come back.
+        QVERIFY(QFile::remove(root.filePath(QStringLiteral("languages/html.lng"))));
+        readApplicationDirectory(root.path());
+        QCOMPARE(lexer->color(tagStyle), defaultTag);
+    }
+
+    void fileFormatsSkipWhatTheyCannotRead()
+    {
+        using namespace Platform::SourceText;
+        const QList<StyleColour> styles = parseLanguageFile(QStringLiteral(
+            "; comment\nTag = nocolour\n= #000000\nAttribute #ff0000\nEntity = red, blue, green\n"
+            "Default = #010203 , #040506\r\n"));
+        QCOMPARE(styles.size(), 1);
+        QCOMPARE(styles.first().styleName, QStringLiteral("Default"));
+        QCOMPARE(styles.first().foreground, QColor(1, 2, 3));
+        QCOMPARE(styles.first().background, QColor(4, 5, 6));
+
+        QCOMPARE(
+            parseMemberList(QStringLiteral("<>\n  \n#x\na\n")), QStringList{QStringLiteral("a")});
+        // Lines that only look commented are left alone.
+        QCOMPARE(uncommentLine(QStringLiteral("<!-->")), QStringLiteral("<!-->"));
+        QCOMPARE(uncommentLine(QStringLiteral("<!-- a --> b")), QStringLiteral("<!-- a --> b"));
+        QCOMPARE(uncommentLine(QStringLiteral(" <!-- a --> ")), QStringLiteral("  a  "));
+    }
 
 private:
     SourceEditor *editor() const { return m_editor->findChild<SourceEditor *>(); }
@@ -116,9 +712,29 @@ private:
         openMenu();
         menuItem(name)->trigger();
     }
-    void readApplicationDirectory(const QString &path);
-    bool sourceShows() const;
-    static bool focusIn(const QWidget *widget);
+
+    void readApplicationDirectory(const QString &path)
+    {
+        MemoryPropertyBag bag;
+        bag.setValue(QStringLiteral("ApplicationDirectoryPath"), path);
+        m_editor->ReadProperties(bag);
+    }
+
+    // The source editor shows by covering the whole editing panel, surface included.
+    bool sourceShows() const
+    {
+        const auto *panel = m_editor->findChild<QWidget *>(QStringLiteral("picDHTMLEdit"));
+        const QWidget *top = panel->childAt(panel->rect().center());
+        return editor()->isVisible() && editor()->geometry() == panel->rect()
+            && (top == editor() || editor()->isAncestorOf(top));
+    }
+
+    static bool focusIn(const QWidget *widget)
+    {
+        const QWidget *focused = QApplication::focusWidget();
+        return focused && (focused == widget || widget->isAncestorOf(focused));
+    }
+
     bool focusInSurface() const { return focusIn(surfaceOf(*m_editor)->widget()); }
     bool focusInSource() const { return focusIn(editor()); }
 
@@ -127,681 +743,6 @@ private:
     HTMLEditorComponent *m_editor = nullptr;
     VantryTest::RecordingPrompts *m_prompts = nullptr; // owned by the editor
 };
-
-void tst_SourceView::initTestCase()
-{
-    m_window = std::make_unique<QWidget>();
-    m_host = new QLineEdit(m_window.get());
-    m_host->setGeometry(0, 0, 900, 30);
-    m_editor = new HTMLEditorComponent(m_window.get());
-    m_editor->setGeometry(0, 30, 900, 600);
-    m_window->resize(900, 630);
-    auto prompts = std::make_unique<VantryTest::RecordingPrompts>();
-    m_prompts = prompts.get();
-    m_editor->setUserPrompts(std::move(prompts));
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QVERIFY(VantryTest::waitUntilReady(*m_editor));
-}
-
-void tst_SourceView::init()
-{
-    m_editor->InitProperties();
-    m_editor->setEditorEnabled(true);
-    m_editor->setSetHtmlSource(QStringLiteral("<p>one</p>"));
-    QVERIFY(m_editor->DesignViewActive());
-}
-
-void tst_SourceView::cleanup()
-{
-    if (scintilla()->isListActive())
-        scintilla()->cancelList();
-    m_prompts->answers.clear();
-    m_prompts->shown.clear();
-    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-    const auto dialogs = editor()->findChildren<QDialog *>();
-    for (QDialog *dialog : dialogs)
-        dialog->close();
-    editor()->setWhitespaceVisible(false);
-}
-
-void tst_SourceView::readApplicationDirectory(const QString &path)
-{
-    MemoryPropertyBag bag;
-    bag.setValue(QStringLiteral("ApplicationDirectoryPath"), path);
-    m_editor->ReadProperties(bag);
-}
-
-// The source editor shows by covering the whole editing panel, surface included.
-bool tst_SourceView::sourceShows() const
-{
-    const auto *panel = m_editor->findChild<QWidget *>(QStringLiteral("picDHTMLEdit"));
-    const QWidget *top = panel->childAt(panel->rect().center());
-    return editor()->isVisible() && editor()->geometry() == panel->rect()
-        && (top == editor() || editor()->isAncestorOf(top));
-}
-
-bool tst_SourceView::focusIn(const QWidget *widget)
-{
-    const QWidget *focused = QApplication::focusWidget();
-    return focused && (focused == widget || widget->isAncestorOf(focused));
-}
-
-void tst_SourceView::toggleNamesTheViewInAnyCase_data()
-{
-    QTest::addColumn<bool>("fromSource");
-    QTest::addColumn<QVariant>("view");
-    QTest::addColumn<bool>("designActive");
-    QTest::newRow("SOURCE") << false << QVariant(QStringLiteral("SOURCE")) << false;
-    QTest::newRow("source") << false << QVariant(QStringLiteral("source")) << false;
-    QTest::newRow("Design") << true << QVariant(QStringLiteral("Design")) << true;
-    QTest::newRow("other word from design")
-        << false << QVariant(QStringLiteral("other word")) << true;
-    QTest::newRow("other word from source")
-        << true << QVariant(QStringLiteral("other word")) << false;
-    QTest::newRow("tab number") << false << QVariant(2) << true;
-    QTest::newRow("source again") << true << QVariant(QStringLiteral("source")) << false;
-}
-
-void tst_SourceView::toggleNamesTheViewInAnyCase()
-{
-    QFETCH(bool, fromSource);
-    QFETCH(QVariant, view);
-    QFETCH(bool, designActive);
-
-    if (fromSource)
-        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    QCOMPARE(m_editor->DesignViewActive(), !fromSource);
-    editor()->setText(editor()->text() + QStringLiteral("<p>kept</p>"));
-
-    m_editor->ToggleDesignSourceView(view);
-    QCOMPARE(m_editor->DesignViewActive(), designActive);
-    QCOMPARE(tabs()->currentIndex(), designActive ? 0 : 1);
-    QCOMPARE(sourceShows(), !designActive);
-    QCOMPARE(positionDisplay()->isVisible(), !designActive);
-    // Staying in the source view keeps what was typed there.
-    if (fromSource && !designActive)
-        QVERIFY(editor()->text().endsWith(QStringLiteral("<p>kept</p>")));
-}
-
-void tst_SourceView::tabsSwitchTheViews()
-{
-    tabs()->setCurrentIndex(1);
-    QVERIFY(!m_editor->DesignViewActive());
-    QCOMPARE(editor()->text(), fontDivision + QStringLiteral("<p>one</p></div>"));
-    editor()->setText(QStringLiteral("<p>two</p>"));
-    tabs()->setCurrentIndex(0);
-    QVERIFY(m_editor->DesignViewActive());
-    QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>two</p>"));
-}
-
-void tst_SourceView::bodyOrWholeDocumentTravelsBothWays_data()
-{
-    QTest::addColumn<bool>("fullDocument");
-    QTest::newRow("body") << false;
-    QTest::newRow("whole document") << true;
-}
-
-void tst_SourceView::bodyOrWholeDocumentTravelsBothWays()
-{
-    QFETCH(bool, fullDocument);
-    m_editor->setReturnFullDocument(fullDocument);
-    m_editor->setSetHtmlSource(
-        QStringLiteral("<html><head><title>T</title></head><body><p>one</p></body></html>"));
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-
-    QString text = editor()->text();
-    QVERIFY2(text.contains(QStringLiteral("<p>one</p>")), qPrintable(text));
-    QCOMPARE(text.contains(QStringLiteral("<title>T</title>")), fullDocument);
-    QCOMPARE(text.contains(QStringLiteral("<body"), Qt::CaseInsensitive), fullDocument);
-    if (!fullDocument)
-        QCOMPARE(text, surfaceOf(*m_editor)->bodyInnerHTML());
-
-    // Reading the document takes what was edited in the source, back in the design view.
-    editor()->setText(text.replace(QStringLiteral("<p>one</p>"), QStringLiteral("<p>edited</p>")));
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY2(html.contains(QStringLiteral("<p>edited</p>")), qPrintable(html));
-    QVERIFY(!html.contains(QStringLiteral("<p>one</p>")));
-    QCOMPARE(html.contains(QStringLiteral("<title>T</title>")), fullDocument);
-    QVERIFY(m_editor->DesignViewActive());
-    QCOMPARE(tabs()->currentIndex(), 0);
-    QVERIFY(!sourceShows());
-
-    // Reading the text alone switches back too.
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    editor()->setText(QStringLiteral("<p>plain edit</p>"));
-    m_editor->GetPlainText();
-    QVERIFY(m_editor->DesignViewActive());
-    QVERIFY(surfaceOf(*m_editor)->bodyInnerHTML().contains(QStringLiteral("plain edit")));
-}
-
-void tst_SourceView::loadingWhileSourceShowsReturnsToDesign()
-{
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    m_editor->setSetHtmlSource(QStringLiteral("<p>loaded</p>"));
-    QVERIFY(m_editor->DesignViewActive());
-    QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>loaded</p></div>"));
-}
-
-void tst_SourceView::styleSheetLinksStandBeforeTheEndOfHead()
-{
-    m_editor->setReturnFullDocument(true);
-    m_editor->setSetHtmlSource(
-        QStringLiteral("<html><head><title>T</title></head><body>"
-                       "<link rel=\"stylesheet\" href=\"one.css\"><p>text</p></body></html>"));
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    const QString text = editor()->text();
-    QCOMPARE(text.count(QStringLiteral("<link"), Qt::CaseInsensitive), 1);
-    QVERIFY2(text.contains(QStringLiteral("<LINK href=\"one.css\" rel=\"StyleSheet\"></HEAD>")),
-        qPrintable(text));
-}
-
-void tst_SourceView::enabledReachesTheSourceEditor()
-{
-    m_editor->setEditorEnabled(false);
-    QVERIFY(!editor()->isEnabled());
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-    // Back in design, the surface still browses.
-    QVERIFY(!surfaceOf(*m_editor)->isEditable());
-    m_editor->setEditorEnabled(true);
-    QVERIFY(editor()->isEnabled());
-}
-
-void tst_SourceView::sourceEditsAreChangesAndLoadsAreNot_data()
-{
-    QTest::addColumn<QString>("edit");
-    QTest::newRow("typing") << "typing";
-    QTest::newRow("paste") << "paste";
-    QTest::newRow("undo") << "undo";
-    QTest::newRow("redo") << "redo";
-    QTest::newRow("replace all") << "replace all";
-    QTest::newRow("comment") << "comment";
-}
-
-void tst_SourceView::sourceEditsAreChangesAndLoadsAreNot()
-{
-    QFETCH(QString, edit);
-    QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("page.html"));
-    QVERIFY(writeFile(file, "<html><body><p>from file</p></body></html>"));
-    m_editor->setisDirty(false);
-    QSignalSpy changed(m_editor, &HTMLEditorComponent::HTMLChanged);
-
-    // Text the editor is given is no edit: switching, loading while the source shows, and
-    // opening a file while it shows.
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    m_editor->setSetHtmlSource(QStringLiteral("<p>loaded</p>"));
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    m_editor->FileOpen(file);
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    QVERIFY(editor()->text().contains(QStringLiteral("from file")));
-    QCoreApplication::processEvents();
-    QCOMPARE(changed.count(), 0);
-    QVERIFY(!m_editor->isDirty());
-
-    scintilla()->setFocus();
-    if (edit == QLatin1String("undo") || edit == QLatin1String("redo")) {
-        QTest::keyClicks(scintilla(), QStringLiteral("x"));
-        if (edit == QLatin1String("redo"))
-            choose("mnuUndo");
-        QTRY_VERIFY(m_editor->isDirty());
-        m_editor->setisDirty(false);
-        changed.clear();
-    }
-
-    const QString before = editor()->text();
-    // Raised as each change completes; a step of many changes counts once.
-    int changes = 1;
-    if (edit == QLatin1String("typing")) {
-        QTest::keyClicks(scintilla(), QStringLiteral("abc"));
-        changes = 3;
-    } else if (edit == QLatin1String("paste")) {
-        editor()->select(1, 1, 1, 4);
-        choose("mnuCopy");
-        editor()->setCaretPosition(1, 1);
-        choose("mnuPaste");
-    } else if (edit == QLatin1String("undo")) {
-        choose("mnuUndo");
-    } else if (edit == QLatin1String("redo")) {
-        choose("mnuRedo");
-    } else if (edit == QLatin1String("replace all")) {
-        choose("mnuReplace");
-        auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
-        dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("p"));
-        dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("P"));
-        dialog->findChild<QPushButton *>(QStringLiteral("cmdReplaceAll"))->click();
-    } else if (edit == QLatin1String("comment")) {
-        choose("mnuCommentSelection");
-    }
-    QVERIFY(editor()->text() != before);
-    QTRY_VERIFY(m_editor->isDirty());
-    QCOMPARE(changed.count(), changes);
-
-    // Replacing the document now asks first.
-    m_prompts->answers.enqueue(Platform::UserPrompts::Answer::Cancel);
-    m_editor->FileNew();
-    QCOMPARE(m_prompts->texts(VantryTest::RecordingPrompts::Kind::Question).size(), 1);
-    QVERIFY(!m_editor->DesignViewActive());
-    QVERIFY(m_editor->isDirty());
-}
-
-void tst_SourceView::focusAndKeysGoToTheSourceNotTheHiddenPage_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("host sets the focus") << "setFocus";
-    QTest::newRow("tab from the host") << "tab";
-    QTest::newRow("cancelled save prompt") << "prompt";
-}
-
-void tst_SourceView::focusAndKeysGoToTheSourceNotTheHiddenPage()
-{
-    QFETCH(QString, path);
-    // Dialogs of earlier cases may have taken the activation.
-    m_window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    m_host->setFocus();
-    QTRY_VERIFY(m_host->hasFocus());
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    // A host that switches views keeps its focus.
-    QVERIFY(m_host->hasFocus());
-
-    if (path == QLatin1String("setFocus")) {
-        m_editor->setFocus();
-    } else if (path == QLatin1String("tab")) {
-        for (int step = 0; step < 40 && !focusInSource(); ++step) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QVERIFY2(!focusInSurface(), qPrintable(QString::number(step)));
-        }
-    } else if (path == QLatin1String("prompt")) {
-        m_editor->setisDirty(true);
-        m_prompts->answers.enqueue(Platform::UserPrompts::Answer::Cancel);
-        m_editor->FileNew();
-        QCOMPARE(m_prompts->shown.size(), 1);
-    }
-    QTRY_VERIFY(focusInSource());
-    QVERIFY(!focusInSurface());
-
-    // What the user types lands in the source and survives the switch back.
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("typed"));
-    QVERIFY2(editor()->text().contains(QStringLiteral("typed")), qPrintable(editor()->text()));
-    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-    const QString body = surfaceOf(*m_editor)->bodyInnerHTML();
-    QVERIFY2(body.contains(QStringLiteral("typed")), qPrintable(body));
-
-    // Back in design, the page takes the focus again.
-    QVERIFY(focusInSurface());
-    m_host->setFocus();
-    m_editor->setFocus();
-    QTRY_VERIFY(focusInSurface());
-}
-
-void tst_SourceView::positionDisplayFollowsTheCaret()
-{
-    QVERIFY(!positionDisplay()->isVisible());
-    m_editor->setSetHtmlSource(QStringLiteral("<p>first</p>\n<p>second</p>"));
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    QVERIFY(positionDisplay()->isVisible());
-    QCOMPARE(positionDisplay()->text(), QStringLiteral("Ln 1, Col 1"));
-    // It stands right of the tabs, inside the tab panel.
-    const QRect tabArea = tabs()->tabRect(1);
-    QVERIFY(positionDisplay()->geometry().left() > tabArea.right());
-    QVERIFY(positionDisplay()->parentWidget()->rect().contains(positionDisplay()->geometry()));
-
-    editor()->setFocus();
-    QTest::keyClick(scintilla(), Qt::Key_Right);
-    QTest::keyClick(scintilla(), Qt::Key_Right);
-    // QScintilla reports caret moves when it next updates its display.
-    QTRY_COMPARE(positionDisplay()->text(), QStringLiteral("Ln 1, Col 3"));
-    QTest::keyClick(scintilla(), Qt::Key_Down);
-    QTRY_COMPARE(positionDisplay()->text(), QStringLiteral("Ln 2, Col 3"));
-    editor()->setCaretPosition(1, 2);
-    QTRY_COMPARE(positionDisplay()->text(), QStringLiteral("Ln 1, Col 2"));
-}
-
-void tst_SourceView::commentCommandsWorkOnWholeLines_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QList<int>>("selection"); // line, column, line, column; empty: caret
-    QTest::addColumn<QString>("commented");
-
-    QTest::newRow("caret line") << "<p>a</p>\n<p>b</p>" << QList<int>{}
-                                << "<!--<p>a</p>-->\n<p>b</p>";
-    QTest::newRow("part of two lines") << "<p>a</p>\n<p>b</p>\n<p>c</p>" << QList<int>{1, 3, 2, 2}
-                                       << "<!--<p>a</p>-->\n<!--<p>b</p>-->\n<p>c</p>";
-    QTest::newRow("selection ending at a line start")
-        << "<p>a</p>\n<p>b</p>" << QList<int>{1, 1, 2, 1} << "<!--<p>a</p>-->\n<p>b</p>";
-    QTest::newRow("indentation and blank lines stay")
-        << "  <p>a</p>  \n\n\t<br>" << QList<int>{1, 1, 3, 5}
-        << "  <!--<p>a</p>-->  \n\n\t<!--<br>-->";
-}
-
-void tst_SourceView::commentCommandsWorkOnWholeLines()
-{
-    QFETCH(QString, text);
-    QFETCH(QList<int>, selection);
-    QFETCH(QString, commented);
-
-    editor()->setText(text);
-    if (!selection.isEmpty())
-        editor()->select(selection[0], selection[1], selection[2], selection[3]);
-    choose("mnuCommentSelection");
-    QCOMPARE(editor()->text(), commented);
-    // The touched lines stay selected, so that uncommenting takes the same lines.
-    choose("mnuUncommentSelection");
-    QCOMPARE(editor()->text(), text);
-
-    // One command is one undo step.
-    choose("mnuCommentSelection");
-    choose("mnuUndo");
-    QCOMPARE(editor()->text(), text);
-}
-
-void tst_SourceView::caseCommandsChangeTheSelectionOnly_data()
-{
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("upper") << "mnuMakeUpperCase"
-                           << "<p>MIXED Case</p>";
-    QTest::newRow("lower") << "mnuMakeLowerCase"
-                           << "<p>mixed Case</p>";
-}
-
-void tst_SourceView::caseCommandsChangeTheSelectionOnly()
-{
-    QFETCH(QString, item);
-    QFETCH(QString, expected);
-    editor()->setText(QStringLiteral("<p>MiXeD Case</p>"));
-    editor()->select(1, 4, 1, 9);
-    choose(item.toLatin1().constData());
-    QCOMPARE(editor()->text(), expected);
-    QCOMPARE(editor()->selectedText(), expected.mid(3, 5));
-}
-
-void tst_SourceView::whitespaceItemSaysWhatItWillDo()
-{
-    QAction *item = menuItem("mnuShowWhiteSpace");
-    openMenu();
-    QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
-    choose("mnuShowWhiteSpace");
-    QVERIFY(editor()->isWhitespaceVisible());
-    QCOMPARE(scintilla()->whitespaceVisibility(), QsciScintilla::WsVisible);
-    openMenu();
-    QCOMPARE(item->text(), QStringLiteral("Hide Whitespace"));
-    choose("mnuShowWhiteSpace");
-    QVERIFY(!editor()->isWhitespaceVisible());
-    openMenu();
-    QCOMPARE(item->text(), QStringLiteral("Show Whitespace"));
-}
-
-void tst_SourceView::clipboardAndUndoItemsWhenTheyApply()
-{
-    editor()->setText(QStringLiteral("abc def"));
-    openMenu();
-    // A fresh text has nothing to undo and nothing selected.
-    QVERIFY(!menuItem("mnuUndo")->isEnabled());
-    QVERIFY(!menuItem("mnuCut")->isEnabled());
-    QVERIFY(!menuItem("mnuMakeUpperCase")->isEnabled());
-    QVERIFY(menuItem("mnuFind")->isEnabled());
-    editor()->select(1, 1, 1, 4);
-    openMenu();
-    QVERIFY(menuItem("mnuCut")->isEnabled());
-    QVERIFY(menuItem("mnuMakeLowerCase")->isEnabled());
-
-    choose("mnuCopy");
-    editor()->setCaretPosition(1, 8);
-    choose("mnuPaste");
-    QCOMPARE(editor()->text(), QStringLiteral("abc defabc"));
-    editor()->select(1, 4, 1, 8);
-    choose("mnuCut");
-    QCOMPARE(editor()->text(), QStringLiteral("abcabc"));
-    choose("mnuUndo");
-    QCOMPARE(editor()->text(), QStringLiteral("abc defabc"));
-    choose("mnuRedo");
-    QCOMPARE(editor()->text(), QStringLiteral("abcabc"));
-}
-
-void tst_SourceView::findDialogSearchesBothWays()
-{
-    editor()->setText(QStringLiteral("Cat cat\ncategory CAT"));
-    choose("mnuFind");
-    auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
-    QVERIFY(dialog);
-    QVERIFY(dialog->isVisible());
-    QVERIFY(!dialog->isModal());
-    QVERIFY(!dialog->isReplaceMode());
-    QVERIFY(!dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->isVisible());
-
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("cat"));
-    auto *findNext = dialog->findChild<QPushButton *>(QStringLiteral("cmdFindNext"));
-    findNext->click();
-    QCOMPARE(editor()->caretLine(), 1);
-    QCOMPARE(editor()->caretColumn(), 4);
-    findNext->click();
-    QCOMPARE(editor()->caretColumn(), 8);
-    findNext->click();
-    QCOMPARE(editor()->caretLine(), 2);
-
-    dialog->findChild<QCheckBox *>(QStringLiteral("chkSearchUp"))->setChecked(true);
-    findNext->click();
-    QCOMPARE(editor()->caretLine(), 1);
-    QCOMPARE(editor()->selectedText(), QStringLiteral("cat"));
-    QCOMPARE(editor()->caretColumn(), 8);
-
-    dialog->findChild<QCheckBox *>(QStringLiteral("chkSearchUp"))->setChecked(false);
-    dialog->findChild<QCheckBox *>(QStringLiteral("chkMatchCase"))->setChecked(true);
-    dialog->findChild<QCheckBox *>(QStringLiteral("chkWholeWord"))->setChecked(true);
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("CAT"));
-    findNext->click();
-    QCOMPARE(editor()->caretLine(), 2);
-    QCOMPARE(editor()->caretColumn(), 13);
-    QVERIFY(dialog->statusText().isEmpty());
-
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("dog"));
-    findNext->click();
-    QVERIFY(!dialog->statusText().isEmpty());
-    dialog->findChild<QPushButton *>(QStringLiteral("cmdClose"))->click();
-    QVERIFY(!dialog->isVisible());
-}
-
-void tst_SourceView::replaceAllDoesNotSearchItsOwnReplacements()
-{
-    editor()->setText(QStringLiteral("a b A\na"));
-    choose("mnuReplace");
-    auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
-    QVERIFY(dialog->isVisible());
-    QVERIFY(dialog->isReplaceMode());
-    QCOMPARE(dialog->windowTitle(), QStringLiteral("Replace"));
-    for (const QString &name : {QStringLiteral("chkMatchCase"), QStringLiteral("chkWholeWord"),
-             QStringLiteral("chkSearchUp")})
-        dialog->findChild<QCheckBox *>(name)->setChecked(false);
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtFind"))->setText(QStringLiteral("a"));
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("aa"));
-    dialog->findChild<QPushButton *>(QStringLiteral("cmdReplaceAll"))->click();
-    QCOMPARE(editor()->text(), QStringLiteral("aa b aa\naa"));
-    QCOMPARE(dialog->statusText(), QStringLiteral("3 occurrences replaced."));
-    choose("mnuUndo");
-    QCOMPARE(editor()->text(), QStringLiteral("a b A\na"));
-
-    // Replace goes one occurrence at a time and selects the next.
-    editor()->setCaretPosition(1, 1);
-    auto *replace = dialog->findChild<QPushButton *>(QStringLiteral("cmdReplace"));
-    dialog->findChild<QLineEdit *>(QStringLiteral("txtReplace"))->setText(QStringLiteral("x"));
-    replace->click(); // selects the first
-    QCOMPARE(editor()->text(), QStringLiteral("a b A\na"));
-    replace->click();
-    QCOMPARE(editor()->text(), QStringLiteral("x b A\na"));
-    QCOMPARE(editor()->selectedText(), QStringLiteral("A"));
-}
-
-void tst_SourceView::goToLineDialogMovesTheCaret()
-{
-    editor()->setText(QStringLiteral("1\n2\n3\n4"));
-    choose("mnuGoTo");
-    auto *dialog = editor()->findChild<Dialogs::GoToLineDialog *>();
-    QVERIFY(dialog);
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(dialog->line(), 1);
-    dialog->setLine(9); // beyond the text: the last line
-    QCOMPARE(dialog->line(), 4);
-    dialog->setLine(3);
-    dialog->accept();
-    QVERIFY(!dialog->isVisible());
-    QCOMPARE(editor()->caretLine(), 3);
-    QCOMPARE(editor()->caretColumn(), 1);
-
-    choose("mnuGoTo");
-    QCOMPARE(dialog->line(), 3);
-    dialog->setLine(1);
-    dialog->reject();
-    QCOMPARE(editor()->caretLine(), 3);
-}
-
-void tst_SourceView::tagListOpensForTagNamesOrWhenAsked_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<bool>("ask");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("word in text") << "a tab" << false << "a tab\n";
-    QTest::newRow("text after a tag") << "<p>ta" << false << "<p>ta\n";
-    QTest::newRow("attribute name") << "<td wi" << false << "<td wi\n";
-    QTest::newRow("tag name") << "<ta" << false << "<table";
-    QTest::newRow("closing tag name") << "</ta" << false << "</table";
-    QTest::newRow("asked for") << "a ta" << true << "a table";
-    QTest::newRow("asked for, nothing fits") << "zq" << true << "zq\n";
-}
-
-void tst_SourceView::tagListOpensForTagNamesOrWhenAsked()
-{
-    QFETCH(QString, typed);
-    QFETCH(bool, ask);
-    QFETCH(QString, expected);
-    editor()->loadMemberList(QString());
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    editor()->setText(QString());
-    scintilla()->setFocus();
-    QTest::keyClicks(scintilla(), typed);
-    if (ask)
-        QTest::keyClick(scintilla(), Qt::Key_Space, Qt::ControlModifier);
-    QTest::keyClick(scintilla(), Qt::Key_Return);
-    QCOMPARE(editor()->text(), expected);
-}
-
-void tst_SourceView::applicationDirectoryDropsOneSeparatorAndExists_data()
-{
-    QTest::addColumn<QString>("suffix");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("plain") << "app"
-                           << "app";
-    QTest::newRow("trailing separator") << "app/"
-                                        << "app";
-    QTest::newRow("only one separator dropped") << "deep/app//"
-                                                << "deep/app/";
-}
-
-void tst_SourceView::applicationDirectoryDropsOneSeparatorAndExists()
-{
-    QFETCH(QString, suffix);
-    QFETCH(QString, expected);
-    QTemporaryDir root;
-    QVERIFY(root.isValid());
-    const QString directory = Control::applicationDirectory(root.filePath(suffix));
-    QCOMPARE(directory, root.path() + QLatin1Char('/') + expected);
-    QVERIFY(QFileInfo(directory).isDir());
-}
-
-void tst_SourceView::emptyApplicationDirectoryIsTheSharedDataFolder()
-{
-    const QString directory = Control::applicationDirectory(QString());
-    QVERIFY2(directory.endsWith(QStringLiteral("/Vantry Technologies/HTML Editor Control")),
-        qPrintable(directory));
-    const QStringList dataFolders
-        = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    QVERIFY(std::any_of(dataFolders.begin(), dataFolders.end(),
-        [&](const QString &folder) { return directory.startsWith(folder); }));
-}
-
-void tst_SourceView::memberListComesFromTheApplicationDirectory()
-{
-    QTemporaryDir root;
-    QVERIFY(writeFile(root.filePath(QStringLiteral("memberlists/html tags.mbr")),
-        "# site tags\r\ncustomtag\r\n  <blink>  \r\n\r\ncustard\r\n"));
-    QSignalSpy prepared(editor(), &SourceEditor::memberListPrepared);
-    readApplicationDirectory(root.path() + QLatin1Char('/'));
-    QCOMPARE(editor()->memberList(),
-        (QStringList{
-            QStringLiteral("customtag"), QStringLiteral("blink"), QStringLiteral("custard")}));
-    QCOMPARE(SourceEditor::memberListTitle(), QStringLiteral("HTML Tags"));
-
-    // Typing the start of a tag offers the list's tags.
-    QTRY_VERIFY(editor()->isMemberListPrepared());
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    editor()->setText(QString());
-    scintilla()->setFocus();
-    QTest::keyClicks(scintilla(), QStringLiteral("<cu"));
-    QTRY_VERIFY(scintilla()->isListActive());
-    QTest::keyClick(scintilla(), Qt::Key_Return);
-    QVERIFY2(editor()->text().startsWith(QStringLiteral("<cust")), qPrintable(editor()->text()));
-    scintilla()->cancelList();
-}
-
-void tst_SourceView::missingMemberListFallsBackSilently()
-{
-    QTemporaryDir root;
-    const QString directory = root.filePath(QStringLiteral("not yet there"));
-    readApplicationDirectory(directory);
-    QVERIFY(QFileInfo(directory).isDir());
-    QCOMPARE(editor()->memberList(), Platform::SourceText::builtInHtmlTags());
-    QVERIFY(editor()->memberList().contains(QStringLiteral("table")));
-    QVERIFY(!QTest::qWaitFor(anyDialogShown, 50));
-
-    // An empty list file counts as missing.
-    QVERIFY(writeFile(directory + QStringLiteral("/memberlists/html tags.mbr"), "# none\n"));
-    readApplicationDirectory(directory);
-    QCOMPARE(editor()->memberList(), Platform::SourceText::builtInHtmlTags());
-}
-
-void tst_SourceView::languageFileColoursTheLexer()
-{
-    QsciLexer *lexer = scintilla()->lexer();
-    QVERIFY(lexer);
-    const int tagStyle = 1;
-    const int commentStyle = 9;
-    QCOMPARE(lexer->description(tagStyle), QStringLiteral("Tag"));
-    QCOMPARE(lexer->description(commentStyle), QStringLiteral("HTML comment"));
-    const QColor defaultTag = lexer->defaultColor(tagStyle);
-
-    QTemporaryDir root;
-    QVERIFY(writeFile(root.filePath(QStringLiteral("languages/html.lng")),
-        "# colours\ntag = #123456\nHTML Comment = navy, #fafafa\n"));
-    readApplicationDirectory(root.path());
-    QCOMPARE(lexer->color(tagStyle), QColor(0x12, 0x34, 0x56));
-    QCOMPARE(lexer->color(commentStyle), QColor(Qt::darkBlue));
-    QCOMPARE(lexer->paper(commentStyle), QColor(0xfa, 0xfa, 0xfa));
-
-    // Without the file the lexer's own colours come back.
-    QVERIFY(QFile::remove(root.filePath(QStringLiteral("languages/html.lng"))));
-    readApplicationDirectory(root.path());
-    QCOMPARE(lexer->color(tagStyle), defaultTag);
-}
-
-void tst_SourceView::fileFormatsSkipWhatTheyCannotRead()
-{
-    using namespace Platform::SourceText;
-    const QList<StyleColour> styles = parseLanguageFile(QStringLiteral(
-        "; comment\nTag = nocolour\n= #000000\nAttribute #ff0000\nEntity = red, blue, green\n"
-        "Default = #010203 , #040506\r\n"));
-    QCOMPARE(styles.size(), 1);
-    QCOMPARE(styles.first().styleName, QStringLiteral("Default"));
-    QCOMPARE(styles.first().foreground, QColor(1, 2, 3));
-    QCOMPARE(styles.first().background, QColor(4, 5, 6));
-
-    QCOMPARE(parseMemberList(QStringLiteral("<>\n  \n#x\na\n")), QStringList{QStringLiteral("a")});
-    // Lines that only look commented are left alone.
-    QCOMPARE(uncommentLine(QStringLiteral("<!-->")), QStringLiteral("<!-->"));
-    QCOMPARE(uncommentLine(QStringLiteral("<!-- a --> b")), QStringLiteral("<!-- a --> b"));
-    QCOMPARE(uncommentLine(QStringLiteral(" <!-- a --> ")), QStringLiteral("  a  "));
-}
 
 QTEST_MAIN(tst_SourceView)
 #include "tst_sourceview.moc"

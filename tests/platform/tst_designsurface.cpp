@@ -4,6 +4,7 @@
 // when it is reported whatever the network does, big documents load whole, and nothing is
 // fetched that drawing the document does not need.
 
+#include "../common/datarows.h"
 #include "../common/enginetest.h"
 #include "../common/tinyhttpserver.h"
 
@@ -28,45 +29,10 @@
 
 using namespace Vantry;
 using VantryTest::adapterValue;
+using VantryTest::columns;
 using VantryTest::fontDivision;
+using VantryTest::row;
 using VantryTest::surfaceOf;
-
-class tst_DesignSurface : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void init();
-
-    void documentScriptsNeverRun();
-    void mainWorldCannotSeeAdapter();
-    void clickingALinkNeverNavigates();
-    void baseUrlResolvesImagesButNeverLeaks_data();
-    void baseUrlResolvesImagesButNeverLeaks();
-    void fullDocumentKeepsHeadAndBody();
-    void wrappedWholeDocumentKeepsWrapperInBody();
-    void textBeforeTheRootStaysInFront_data();
-    void textBeforeTheRootStaysInFront();
-    void documentsOwnBaseEndsWithIt();
-    void loadIsCompleteWhileASheetHangs_data();
-    void loadIsCompleteWhileASheetHangs();
-    void twentyMegabyteDocumentRoundTrips();
-    void failedCallsLeaveATrace_data();
-    void failedCallsLeaveATrace();
-    void onlyWhatRenderingNeedsIsFetched();
-    void hintsAddedLaterFetchNothing_data();
-    void hintsAddedLaterFetchNothing();
-    void nothingWaitsInsideANotificationDelivery();
-    void displayChangesUpdateTheToolbarWithoutWaiting();
-    void adapterOffersWhatTheSurfaceCalls();
-
-private:
-    void load(const QString &html);
-    QString imageUrl();
-
-    std::unique_ptr<HTMLEditorComponent> m_editor;
-};
 
 namespace {
 
@@ -90,571 +56,574 @@ QString pngIn(const QTemporaryDir &dir)
 
 } // namespace
 
-void tst_DesignSurface::initTestCase()
+class tst_DesignSurface : public QObject
 {
-    m_editor = std::make_unique<HTMLEditorComponent>();
-    m_editor->resize(800, 600);
-    m_editor->show();
-    QVERIFY(VantryTest::waitUntilReady(*m_editor));
-}
+    Q_OBJECT
 
-void tst_DesignSurface::init()
-{
-    m_editor->InitProperties();
-    m_editor->setBaseURL(QString());
-}
-
-void tst_DesignSurface::load(const QString &html)
-{
-    m_editor->setSetHtmlSource(html);
-    QVERIFY(!surfaceOf(*m_editor)->lastCallFailed());
-}
-
-void tst_DesignSurface::documentScriptsNeverRun()
-{
-    load(QStringLiteral(
-        "<html><head><title>inert</title>"
-        "<script>document.title = 'ran';</script></head>"
-        "<body onload=\"document.body.setAttribute('data-onload', '1')\">"
-        "<p id=\"p\">text</p>"
-        "<script>document.body.setAttribute('data-inline', '1');</script>"
-        "<img src=\"missing-image.png\" onerror=\"document.body.setAttribute('data-error', '1')\">"
-        "<iframe srcdoc=\"<script>parent.document.title='frame'</script>\"></iframe>"
-        "</body></html>"));
-    // Anything that would run has the chance to do so, and ends the wait when it does.
-    const Platform::Element body = surfaceOf(*m_editor)->body();
-    const auto ran = [&] {
-        for (const char *name : {"data-onload", "data-inline", "data-error"}) {
-            if (!surfaceOf(*m_editor)->attribute(body, QLatin1String(name)).isEmpty())
-                return true;
-        }
-        return m_editor->PageTitle() != QLatin1String("inert");
-    };
-    QVERIFY(!QTest::qWaitFor(ran, 300));
-
-    // The scripts are still in the document: inert, not lost.
-    m_editor->setReturnFullDocument(true);
-    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("document.title = 'ran';")));
-}
-
-void tst_DesignSurface::mainWorldCannotSeeAdapter()
-{
-    load(QStringLiteral("<p>x</p>"));
-    auto *page = surfaceOf(*m_editor)->page();
-    QVariant mainWorld = QStringLiteral("unset");
-    bool answered = false;
-    page->runJavaScript(QStringLiteral("typeof window.__vantry"), QWebEngineScript::MainWorld,
-        [&](const QVariant &value) {
-            mainWorld = value;
-            answered = true;
-        });
-    QTRY_VERIFY(answered);
-    // JavaScript is off in the main world: nothing runs there, so nothing can be seen.
-    QVERIFY(mainWorld.toString() != QLatin1String("object"));
-
-    QVariant adapterWorld;
-    answered = false;
-    page->runJavaScript(QStringLiteral("typeof window.__vantry"),
-        Platform::WebEngineDesignSurface::adapterWorld(), [&](const QVariant &value) {
-            adapterWorld = value;
-            answered = true;
-        });
-    QTRY_VERIFY(answered);
-    QCOMPARE(adapterWorld.toString(), QStringLiteral("object"));
-}
-
-void tst_DesignSurface::clickingALinkNeverNavigates()
-{
-    load(QStringLiteral("<p><a id=\"link\" href=\"https://example.org/elsewhere\">a long "
-                        "link text to click on</a></p>"));
-    auto *surface = surfaceOf(*m_editor);
-    const QUrl before = surface->page()->url();
-    const auto links = surface->elementsByTagName(QStringLiteral("A"));
-    QCOMPARE(links.size(), 1);
-    const QRectF rect = surface->boundingRect(links.first());
-    QVERIFY(rect.width() > 0);
-
-    QWidget *target = VantryTest::inputOf(*surface);
-    const QPoint at = rect.center().toPoint();
-    QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, at);
-    QTest::mouseClick(target, Qt::LeftButton, Qt::ControlModifier, at);
-    QTest::mouseClick(target, Qt::MiddleButton, Qt::NoModifier, at);
-    QVERIFY(!QTest::qWaitFor([&] { return surface->page()->url() != before; }, 500));
-    QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("link text to click on")));
-}
-
-void tst_DesignSurface::baseUrlResolvesImagesButNeverLeaks_data()
-{
-    QTest::addColumn<bool>("fullDocument");
-    QTest::addColumn<bool>("wholeDocumentText");
-    QTest::newRow("body, whole document") << false << true;
-    QTest::newRow("full, whole document") << true << true;
-    QTest::newRow("body, fragment") << false << false;
-    QTest::newRow("full, fragment") << true << false;
-}
-
-void tst_DesignSurface::baseUrlResolvesImagesButNeverLeaks()
-{
-    QFETCH(bool, fullDocument);
-    QFETCH(bool, wholeDocumentText);
-
-    QTemporaryDir dir;
-    QVERIFY(!pngIn(dir).isEmpty());
-
-    const QString base = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
-    m_editor->setBaseURL(base);
-    m_editor->setReturnFullDocument(fullDocument);
-    const QString body = QStringLiteral("<p>picture <img src=\"pic.png\" alt=\"pic\"></p>");
-    load(wholeDocumentText ? QStringLiteral("<html><head><title>t</title></head><body>") + body
-                + QStringLiteral("</body></html>")
-                           : body);
-
-    QTRY_VERIFY_WITH_TIMEOUT(
-        [&] {
-            const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
-            return images.size() == 1
-                && images.first().toMap().value(QStringLiteral("loaded")).toBool();
-        }(),
-        10000);
-
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
-    QVERIFY2(!html.contains(QStringLiteral("data-vantry")), qPrintable(html));
-    QVERIFY(html.contains(QStringLiteral("src=\"pic.png\"")));
-
-    // Changing the address follows at once, and clearing it removes the editor's tag.
-    m_editor->setBaseURL(QString());
-    QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
-}
-
-void tst_DesignSurface::fullDocumentKeepsHeadAndBody()
-{
-    const QString body = QStringLiteral(
-        "<h1 class=\"title\" id=\"top\">Heading &amp; more</h1>"
-        "<p style=\"color: red;\" data-x=\"1\">Some <b>bold</b> and <i>italic</i> "
-        "text&nbsp;here.</p>"
-        "<table border=\"1\"><tbody><tr><td colspan=\"2\">cell</td></tr></tbody></table>"
-        "<!-- a comment -->"
-        "<ul><li>one</li><li>two</li></ul>");
-    m_editor->setReturnFullDocument(true);
-    load(QStringLiteral("<html><head><title>Page title</title>"
-                        "<meta name=\"description\" content=\"about\">"
-                        "<link rel=\"icon\" href=\"favicon.ico\">"
-                        "<link rel=\"stylesheet\" href=\"main.css\">"
-                        "<style>p { margin: 0; }</style></head><body>")
-        + body + QStringLiteral("</body></html>"));
-
-    const QString html = m_editor->GetHtmlSource();
-    const int headStart = html.indexOf(QStringLiteral("<head>"), 0, Qt::CaseInsensitive);
-    const int headEnd = html.indexOf(QStringLiteral("</head>"), 0, Qt::CaseInsensitive);
-    QVERIFY2(headStart >= 0 && headEnd > headStart, qPrintable(html));
-    const QString head = html.mid(headStart, headEnd - headStart);
-    QVERIFY(head.contains(QStringLiteral("<title>Page title</title>")));
-    QVERIFY(head.contains(QStringLiteral("<meta name=\"description\" content=\"about\">")));
-    QVERIFY(head.contains(QStringLiteral("<link rel=\"icon\" href=\"favicon.ico\">")));
-    QVERIFY(head.contains(QStringLiteral("href=\"main.css\"")));
-    QVERIFY(head.contains(QStringLiteral("<style>p { margin: 0; }</style>")));
-    QVERIFY2(html.contains(body), qPrintable(html));
-    QCOMPARE(m_editor->PageTitle(), QStringLiteral("Page title"));
-}
-
-void tst_DesignSurface::wrappedWholeDocumentKeepsWrapperInBody()
-{
-    // What the editor hands the surface for a whole document: the default-font division
-    // around it and the BASE tag in front of the HTML start tag.
-    m_editor->setBaseURL(QStringLiteral("file:///site/"));
-    m_editor->setReturnFullDocument(true);
-    load(QStringLiteral("<html><head><title>T</title></head><body><p>body</p></body></html>"));
-    QVERIFY(m_editor->SetHtmlSource().startsWith(
-        fontDivision + QStringLiteral("<BASE HREF=\"file:///site/\"><HTML>")));
-
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY2(html.startsWith(QStringLiteral("<HTML><head><title>T</title>")), qPrintable(html));
-    QVERIFY2(html.contains(QStringLiteral("<body>") + fontDivision
-                 + QStringLiteral("<p>body</p></div></body>")),
-        qPrintable(html));
-}
-
-QString tst_DesignSurface::imageUrl()
-{
-    const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
-    return images.size() == 1 ? images.first().toMap().value(QStringLiteral("url")).toString()
-                              : QString();
-}
-
-void tst_DesignSurface::textBeforeTheRootStaysInFront_data()
-{
-    QTest::addColumn<QString>("front");
-    QTest::addColumn<QString>("root");
-    QTest::addColumn<QString>("readBack");
-    QTest::newRow("xml declaration") << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
-                                     << "<html>"
-                                     << "<?xml version=\"1.0\" encoding=\"utf-8\"?><html>";
-    QTest::newRow("comment") << "<!-- saved by hand -->"
-                             << "<html lang=\"en\">"
-                             << "<!-- saved by hand --><html lang=\"en\">";
-    QTest::newRow("conditional comments")
-        << "<!DOCTYPE html>\n<!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->\n"
-           "<!--[if gt IE 8]><!--> "
-        << "<html class=\"no-js\"> <!--<![endif]-->"
-        << "<!DOCTYPE html><!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->"
-           "<!--[if gt IE 8]><!--><html class=\"no-js\"><!--<![endif]--><head>";
-}
-
-void tst_DesignSurface::textBeforeTheRootStaysInFront()
-{
-    QFETCH(QString, front);
-    QFETCH(QString, root);
-    QFETCH(QString, readBack);
-
-    load(front + root
-        + QStringLiteral("<head><title>T</title></head><body><p>body text</p>"
-                         "</body></html>"));
-    QCOMPARE(m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>body text</p></div>"));
-    m_editor->setReturnFullDocument(true);
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY2(html.startsWith(readBack), qPrintable(html));
-    QVERIFY2(html.contains(QStringLiteral("<title>T</title></HEAD><body>") + fontDivision
-                 + QStringLiteral("<p>body text</p></div></body></html>")),
-        qPrintable(html));
-}
-
-void tst_DesignSurface::documentsOwnBaseEndsWithIt()
-{
-    // Settings reset without side effects leave BaseURL empty: the old address is no
-    // longer the editor's.
-    m_editor->setBaseURL(QStringLiteral("file:///old/"));
-    m_editor->InitProperties();
-    m_editor->setReturnFullDocument(true);
-    load(QStringLiteral("<html><head><title>T</title></head><body><p>x</p></body></html>"));
-    QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("file:///old/")),
-        qPrintable(m_editor->GetHtmlSource()));
-
-    // A page saved with the editor's BASE in front of its root, opened while BaseURL is
-    // empty: the address is the page's own, and the next page must not inherit it.
-    QTemporaryDir dir;
-    QVERIFY(!pngIn(dir).isEmpty());
-    const QString own = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
-    load(QStringLiteral("<BASE HREF=\"") + own
-        + QStringLiteral("\"><HTML><head><title>A</title></head>"
-                         "<body><p><img src=\"pic.png\"></p></body></HTML>"));
-    QCOMPARE(imageUrl(), own + QStringLiteral("pic.png"));
-
-    load(QStringLiteral("<html><head><title>B</title></head>"
-                        "<body><p><img src=\"pic.png\"></p></body></html>"));
-    QVERIFY2(!imageUrl().startsWith(own), qPrintable(imageUrl()));
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
-    QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
-}
-
-void tst_DesignSurface::loadIsCompleteWhileASheetHangs_data()
-{
-    QTest::addColumn<bool>("fullDocument");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    const QString link = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">");
-    const QString body = QStringLiteral("<p>after the link</p>");
-    // Read back without the link: the exchange moves style-sheet links to the head.
-    QTest::newRow("fragment") << false << link + body
-                              << QString(fontDivision + body + QStringLiteral("</div>"));
-    QTest::newRow("document, link in head")
-        << true
-        << QString(QStringLiteral("<html><head>") + link + QStringLiteral("</head><body>") + body
-               + QStringLiteral("</body></html>"))
-        << QString(
-               QStringLiteral("<body>") + fontDivision + body + QStringLiteral("</div></body>"));
-    QTest::newRow("document, link in body")
-        << true
-        << QString(QStringLiteral("<html><head></head><body>") + link + body
-               + QStringLiteral("</body></html>"))
-        << QString(fontDivision + body + QStringLiteral("</div></body>"));
-}
-
-void tst_DesignSurface::loadIsCompleteWhileASheetHangs()
-{
-    QFETCH(bool, fullDocument);
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-
-    // Accepts the request for the sheet and never answers it.
-    QTcpServer server;
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-    int requests = 0;
-    connect(&server, &QTcpServer::newConnection, this, [&] {
-        while (server.hasPendingConnections()) {
-            server.nextPendingConnection();
-            ++requests;
-        }
-    });
-    const QString sheet = QStringLiteral("http://127.0.0.1:%1/slow.css").arg(server.serverPort());
-    text = text.arg(sheet);
-
-    m_editor->setReturnFullDocument(fullDocument);
-    QString html, plain;
-    const auto connection
-        = connect(m_editor.get(), &HTMLEditorComponent::DocumentLoaded, this, [&] {
-              html = m_editor->GetHtmlSource();
-              plain = m_editor->GetPlainText();
-          });
-    load(text);
-    disconnect(connection);
-    QVERIFY2(html.contains(expected), qPrintable(html));
-    QVERIFY2(plain.contains(QStringLiteral("after the link")), qPrintable(plain));
-    // The sheet was asked for: the load went past it without waiting.
-    QTRY_VERIFY(requests > 0);
-}
-
-void tst_DesignSurface::twentyMegabyteDocumentRoundTrips()
-{
-    QString body;
-    body.reserve(21 * 1024 * 1024);
-    int paragraphs = 0;
-    while (body.size() < 20 * 1024 * 1024) {
-        body += QStringLiteral("<p id=\"p%1\">Paragraph %1 with some <b>bold</b> words and "
-                               "enough text to fill a line of the page.</p>")
-                    .arg(paragraphs);
-        ++paragraphs;
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_editor = std::make_unique<HTMLEditorComponent>();
+        m_editor->resize(800, 600);
+        m_editor->show();
+        QVERIFY(VantryTest::waitUntilReady(*m_editor));
     }
-    m_editor->setPreserveWhiteSpace(true);
-    load(body);
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY(html.size() > body.size());
-    QVERIFY(html.contains(body));
-    QVERIFY(html.endsWith(QStringLiteral("</p></div>")));
-}
 
-void tst_DesignSurface::failedCallsLeaveATrace_data()
-{
-    QTest::addColumn<QString>("operation");
-    QTest::addColumn<int>("timeout");
-    QTest::addColumn<int>("level");
-    QTest::addColumn<QString>("trace");
+    void init()
+    {
+        m_editor->InitProperties();
+        m_editor->setBaseURL(QString());
+    }
 
-    QTest::newRow("refused by the adapter")
-        << QStringLiteral("noSuchOperation") << 10000 << int(QtDebugMsg)
-        << QStringLiteral("^noSuchOperation failed: ");
-    QTest::newRow("no answer in time")
-        << QStringLiteral("title") << 0 << int(QtWarningMsg) << QStringLiteral("^title timed out");
-}
+    void documentScriptsNeverRun()
+    {
+        load(QStringLiteral(
+            "<html><head><title>inert</title>"
+            "<script>document.title = 'ran';</script></head>"
+            "<body onload=\"document.body.setAttribute('data-onload', '1')\">"
+            "<p id=\"p\">text</p>"
+            "<script>document.body.setAttribute('data-inline', '1');</script>"
+            "<img src=\"missing-image.png\" onerror=\"document.body.setAttribute('data-error', "
+            "'1')\">"
+            "<iframe srcdoc=\"<script>parent.document.title='frame'</script>\"></iframe>"
+            "</body></html>"));
+        // Anything that would run has the chance to do so, and ends the wait when it does.
+        const Platform::Element body = surfaceOf(*m_editor)->body();
+        const auto ran = [&] {
+            for (const char *name : {"data-onload", "data-inline", "data-error"}) {
+                if (!surfaceOf(*m_editor)->attribute(body, QLatin1String(name)).isEmpty())
+                    return true;
+            }
+            return m_editor->PageTitle() != QLatin1String("inert");
+        };
+        QVERIFY(!QTest::qWaitFor(ran, 300));
 
-void tst_DesignSurface::failedCallsLeaveATrace()
-{
-    QFETCH(QString, operation);
-    QFETCH(int, timeout);
-    QFETCH(int, level);
-    QFETCH(QString, trace);
+        // The scripts are still in the document: inert, not lost.
+        m_editor->setReturnFullDocument(true);
+        QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("document.title = 'ran';")));
+    }
 
-    load(QStringLiteral("<p>text</p>"));
-    QLoggingCategory::setFilterRules(QStringLiteral("vantry.bridge.debug=true"));
-    const auto restore = qScopeGuard(
-        [] { QLoggingCategory::setFilterRules(QStringLiteral("vantry.*.debug=false")); });
-    QTest::ignoreMessage(QtMsgType(level), QRegularExpression(trace));
-    QVERIFY(!surfaceOf(*m_editor)->call(operation, {}, std::chrono::milliseconds(timeout)).ok);
-}
+    void mainWorldCannotSeeAdapter()
+    {
+        load(QStringLiteral("<p>x</p>"));
+        auto *page = surfaceOf(*m_editor)->page();
+        QVariant mainWorld = QStringLiteral("unset");
+        bool answered = false;
+        page->runJavaScript(QStringLiteral("typeof window.__vantry"), QWebEngineScript::MainWorld,
+            [&](const QVariant &value) {
+                mainWorld = value;
+                answered = true;
+            });
+        QTRY_VERIFY(answered);
+        // JavaScript is off in the main world: nothing runs there, so nothing can be seen.
+        QVERIFY(mainWorld.toString() != QLatin1String("object"));
 
-void tst_DesignSurface::onlyWhatRenderingNeedsIsFetched()
-{
-    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
-    VantryTest::TinyHttpServer site;
-    VantryTest::TinyHttpServer elsewhere;
-    QVERIFY(site.start());
-    QVERIFY(elsewhere.start());
-    site.serve(QStringLiteral("/style.css"), {"text/css", "p { color: red }"});
-    const QString other = elsewhere.url(QString());
-    m_editor->setBaseURL(site.url(QStringLiteral("/")));
-    m_editor->setReturnFullDocument(true);
-    load(QStringLiteral("<html><head>"
-                        "<link rel=\"stylesheet\" href=\"style.css\">"
-                        "%2"
-                        "<link rel=\"prefetch\" href=\"next.html\">"
-                        "<link rel=\"preload\" as=\"script\" href=\"app.js\">"
-                        "<link rel=\"modulepreload\" href=\"module.js\">"
-                        "<link rel=\"dns-prefetch\" href=\"%1\">"
-                        "<link rel=\"preconnect\" href=\"%1\">"
-                        "<script src=\"inert.js\"></script>"
-                        "</head><body><p>text</p><img src=\"shown.png\"></body></html>")
-             .arg(other, hintLinks.join(QString())));
+        QVariant adapterWorld;
+        answered = false;
+        page->runJavaScript(QStringLiteral("typeof window.__vantry"),
+            Platform::WebEngineDesignSurface::adapterWorld(), [&](const QVariant &value) {
+                adapterWorld = value;
+                answered = true;
+            });
+        QTRY_VERIFY(answered);
+        QCOMPARE(adapterWorld.toString(), QStringLiteral("object"));
+    }
 
-    QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/style.css"))
-            && site.requests.contains(QStringLiteral("/shown.png")),
-        10000);
-    // Whatever else was coming has the time to arrive.
-    QVERIFY(!QTest::qWaitFor(
-        [&] { return site.requests.size() > 2 || elsewhere.connections > 0; }, 500));
-    QStringList requests = site.requests;
-    requests.sort();
-    QCOMPARE(requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
-    QCOMPARE(elsewhere.connections, 0);
-    QCOMPARE(elsewhere.requests, QStringList());
+    void clickingALinkNeverNavigates()
+    {
+        load(QStringLiteral("<p><a id=\"link\" href=\"https://example.org/elsewhere\">a long "
+                            "link text to click on</a></p>"));
+        auto *surface = surfaceOf(*m_editor);
+        const QUrl before = surface->page()->url();
+        const auto links = surface->elementsByTagName(QStringLiteral("A"));
+        QCOMPARE(links.size(), 1);
+        const QRectF rect = surface->boundingRect(links.first());
+        QVERIFY(rect.width() > 0);
 
-    // The hints are kept as written, on every way out.
-    auto *surface = surfaceOf(*m_editor);
-    const QString head = surface->innerHTML(surface->head());
-    const QString html = m_editor->GetHtmlSource();
-    for (const QString &link : hintLinks) {
+        QWidget *target = VantryTest::inputOf(*surface);
+        const QPoint at = rect.center().toPoint();
+        QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, at);
+        QTest::mouseClick(target, Qt::LeftButton, Qt::ControlModifier, at);
+        QTest::mouseClick(target, Qt::MiddleButton, Qt::NoModifier, at);
+        QVERIFY(!QTest::qWaitFor([&] { return surface->page()->url() != before; }, 500));
+        QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("link text to click on")));
+    }
+
+    void baseUrlResolvesImagesButNeverLeaks_data()
+    {
+        columns<bool, bool>("fullDocument", "wholeDocumentText");
+        row("body, whole document", false, true);
+        row("full, whole document", true, true);
+        row("body, fragment", false, false);
+        row("full, fragment", true, false);
+    }
+
+    void baseUrlResolvesImagesButNeverLeaks()
+    {
+        QFETCH(bool, fullDocument);
+        QFETCH(bool, wholeDocumentText);
+
+        QTemporaryDir dir;
+        QVERIFY(!pngIn(dir).isEmpty());
+
+        const QString base = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
+        m_editor->setBaseURL(base);
+        m_editor->setReturnFullDocument(fullDocument);
+        const QString body = QStringLiteral("<p>picture <img src=\"pic.png\" alt=\"pic\"></p>");
+        load(wholeDocumentText ? QStringLiteral("<html><head><title>t</title></head><body>") + body
+                    + QStringLiteral("</body></html>")
+                               : body);
+
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&] {
+                const QVariantList images
+                    = adapterValue(*m_editor, QStringLiteral("images")).toList();
+                return images.size() == 1
+                    && images.first().toMap().value(QStringLiteral("loaded")).toBool();
+            }(),
+            10000);
+
+        const QString html = m_editor->GetHtmlSource();
+        QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
+        QVERIFY2(!html.contains(QStringLiteral("data-vantry")), qPrintable(html));
+        QVERIFY(html.contains(QStringLiteral("src=\"pic.png\"")));
+
+        // Changing the address follows at once, and clearing it removes the editor's tag.
+        m_editor->setBaseURL(QString());
+        QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
+    }
+
+    void fullDocumentKeepsHeadAndBody()
+    {
+        const QString body = QStringLiteral(
+            "<h1 class=\"title\" id=\"top\">Heading &amp; more</h1>"
+            "<p style=\"color: red;\" data-x=\"1\">Some <b>bold</b> and <i>italic</i> "
+            "text&nbsp;here.</p>"
+            "<table border=\"1\"><tbody><tr><td colspan=\"2\">cell</td></tr></tbody></table>"
+            "<!-- a comment -->"
+            "<ul><li>one</li><li>two</li></ul>");
+        m_editor->setReturnFullDocument(true);
+        load(QStringLiteral("<html><head><title>Page title</title>"
+                            "<meta name=\"description\" content=\"about\">"
+                            "<link rel=\"icon\" href=\"favicon.ico\">"
+                            "<link rel=\"stylesheet\" href=\"main.css\">"
+                            "<style>p { margin: 0; }</style></head><body>")
+            + body + QStringLiteral("</body></html>"));
+
+        const QString html = m_editor->GetHtmlSource();
+        const int headStart = html.indexOf(QStringLiteral("<head>"), 0, Qt::CaseInsensitive);
+        const int headEnd = html.indexOf(QStringLiteral("</head>"), 0, Qt::CaseInsensitive);
+        QVERIFY2(headStart >= 0 && headEnd > headStart, qPrintable(html));
+        const QString head = html.mid(headStart, headEnd - headStart);
+        QVERIFY(head.contains(QStringLiteral("<title>Page title</title>")));
+        QVERIFY(head.contains(QStringLiteral("<meta name=\"description\" content=\"about\">")));
+        QVERIFY(head.contains(QStringLiteral("<link rel=\"icon\" href=\"favicon.ico\">")));
+        QVERIFY(head.contains(QStringLiteral("href=\"main.css\"")));
+        QVERIFY(head.contains(QStringLiteral("<style>p { margin: 0; }</style>")));
+        QVERIFY2(html.contains(body), qPrintable(html));
+        QCOMPARE(m_editor->PageTitle(), QStringLiteral("Page title"));
+    }
+
+    void wrappedWholeDocumentKeepsWrapperInBody()
+    {
+        // What the editor hands the surface for a whole document: the default-font division
+        // around it and the BASE tag in front of the HTML start tag.
+        m_editor->setBaseURL(QStringLiteral("file:///site/"));
+        m_editor->setReturnFullDocument(true);
+        load(QStringLiteral("<html><head><title>T</title></head><body><p>body</p></body></html>"));
+        QVERIFY(m_editor->SetHtmlSource().startsWith(
+            fontDivision + QStringLiteral("<BASE HREF=\"file:///site/\"><HTML>")));
+
+        const QString html = m_editor->GetHtmlSource();
+        QVERIFY2(html.startsWith(QStringLiteral("<HTML><head><title>T</title>")), qPrintable(html));
+        QVERIFY2(html.contains(QStringLiteral("<body>") + fontDivision
+                     + QStringLiteral("<p>body</p></div></body>")),
+            qPrintable(html));
+    }
+
+    void textBeforeTheRootStaysInFront_data()
+    {
+        columns<QString, QString, QString>("front", "root", "readBack");
+        row("xml declaration", "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n", "<html>",
+            "<?xml version=\"1.0\" encoding=\"utf-8\"?><html>");
+        row("comment", "<!-- saved by hand -->", "<html lang=\"en\">",
+            "<!-- saved by hand --><html lang=\"en\">");
+        row("conditional comments",
+            "<!DOCTYPE html>\n<!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->\n"
+            "<!--[if gt IE 8]><!--> ",
+            "<html class=\"no-js\"> <!--<![endif]-->",
+            "<!DOCTYPE html><!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->"
+            "<!--[if gt IE 8]><!--><html class=\"no-js\"><!--<![endif]--><head>");
+    }
+
+    void textBeforeTheRootStaysInFront()
+    {
+        QFETCH(QString, front);
+        QFETCH(QString, root);
+        QFETCH(QString, readBack);
+
+        load(front + root
+            + QStringLiteral("<head><title>T</title></head><body><p>body text</p>"
+                             "</body></html>"));
+        QCOMPARE(
+            m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>body text</p></div>"));
+        m_editor->setReturnFullDocument(true);
+        const QString html = m_editor->GetHtmlSource();
+        QVERIFY2(html.startsWith(readBack), qPrintable(html));
+        QVERIFY2(html.contains(QStringLiteral("<title>T</title></HEAD><body>") + fontDivision
+                     + QStringLiteral("<p>body text</p></div></body></html>")),
+            qPrintable(html));
+    }
+
+    void documentsOwnBaseEndsWithIt()
+    {
+        // Settings reset without side effects leave BaseURL empty: the old address is no
+        // longer the editor's.
+        m_editor->setBaseURL(QStringLiteral("file:///old/"));
+        m_editor->InitProperties();
+        m_editor->setReturnFullDocument(true);
+        load(QStringLiteral("<html><head><title>T</title></head><body><p>x</p></body></html>"));
+        QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("file:///old/")),
+            qPrintable(m_editor->GetHtmlSource()));
+
+        // A page saved with the editor's BASE in front of its root, opened while BaseURL is
+        // empty: the address is the page's own, and the next page must not inherit it.
+        QTemporaryDir dir;
+        QVERIFY(!pngIn(dir).isEmpty());
+        const QString own = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
+        load(QStringLiteral("<BASE HREF=\"") + own
+            + QStringLiteral("\"><HTML><head><title>A</title></head>"
+                             "<body><p><img src=\"pic.png\"></p></body></HTML>"));
+        QCOMPARE(imageUrl(), own + QStringLiteral("pic.png"));
+
+        load(QStringLiteral("<html><head><title>B</title></head>"
+                            "<body><p><img src=\"pic.png\"></p></body></html>"));
+        QVERIFY2(!imageUrl().startsWith(own), qPrintable(imageUrl()));
+        const QString html = m_editor->GetHtmlSource();
+        QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
+        QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
+    }
+
+    void loadIsCompleteWhileASheetHangs_data()
+    {
+        columns<bool, QString, QString>("fullDocument", "text", "expected");
+        const QString link = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">");
+        const QString body = QStringLiteral("<p>after the link</p>");
+        // Read back without the link: the exchange moves style-sheet links to the head.
+        row("fragment", false, link + body,
+            QString(fontDivision + body + QStringLiteral("</div>")));
+        row("document, link in head", true,
+            QString(QStringLiteral("<html><head>") + link + QStringLiteral("</head><body>") + body
+                + QStringLiteral("</body></html>")),
+            QString(
+                QStringLiteral("<body>") + fontDivision + body + QStringLiteral("</div></body>")));
+        row("document, link in body", true,
+            QString(QStringLiteral("<html><head></head><body>") + link + body
+                + QStringLiteral("</body></html>")),
+            QString(fontDivision + body + QStringLiteral("</div></body>")));
+    }
+
+    void loadIsCompleteWhileASheetHangs()
+    {
+        QFETCH(bool, fullDocument);
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+
+        // Accepts the request for the sheet and never answers it.
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        int requests = 0;
+        connect(&server, &QTcpServer::newConnection, this, [&] {
+            while (server.hasPendingConnections()) {
+                server.nextPendingConnection();
+                ++requests;
+            }
+        });
+        const QString sheet
+            = QStringLiteral("http://127.0.0.1:%1/slow.css").arg(server.serverPort());
+        text = text.arg(sheet);
+
+        m_editor->setReturnFullDocument(fullDocument);
+        QString html, plain;
+        const auto connection
+            = connect(m_editor.get(), &HTMLEditorComponent::DocumentLoaded, this, [&] {
+                  html = m_editor->GetHtmlSource();
+                  plain = m_editor->GetPlainText();
+              });
+        load(text);
+        disconnect(connection);
+        QVERIFY2(html.contains(expected), qPrintable(html));
+        QVERIFY2(plain.contains(QStringLiteral("after the link")), qPrintable(plain));
+        // The sheet was asked for: the load went past it without waiting.
+        QTRY_VERIFY(requests > 0);
+    }
+
+    void twentyMegabyteDocumentRoundTrips()
+    {
+        QString body;
+        body.reserve(21 * 1024 * 1024);
+        int paragraphs = 0;
+        while (body.size() < 20 * 1024 * 1024) {
+            body += QStringLiteral("<p id=\"p%1\">Paragraph %1 with some <b>bold</b> words and "
+                                   "enough text to fill a line of the page.</p>")
+                        .arg(paragraphs);
+            ++paragraphs;
+        }
+        m_editor->setPreserveWhiteSpace(true);
+        load(body);
+        const QString html = m_editor->GetHtmlSource();
+        QVERIFY(html.size() > body.size());
+        QVERIFY(html.contains(body));
+        QVERIFY(html.endsWith(QStringLiteral("</p></div>")));
+    }
+
+    void failedCallsLeaveATrace_data()
+    {
+        columns<QString, int, int, QString>("operation", "timeout", "level", "trace");
+
+        row("refused by the adapter", "noSuchOperation", 10000, int(QtDebugMsg),
+            "^noSuchOperation failed: ");
+        row("no answer in time", "title", 0, int(QtWarningMsg), "^title timed out");
+    }
+
+    void failedCallsLeaveATrace()
+    {
+        QFETCH(QString, operation);
+        QFETCH(int, timeout);
+        QFETCH(int, level);
+        QFETCH(QString, trace);
+
+        load(QStringLiteral("<p>text</p>"));
+        QLoggingCategory::setFilterRules(QStringLiteral("vantry.bridge.debug=true"));
+        const auto restore = qScopeGuard(
+            [] { QLoggingCategory::setFilterRules(QStringLiteral("vantry.*.debug=false")); });
+        QTest::ignoreMessage(QtMsgType(level), QRegularExpression(trace));
+        QVERIFY(!surfaceOf(*m_editor)->call(operation, {}, std::chrono::milliseconds(timeout)).ok);
+    }
+
+    void onlyWhatRenderingNeedsIsFetched()
+    {
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+        VantryTest::TinyHttpServer site;
+        VantryTest::TinyHttpServer elsewhere;
+        QVERIFY(site.start());
+        QVERIFY(elsewhere.start());
+        site.serve(QStringLiteral("/style.css"), {"text/css", "p { color: red }"});
+        const QString other = elsewhere.url(QString());
+        m_editor->setBaseURL(site.url(QStringLiteral("/")));
+        m_editor->setReturnFullDocument(true);
+        load(QStringLiteral("<html><head>"
+                            "<link rel=\"stylesheet\" href=\"style.css\">"
+                            "%2"
+                            "<link rel=\"prefetch\" href=\"next.html\">"
+                            "<link rel=\"preload\" as=\"script\" href=\"app.js\">"
+                            "<link rel=\"modulepreload\" href=\"module.js\">"
+                            "<link rel=\"dns-prefetch\" href=\"%1\">"
+                            "<link rel=\"preconnect\" href=\"%1\">"
+                            "<script src=\"inert.js\"></script>"
+                            "</head><body><p>text</p><img src=\"shown.png\"></body></html>")
+                 .arg(other, hintLinks.join(QString())));
+
+        QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/style.css"))
+                && site.requests.contains(QStringLiteral("/shown.png")),
+            10000);
+        // Whatever else was coming has the time to arrive.
+        QVERIFY(!QTest::qWaitFor(
+            [&] { return site.requests.size() > 2 || elsewhere.connections > 0; }, 500));
+        QStringList requests = site.requests;
+        requests.sort();
+        QCOMPARE(
+            requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
+        QCOMPARE(elsewhere.connections, 0);
+        QCOMPARE(elsewhere.requests, QStringList());
+
+        // The hints are kept as written, on every way out.
+        auto *surface = surfaceOf(*m_editor);
+        const QString head = surface->innerHTML(surface->head());
+        const QString html = m_editor->GetHtmlSource();
+        for (const QString &link : hintLinks) {
+            QVERIFY2(html.contains(link), qPrintable(html));
+            QVERIFY2(head.contains(link), qPrintable(head));
+        }
+        const Platform::Element hint = surface->elementsByTagName(QStringLiteral("link")).value(1);
+        QCOMPARE(surface->outerHTML(hint), hintLinks.first());
+        QCOMPARE(surface->attribute(hint, QStringLiteral("rel")), QStringLiteral("preload"));
+    }
+
+    void hintsAddedLaterFetchNothing_data()
+    {
+        QTest::addColumn<QString>("way");
+        row("InsertHTML", "insert");
+        row("inner HTML by handle", "inner");
+        row("attributes by handle", "attributes");
+        row("source view", "source");
+    }
+
+    // Markup added by editing is held to what rendering needs as a loaded document is; the image
+    // beside the hint shows when the hint would have gone out.
+    void hintsAddedLaterFetchNothing()
+    {
+        QFETCH(QString, way);
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+        VantryTest::TinyHttpServer site;
+        QVERIFY(site.start());
+        m_editor->setBaseURL(site.url(QStringLiteral("/")));
+        load(QStringLiteral("<p>one XX two</p>"));
+        auto *surface = surfaceOf(*m_editor);
+        const QString link
+            = QStringLiteral("<link as=\"image\" rel=\"preload\" href=\"late.png\">");
+        const QString added
+            = QStringLiteral("<b>added</b>") + link + QStringLiteral("<img src=\"shown.png\">");
+
+        if (way == QLatin1String("source")) {
+            m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+            auto *source = m_editor->findChild<Platform::SourceEditor *>();
+            QVERIFY(source);
+            source->setText(source->text().replace(QStringLiteral("XX"), added));
+            m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        } else if (way == QLatin1String("attributes")) {
+            const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
+            const Platform::Element late = surface->createElement(QStringLiteral("link"));
+            surface->setAttribute(late, QStringLiteral("as"), QStringLiteral("image"));
+            surface->setAttribute(late, QStringLiteral("rel"), QStringLiteral("preload"));
+            surface->setAttribute(late, QStringLiteral("href"), QStringLiteral("late.png"));
+            const Platform::Element image = surface->createElement(QStringLiteral("img"));
+            surface->setAttribute(image, QStringLiteral("src"), QStringLiteral("shown.png"));
+            QVERIFY(surface->appendChild(p, late) && surface->appendChild(p, image));
+        } else if (way == QLatin1String("inner")) {
+            const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
+            QVERIFY(
+                surface->setInnerHTML(p, QStringLiteral("one ") + added + QStringLiteral(" two")));
+        } else {
+            QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
+                {QStringLiteral("XX"), QStringLiteral("XX")})
+                        .toBool());
+            m_editor->InsertHTML(added);
+        }
+
+        QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/shown.png")), 10000);
+        QVERIFY(!QTest::qWaitFor([&] { return site.requests.size() > 1; }, 300));
+        QCOMPARE(site.requests, QStringList{QStringLiteral("/shown.png")});
+        const QString html = m_editor->GetHtmlSource();
         QVERIFY2(html.contains(link), qPrintable(html));
-        QVERIFY2(head.contains(link), qPrintable(head));
     }
-    const Platform::Element hint = surface->elementsByTagName(QStringLiteral("link")).value(1);
-    QCOMPARE(surface->outerHTML(hint), hintLinks.first());
-    QCOMPARE(surface->attribute(hint, QStringLiteral("rel")), QStringLiteral("preload"));
-}
 
-void tst_DesignSurface::hintsAddedLaterFetchNothing_data()
-{
-    QTest::addColumn<QString>("way");
-    QTest::newRow("InsertHTML") << QStringLiteral("insert");
-    QTest::newRow("inner HTML by handle") << QStringLiteral("inner");
-    QTest::newRow("attributes by handle") << QStringLiteral("attributes");
-    QTest::newRow("source view") << QStringLiteral("source");
-}
-
-// Markup added by editing is held to what rendering needs as a loaded document is; the image
-// beside the hint shows when the hint would have gone out.
-void tst_DesignSurface::hintsAddedLaterFetchNothing()
-{
-    QFETCH(QString, way);
-    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
-    VantryTest::TinyHttpServer site;
-    QVERIFY(site.start());
-    m_editor->setBaseURL(site.url(QStringLiteral("/")));
-    load(QStringLiteral("<p>one XX two</p>"));
-    auto *surface = surfaceOf(*m_editor);
-    const QString link = QStringLiteral("<link as=\"image\" rel=\"preload\" href=\"late.png\">");
-    const QString added
-        = QStringLiteral("<b>added</b>") + link + QStringLiteral("<img src=\"shown.png\">");
-
-    if (way == QLatin1String("source")) {
-        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-        auto *source = m_editor->findChild<Platform::SourceEditor *>();
-        QVERIFY(source);
-        source->setText(source->text().replace(QStringLiteral("XX"), added));
-        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-    } else if (way == QLatin1String("attributes")) {
-        const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
-        const Platform::Element late = surface->createElement(QStringLiteral("link"));
-        surface->setAttribute(late, QStringLiteral("as"), QStringLiteral("image"));
-        surface->setAttribute(late, QStringLiteral("rel"), QStringLiteral("preload"));
-        surface->setAttribute(late, QStringLiteral("href"), QStringLiteral("late.png"));
-        const Platform::Element image = surface->createElement(QStringLiteral("img"));
-        surface->setAttribute(image, QStringLiteral("src"), QStringLiteral("shown.png"));
-        QVERIFY(surface->appendChild(p, late) && surface->appendChild(p, image));
-    } else if (way == QLatin1String("inner")) {
-        const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
-        QVERIFY(surface->setInnerHTML(p, QStringLiteral("one ") + added + QStringLiteral(" two")));
-    } else {
+    // While the channel delivers a notification the engine cannot answer: a call made then
+    // fails at once, and the status refresh the notification asks for still comes, answered.
+    void nothingWaitsInsideANotificationDelivery()
+    {
+        load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
+        auto *surface = surfaceOf(*m_editor);
+        auto *notifier = surface->findChild<Platform::SurfaceNotifier *>();
+        QVERIFY(notifier);
+        bool boldPressed = false;
+        connect(m_editor.get(), &HTMLEditorComponent::CurrentSelectionStateChange, this,
+            [&boldPressed](QString &key, bool &, bool &pressed) {
+                if (key == QLatin1String("Bold"))
+                    boldPressed = pressed;
+            });
+        qint64 took = -1;
+        const auto connection = connect(
+            notifier, &Platform::SurfaceNotifier::notified, this,
+            [&](const QString &kind) {
+                if (kind != QLatin1String("displayChanged") || took >= 0)
+                    return;
+                QElapsedTimer clock;
+                clock.start();
+                QVERIFY(!surface->call(QStringLiteral("title")).ok);
+                took = clock.elapsed();
+            },
+            Qt::DirectConnection);
         QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
-            {QStringLiteral("XX"), QStringLiteral("XX")})
+            {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
                     .toBool());
-        m_editor->InsertHTML(added);
+        QTRY_VERIFY(took >= 0);
+        disconnect(connection);
+        // Far below the bridge's bound: a freeze detector, not a measurement.
+        QVERIFY2(took < 2000, qPrintable(QStringLiteral("waited %1 ms").arg(took)));
+        QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
+        disconnect(m_editor.get(), nullptr, this, nullptr);
     }
 
-    QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/shown.png")), 10000);
-    QVERIFY(!QTest::qWaitFor([&] { return site.requests.size() > 1; }, 300));
-    QCOMPARE(site.requests, QStringList{QStringLiteral("/shown.png")});
-    const QString html = m_editor->GetHtmlSource();
-    QVERIFY2(html.contains(link), qPrintable(html));
-}
-
-// While the channel delivers a notification the engine cannot answer: a call made then
-// fails at once, and the status refresh the notification asks for still comes, answered.
-void tst_DesignSurface::nothingWaitsInsideANotificationDelivery()
-{
-    load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
-    auto *surface = surfaceOf(*m_editor);
-    auto *notifier = surface->findChild<Platform::SurfaceNotifier *>();
-    QVERIFY(notifier);
-    bool boldPressed = false;
-    connect(m_editor.get(), &HTMLEditorComponent::CurrentSelectionStateChange, this,
-        [&boldPressed](QString &key, bool &, bool &pressed) {
-            if (key == QLatin1String("Bold"))
+    // On a real display the engine may hold its answers back while a local loop waits for one,
+    // right after the document takes the focus: a refresh that waited froze the window for the
+    // whole bound. The toolbar follows the selection without any loop waiting, and a host that
+    // reads the document from the state signal gets its answer at once.
+    void displayChangesUpdateTheToolbarWithoutWaiting()
+    {
+        load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
+        bool boldPressed = false;
+        bool reading = false;
+        qint64 readTook = -1;
+        connect(m_editor.get(), &HTMLEditorComponent::CurrentSelectionStateChange, this,
+            [&](QString &key, bool &, bool &pressed) {
+                if (key != QLatin1String("Bold"))
+                    return;
                 boldPressed = pressed;
-        });
-    qint64 took = -1;
-    const auto connection = connect(
-        notifier, &Platform::SurfaceNotifier::notified, this,
-        [&](const QString &kind) {
-            if (kind != QLatin1String("displayChanged") || took >= 0)
-                return;
-            QElapsedTimer clock;
-            clock.start();
-            QVERIFY(!surface->call(QStringLiteral("title")).ok);
-            took = clock.elapsed();
-        },
-        Qt::DirectConnection);
-    QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
-        {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
-                .toBool());
-    QTRY_VERIFY(took >= 0);
-    disconnect(connection);
-    // Far below the bridge's bound: a freeze detector, not a measurement.
-    QVERIFY2(took < 2000, qPrintable(QStringLiteral("waited %1 ms").arg(took)));
-    QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
-    disconnect(m_editor.get(), nullptr, this, nullptr);
-}
+                if (readTook >= 0)
+                    return;
+                QElapsedTimer clock;
+                clock.start();
+                reading = true;
+                QVERIFY(m_editor->GetHtmlSource().contains(QLatin1String("ipsum")));
+                reading = false;
+                readTook = clock.elapsed();
+            });
+        QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
+            {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
+                    .toBool());
 
-// On a real display the engine may hold its answers back while a local loop waits for one,
-// right after the document takes the focus: a refresh that waited froze the window for the
-// whole bound. The toolbar follows the selection without any loop waiting, and a host that
-// reads the document from the state signal gets its answer at once.
-void tst_DesignSurface::displayChangesUpdateTheToolbarWithoutWaiting()
-{
-    load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
-    bool boldPressed = false;
-    bool reading = false;
-    qint64 readTook = -1;
-    connect(m_editor.get(), &HTMLEditorComponent::CurrentSelectionStateChange, this,
-        [&](QString &key, bool &, bool &pressed) {
-            if (key != QLatin1String("Bold"))
-                return;
-            boldPressed = pressed;
-            if (readTook >= 0)
-                return;
-            QElapsedTimer clock;
-            clock.start();
-            reading = true;
-            QVERIFY(m_editor->GetHtmlSource().contains(QLatin1String("ipsum")));
-            reading = false;
-            readTook = clock.elapsed();
-        });
-    QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
-        {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
-                .toBool());
-
-    int deepestWait = 0;
-    // The host's own read waits, as every read does; nothing else may.
-    const auto watch = connect(QAbstractEventDispatcher::instance(),
-        &QAbstractEventDispatcher::aboutToBlock, this, [&deepestWait, &reading] {
-            if (!reading)
-                deepestWait = std::max(deepestWait, QThread::currentThread()->loopLevel());
-        });
-    QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
-    disconnect(watch);
-    disconnect(m_editor.get(), nullptr, this, nullptr);
-    QCOMPARE(deepestWait, 0);
-    QVERIFY2(readTook >= 0 && readTook < 2000, qPrintable(QString::number(readTook)));
-}
-
-// Every operation name and command id the C++ side sends is one the loaded adapter offers.
-void tst_DesignSurface::adapterOffersWhatTheSurfaceCalls()
-{
-    const QStringList operations
-        = adapterValue(*m_editor, QStringLiteral("operationNames")).toStringList();
-    for (const QLatin1StringView name : Platform::AdapterOperation::all)
-        QVERIFY2(operations.contains(name), name.data());
-
-    const QVariantList commands = adapterValue(*m_editor, QStringLiteral("commandIds")).toList();
-    QList<int> used = Commands::SelectionState::queriedCommands();
-    for (int number = 1; number <= 56; ++number) {
-        // Commands that prompt open our own dialogs instead.
-        const Commands::CommandEntry entry = Commands::commandEntry(Commands::Command(number));
-        if (entry.option != Platform::DesignSurface::OptionPromptUser)
-            used.append(entry.platformCommand);
+        int deepestWait = 0;
+        // The host's own read waits, as every read does; nothing else may.
+        const auto watch = connect(QAbstractEventDispatcher::instance(),
+            &QAbstractEventDispatcher::aboutToBlock, this, [&deepestWait, &reading] {
+                if (!reading)
+                    deepestWait = std::max(deepestWait, QThread::currentThread()->loopLevel());
+            });
+        QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
+        disconnect(watch);
+        disconnect(m_editor.get(), nullptr, this, nullptr);
+        QCOMPARE(deepestWait, 0);
+        QVERIFY2(readTook >= 0 && readTook < 2000, qPrintable(QString::number(readTook)));
     }
-    for (const int id : std::as_const(used))
-        QVERIFY2(id == 0 || commands.contains(id), qPrintable(QString::number(id)));
-}
+
+    // Every operation name and command id the C++ side sends is one the loaded adapter offers.
+    void adapterOffersWhatTheSurfaceCalls()
+    {
+        const QStringList operations
+            = adapterValue(*m_editor, QStringLiteral("operationNames")).toStringList();
+        for (const QLatin1StringView name : Platform::AdapterOperation::all)
+            QVERIFY2(operations.contains(name), name.data());
+
+        const QVariantList commands
+            = adapterValue(*m_editor, QStringLiteral("commandIds")).toList();
+        QList<int> used = Commands::SelectionState::queriedCommands();
+        for (int number = 1; number <= 56; ++number) {
+            // Commands that prompt open our own dialogs instead.
+            const Commands::CommandEntry entry = Commands::commandEntry(Commands::Command(number));
+            if (entry.option != Platform::DesignSurface::OptionPromptUser)
+                used.append(entry.platformCommand);
+        }
+        for (const int id : std::as_const(used))
+            QVERIFY2(id == 0 || commands.contains(id), qPrintable(QString::number(id)));
+    }
+
+private:
+    void load(const QString &html)
+    {
+        m_editor->setSetHtmlSource(html);
+        QVERIFY(!surfaceOf(*m_editor)->lastCallFailed());
+    }
+
+    QString imageUrl()
+    {
+        const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
+        return images.size() == 1 ? images.first().toMap().value(QStringLiteral("url")).toString()
+                                  : QString();
+    }
+
+    std::unique_ptr<HTMLEditorComponent> m_editor;
+};
 
 QTEST_MAIN(tst_DesignSurface)
 #include "tst_designsurface.moc"
