@@ -3,7 +3,9 @@
 
 #include "benchsupport.h"
 #include "commandsbench.h"
+#include "dialogsbench.h"
 #include "documents.h"
+#include "memory.h"
 #include "replaceall.h"
 #include "report.h"
 #include "spelling.h"
@@ -26,6 +28,7 @@ struct Options
 {
     double repeatScale = 1.0;
     int keys = 40;
+    double peerRssMB = 440;
     bool study = false;
     QString docs;
     QStringList only;
@@ -83,6 +86,7 @@ void startUp(Report &report, const Options &options)
     }
     ResultRow row{QStringLiteral("start-up to document ready"), ours.median(), baseline.median(),
         ResultRow::Target::Ratio, 1.2, !error.isEmpty(), error};
+    row.spread(ours, baseline);
     if (error.isEmpty())
         row.note = QStringLiteral("%1 rounds; ours min %2 / max %3 ms, baseline min %4 / max %5 ms")
                        .arg(rounds)
@@ -125,8 +129,10 @@ void loadAndFetch(Report &report, const Options &options, const BenchDocuments &
                 samples[side == &ours ? 0 : 1].add(ms);
             }
         }
-        report.add({QStringLiteral("load %1 to next frame").arg(label), samples[0].median(),
-            samples[1].median(), ResultRow::Target::Ratio, 1.2, !error.isEmpty(), error});
+        ResultRow row{QStringLiteral("load %1 to next frame").arg(label), samples[0].median(),
+            samples[1].median(), ResultRow::Target::Ratio, 1.2, !error.isEmpty(), error};
+        row.spread(samples[0], samples[1]);
+        report.add(row);
     }
 
     if (!options.wants(QStringLiteral("fetch")))
@@ -171,6 +177,7 @@ void loadAndFetch(Report &report, const Options &options, const BenchDocuments &
                 .arg(whole ? QStringLiteral("document.documentElement.outerHTML")
                            : QStringLiteral("document.body.innerHTML"))
                 .arg(adapterOnly.median(), 0, 'f', 1)};
+        row.spread(samples[0], samples[1]);
         report.add(row);
     }
 }
@@ -245,6 +252,7 @@ void typing(Report &report, const Options &options, const BenchDocuments &docs, 
         ResultRow row{QStringLiteral("key to character in document, %1").arg(c.label),
             r.toDocument[0].median(), r.toDocument[1].median(), ResultRow::Target::OursMedianBelow,
             16, !r.error.isEmpty(), r.error};
+        row.spread(r.toDocument[0], r.toDocument[1]);
         if (r.error.isEmpty())
             row.note = QStringLiteral("ours %1; baseline %2; key to next frame: ours %3, "
                                       "baseline %4 (ms)")
@@ -276,12 +284,20 @@ int main(int argc, char **argv)
         QStringLiteral("study"), QStringLiteral("Also break the time of a key press down."));
     const QCommandLineOption onlyOption(QStringLiteral("only"),
         QStringLiteral(
-            "Run only these workloads: startup, load, fetch, replace, spelling, typing (comma "
-            "list)."),
+            "Run only these workloads: startup, load, fetch, replace, commands, spelling, dialogs, "
+            "images, memory, typing (comma list)."),
         QStringLiteral("list"));
     const QCommandLineOption keysOption(QStringLiteral("keys"),
         QStringLiteral("Key presses per typing case."), QStringLiteral("n"), QStringLiteral("40"));
-    parser.addOptions({docsOption, quickOption, studyOption, onlyOption, keysOption});
+    const QCommandLineOption peerRssOption(QStringLiteral("peer-rss"),
+        QStringLiteral("The renderer peak RSS to stay below, in MB: TinyMCE's in the peer bench "
+                       "run the same hour (default: its reference figure)."),
+        QStringLiteral("mb"), QStringLiteral("440"));
+    QCommandLineOption childOption(QStringLiteral("child"),
+        QStringLiteral("Internal: one side of a memory workload."), QStringLiteral("mode"));
+    childOption.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOptions(
+        {docsOption, quickOption, studyOption, onlyOption, keysOption, peerRssOption, childOption});
     parser.process(app);
 
     Options options;
@@ -289,11 +305,14 @@ int main(int argc, char **argv)
     options.repeatScale = parser.isSet(quickOption) ? 0.5 : 1.0;
     options.study = parser.isSet(studyOption);
     options.keys = qMax(10, parser.value(keysOption).toInt());
+    options.peerRssMB = parser.value(peerRssOption).toDouble();
     if (parser.isSet(onlyOption))
         options.only = parser.value(onlyOption).split(QLatin1Char(','), Qt::SkipEmptyParts);
 
     Report report;
     const BenchDocuments docs(options.docs);
+    if (isMemoryChild(parser.value(childOption)))
+        return runMemoryChild(parser.value(childOption), docs);
     const QStringList needed{
         QStringLiteral("article-1mb.html"), QStringLiteral("article-5mb.html")};
     const QStringList missing = docs.missing(needed);
@@ -304,6 +323,11 @@ int main(int argc, char **argv)
 
     if (options.wants(QStringLiteral("startup")))
         startUp(report, options);
+
+    // Before this process starts an engine of its own, so that the machine is as quiet for
+    // the child processes as it can be.
+    if (options.wants(QStringLiteral("memory")))
+        memoryWorkloads(report, docs, options.reps(3), options.peerRssMB);
 
     auto ours = std::make_unique<EditorSubject>();
     auto baseline = std::make_unique<RawSubject>();
@@ -348,6 +372,12 @@ int main(int argc, char **argv)
 
     if (options.wants(QStringLiteral("spelling")))
         spellingWorkload(report, docs, *ours, options.reps(7));
+
+    if (options.wants(QStringLiteral("dialogs")))
+        dialogsWorkload(report, *ours, options.reps(11));
+
+    if (options.wants(QStringLiteral("images")))
+        imageInsertWorkload(report, docs, *ours, *baseline, options.reps(11));
 
     const bool typingWanted = options.wants(QStringLiteral("typing")) || options.study;
     if (typingWanted && !renew()) {

@@ -8,44 +8,9 @@
 #include <QTimer>
 #include <QWebEnginePage>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <memory>
 
 namespace VantryBench {
-
-double Samples::percentile(double p) const
-{
-    if (m_values.isEmpty())
-        return std::numeric_limits<double>::quiet_NaN();
-    QList<double> sorted = m_values;
-    std::sort(sorted.begin(), sorted.end());
-    const auto rank = static_cast<qsizetype>(std::ceil(p / 100.0 * double(sorted.size())));
-    return sorted.at(std::clamp<qsizetype>(rank - 1, 0, sorted.size() - 1));
-}
-
-double Samples::median() const
-{
-    if (m_values.isEmpty())
-        return std::numeric_limits<double>::quiet_NaN();
-    QList<double> sorted = m_values;
-    std::sort(sorted.begin(), sorted.end());
-    const qsizetype mid = sorted.size() / 2;
-    return sorted.size() % 2 ? sorted.at(mid) : (sorted.at(mid - 1) + sorted.at(mid)) / 2.0;
-}
-
-double Samples::min() const
-{
-    return m_values.isEmpty() ? std::numeric_limits<double>::quiet_NaN()
-                              : *std::min_element(m_values.begin(), m_values.end());
-}
-
-double Samples::max() const
-{
-    return m_values.isEmpty() ? std::numeric_limits<double>::quiet_NaN()
-                              : *std::max_element(m_values.begin(), m_values.end());
-}
 
 double elapsedMs(std::chrono::steady_clock::time_point start)
 {

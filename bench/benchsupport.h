@@ -1,5 +1,7 @@
 #pragma once
 
+#include "report.h"
+
 #include <QList>
 #include <QString>
 #include <QVariant>
@@ -10,23 +12,6 @@
 class QWebEnginePage;
 
 namespace VantryBench {
-
-// Durations in milliseconds of repeated runs of one thing.
-class Samples
-{
-public:
-    void add(double ms) { m_values.append(ms); }
-    qsizetype count() const { return m_values.size(); }
-    bool isEmpty() const { return m_values.isEmpty(); }
-    double median() const;
-    // Nearest-rank percentile; NaN when there is no sample.
-    double percentile(double p) const;
-    double min() const;
-    double max() const;
-
-private:
-    QList<double> m_values;
-};
 
 // Milliseconds since start, from a monotonic clock.
 double elapsedMs(std::chrono::steady_clock::time_point start);

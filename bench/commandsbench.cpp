@@ -102,6 +102,7 @@ void measure(Report &report, const BenchDocuments &docs, EditorSubject &ours, Ra
     }
     ResultRow row{step.label, samples[0].median(), samples[1].median(),
         ResultRow::Target::OursMedianBelow, step.limitMs, !error.isEmpty(), error};
+    row.spread(samples[0], samples[1]);
     if (error.isEmpty())
         row.note = QStringLiteral("until the call returns (ours min %1, max %2)")
                        .arg(samples[0].min(), 0, 'f', 2)

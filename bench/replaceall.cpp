@@ -89,6 +89,7 @@ void replaceAllWorkload(
 
     ResultRow row{label, toReturn[0].median(), toReturn[1].median(), ResultRow::Target::Ratio, 3.0,
         !error.isEmpty(), error};
+    row.spread(toReturn[0], toReturn[1]);
     if (error.isEmpty())
         row.note = QStringLiteral("until the call returns; ours must also stay below 500 ms "
                                   "(ours min %1, max %2; first, cold run: ours %3, baseline %4). "

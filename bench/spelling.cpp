@@ -76,6 +76,7 @@ void spellingWorkload(Report &report, const BenchDocuments &docs, EditorSubject 
 
     ResultRow row{
         label, samples[0].median(), samples[1].median(), ResultRow::Target::Ratio, 1.5, false, {}};
+    row.spread(samples[0], samples[1]);
     row.note = QStringLiteral("%1 words; misspelt: ours %2, baseline %3 (the baseline splits "
                               "the text once, outside the timing)")
                    .arg(words.size())

@@ -103,28 +103,23 @@ int main(int argc, char **argv)
     QString error;
     timeOurs(address, file, &error); // warm-up, not counted
     timeCurl(address, file, &error);
-    QList<double> ours, raw;
+    Samples ours, raw;
     for (int round = 0; round < rounds && error.isEmpty(); ++round) {
         if (round % 2) {
-            raw.append(timeCurl(address, file, &error));
-            ours.append(timeOurs(address, file, &error));
+            raw.add(timeCurl(address, file, &error));
+            ours.add(timeOurs(address, file, &error));
         } else {
-            ours.append(timeOurs(address, file, &error));
-            raw.append(timeCurl(address, file, &error));
+            ours.add(timeOurs(address, file, &error));
+            raw.add(timeCurl(address, file, &error));
         }
     }
     server.kill();
     server.waitForFinished();
 
-    const auto median = [](QList<double> values) {
-        if (values.isEmpty())
-            return 0.0;
-        std::sort(values.begin(), values.end());
-        return values.at(values.size() / 2);
-    };
     Report report;
-    ResultRow row{QStringLiteral("upload 50 MB over loopback FTP"), median(ours), median(raw),
+    ResultRow row{QStringLiteral("upload 50 MB over loopback FTP"), ours.median(), raw.median(),
         ResultRow::Target::Ratio, 1.5, !error.isEmpty(), error};
+    row.spread(ours, raw);
     if (error.isEmpty())
         row.note = QStringLiteral("baseline: the curl command line; %1 MB/s ours, %2 MB/s curl")
                        .arg(50000.0 / row.ours, 0, 'f', 0)

@@ -184,10 +184,11 @@ void UploadFlow::onFinished(RemoteError error, const QString &detail)
     const State state = m_state;
     m_state = State::Idle;
     if (state == State::Cancelling) {
-        if (m_cancelledUpload) {
+        if (m_cancelledUpload)
             Q_EMIT failed(Platform::remoteErrorText(RemoteError::Cancelled));
-            Q_EMIT finished(false);
-        }
+        // A cancelled listing ends too: a form waiting to close or to take input again
+        // hears it here.
+        Q_EMIT finished(false);
         return;
     }
     if (error == RemoteError::None) {

@@ -45,7 +45,8 @@ public:
     // shown when empty). False, with failed, when the rules refuse them before anything
     // is sent.
     bool upload(const QStringList &localFiles, const QString &folder = {});
-    // Stops at once; finished(false) follows once a file cut short is removed.
+    // Stops at once; finished(false) follows once a file cut short is removed, or once a
+    // listing has stopped.
     void cancel();
 
 Q_SIGNALS:
@@ -56,7 +57,7 @@ Q_SIGNALS:
     // placement takes this to put the image into the document.
     void imageUploaded(const QString &localPath, const QString &remotePath, const QString &address);
     void failed(const QString &message);
-    // An upload is over: complete when every file went up.
+    // An upload, or a cancelled listing, is over: complete when every file went up.
     void finished(bool complete);
 
 private:

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void cutMidTransfer_data();
     void cutMidTransfer();
     void formBrowsesInsideTheRestrictedFolder();
+    void formStoppedWhileListing_data();
+    void formStoppedWhileListing();
     void commandUploadsWhatTheDialogChose();
 
 private:
@@ -429,6 +431,31 @@ void tst_ImageUpload::formBrowsesInsideTheRestrictedFolder()
     QCOMPARE(m_ftps->files(),
         (QStringList{u"/outside/secret.txt"_s, u"/site/img/2024/old.png"_s,
             u"/site/img/2024/old_001.png"_s}));
+}
+
+void tst_ImageUpload::formStoppedWhileListing_data()
+{
+    QTest::addColumn<bool>("escape");
+    QTest::newRow("Escape closes the form") << true;
+    QTest::newRow("Cancel gives the form back") << false;
+}
+
+void tst_ImageUpload::formStoppedWhileListing()
+{
+    QFETCH(bool, escape);
+    Dialogs::ImageUploadForm form(account(*m_ftp, u"ftp"_s));
+    form.show();
+    QVERIFY(form.flow().isBusy());
+    if (escape) {
+        form.reject();
+        QTRY_VERIFY_WITH_TIMEOUT(!form.isVisible(), 10000);
+    } else {
+        form.cancelOrClose();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            form.findChild<QListWidget *>(u"lstFolders"_s)->isEnabled(), 10000);
+    }
+    QVERIFY(!form.flow().isBusy());
+    QCOMPARE(form.values().cancelled, true);
 }
 
 namespace {
