@@ -1246,6 +1246,40 @@ void tst_Executor::pageDialogWritesTheBodyAsOneUndoStep()
         values.TopMargin = QStringLiteral("9");
         values.BackgroundImage = QStringLiteral("/tmp/bg.gif");
         values.Title = QStringLiteral("New");
+    };
+    localExecutor();
+    Executor::Hooks hooks;
+    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
+    hooks.imageDirectory = [] { return QStringLiteral("/srv/img"); };
+    hooks.placeImage = [](const QString &path) -> QString {
+        return QStringLiteral("images/") + path.section(QLatin1Char('/'), -1);
+    };
+    m_executor->setDialogLauncher(
+        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
+
+    m_executor->executeCommand(Command::PageProperties);
+    const auto attribute = [this, &body](const char *name) {
+        return m_surface->attribute(body, QLatin1String(name));
+    };
+    QCOMPARE(attribute("bgColor"), QStringLiteral("#FFFFFF"));
+    QCOMPARE(attribute("text"), QStringLiteral("#111111"));
+    QCOMPARE(attribute("topMargin"), QStringLiteral("9"));
+    QCOMPARE(attribute("background"), QStringLiteral("images/bg.gif"));
+    QVERIFY2(!m_surface->outerHTML(body).contains(QLatin1String(" link="), Qt::CaseInsensitive),
+        qPrintable(m_surface->outerHTML(body)));
+    QCOMPARE(m_surface->title(), QStringLiteral("New"));
+    QCOMPARE(m_dirtyMarks, 1);
+    m_executor->executeCommand(Command::UnDo);
+    QCOMPARE(m_surface->outerHTML(body), before);
+
+    answers.page = nullptr;
+    select(QStringLiteral("here"));
+    m_executor->executeCommand(Command::PageProperties);
+    QCOMPARE(m_surface->outerHTML(body), before);
+    QCOMPARE(m_dirtyMarks, 2);
+}
+
 void tst_Executor::styleSheetsOfTheDocument_data()
 {
     QTest::addColumn<QString>("document");
@@ -1380,33 +1414,6 @@ void tst_Executor::styleDialogsWriteOneUndoStep()
     Executor::Hooks hooks;
     hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
     hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
-    hooks.imageDirectory = [] { return QStringLiteral("/srv/img"); };
-    hooks.placeImage = [](const QString &path) -> QString {
-        return QStringLiteral("images/") + path.section(QLatin1Char('/'), -1);
-    };
-    m_executor->setDialogLauncher(
-        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
-
-    m_executor->executeCommand(Command::PageProperties);
-    const auto attribute = [this, &body](const char *name) {
-        return m_surface->attribute(body, QLatin1String(name));
-    };
-    QCOMPARE(attribute("bgColor"), QStringLiteral("#FFFFFF"));
-    QCOMPARE(attribute("text"), QStringLiteral("#111111"));
-    QCOMPARE(attribute("topMargin"), QStringLiteral("9"));
-    QCOMPARE(attribute("background"), QStringLiteral("images/bg.gif"));
-    QVERIFY2(!m_surface->outerHTML(body).contains(QLatin1String(" link="), Qt::CaseInsensitive),
-        qPrintable(m_surface->outerHTML(body)));
-    QCOMPARE(m_surface->title(), QStringLiteral("New"));
-    QCOMPARE(m_dirtyMarks, 1);
-    m_executor->executeCommand(Command::UnDo);
-    QCOMPARE(m_surface->outerHTML(body), before);
-
-    answers.page = nullptr;
-    select(QStringLiteral("here"));
-    m_executor->executeCommand(Command::PageProperties);
-    QCOMPARE(m_surface->outerHTML(body), before);
-    QCOMPARE(m_dirtyMarks, 2);
     m_executor->setDialogLauncher(
         std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
     DialogLauncher &launcher = m_executor->dialogs();
