@@ -27,6 +27,8 @@ struct Options
     double repeatScale = 1.0;
     int keys = 40;
     bool study = false;
+    QStringList studyPages;
+    QString studyRules;
     QString docs;
     QStringList only;
 
@@ -217,9 +219,9 @@ TypingResult typeInBoth(Subject &ours, Subject &baseline, const QString &html, i
 
 QString spread(const Samples &s)
 {
-    return QStringLiteral("median %1, p90 %2, max %3")
+    return QStringLiteral("median %1, p95 %2, max %3")
         .arg(s.median(), 0, 'f', 1)
-        .arg(s.percentile(90), 0, 'f', 1)
+        .arg(s.percentile(95), 0, 'f', 1)
         .arg(s.max(), 0, 'f', 1);
 }
 
@@ -281,13 +283,23 @@ int main(int argc, char **argv)
         QStringLiteral("list"));
     const QCommandLineOption keysOption(QStringLiteral("keys"),
         QStringLiteral("Key presses per typing case."), QStringLiteral("n"), QStringLiteral("40"));
-    parser.addOptions({docsOption, quickOption, studyOption, onlyOption, keysOption});
+    const QCommandLineOption studyPagesOption(QStringLiteral("study-pages"),
+        QStringLiteral("Study only these pages: 50, 5000, 15000, 25000, article (comma list)."),
+        QStringLiteral("list"));
+    const QCommandLineOption studyRulesOption(QStringLiteral("study-rules"),
+        QStringLiteral("Study these editor-only style rules beside the editor's own."),
+        QStringLiteral("css"));
+    parser.addOptions({docsOption, quickOption, studyOption, onlyOption, keysOption,
+        studyPagesOption, studyRulesOption});
     parser.process(app);
 
     Options options;
     options.docs = parser.value(docsOption);
     options.repeatScale = parser.isSet(quickOption) ? 0.5 : 1.0;
-    options.study = parser.isSet(studyOption);
+    options.study = parser.isSet(studyOption) || parser.isSet(studyPagesOption)
+        || parser.isSet(studyRulesOption);
+    options.studyRules = parser.value(studyRulesOption);
+    options.studyPages = parser.value(studyPagesOption).split(QLatin1Char(','), Qt::SkipEmptyParts);
     options.keys = qMax(10, parser.value(keysOption).toInt());
     if (parser.isSet(onlyOption))
         options.only = parser.value(onlyOption).split(QLatin1Char(','), Qt::SkipEmptyParts);
@@ -362,6 +374,6 @@ int main(int argc, char **argv)
 
     if (options.study)
         typingStudy(*ours, *baseline, options.keys, docs.read(QStringLiteral("article-5mb.html")),
-            QStringLiteral("article-5mb.html"));
+            QStringLiteral("article-5mb.html"), options.studyPages, options.studyRules);
     return 0;
 }

@@ -101,12 +101,15 @@ struct Variant
     QString name;
     bool rules;
     bool late;
+    QString ownRules = {}; // instead of the editor's
 };
 
 void prepare(Subject &ours, Subject &baseline, const QString &html, const Variant &variant,
     const QString &editorRules)
 {
-    const QString rules = variant.rules ? editorRules : QString();
+    const QString rules = !variant.rules ? QString()
+        : variant.ownRules.isEmpty()     ? editorRules
+                                         : variant.ownRules;
     const QString first = variant.late ? QString() : rules;
     for (Subject *side : {&ours, &baseline}) {
         setRules(*side, first);
@@ -161,7 +164,7 @@ void studyCase(Subject &ours, Subject &baseline, const QString &label, const QSt
             continue;
         }
         QStringList cells{label, variant.name, s.side().name(), ms(s.toDocument().median()),
-            ms(s.toDocument().percentile(90)), ms(s.toFrame().median())};
+            ms(s.toDocument().percentile(95)), ms(s.toFrame().median())};
         for (const Samples &phase : phases[i].values)
             cells.append(ms(phase.median()));
         say(QStringLiteral("  ") + cells.join(QStringLiteral(" | ")));
@@ -192,9 +195,11 @@ void pollCost(Subject &ours, Subject &baseline, const QString &label, const QStr
 
 } // namespace
 
-void typingStudy(
-    Subject &ours, Subject &baseline, int keys, const QString &extraPage, const QString &extraLabel)
+void typingStudy(Subject &ours, Subject &baseline, int keys, const QString &extraPage,
+    const QString &extraLabel, const QStringList &only, const QString &candidateRules)
 {
+    const auto wanted
+        = [&only](const QString &page) { return only.isEmpty() || only.contains(page); };
     keys = qMax(10, keys / 2);
     say(QString());
     say(QStringLiteral("Typing study: where the time of a key press goes"));
@@ -205,9 +210,13 @@ void typingStudy(
 
     const QString editorRules = ours.evaluate(QLatin1String(readRulesScript)).toString();
     say(QStringLiteral("The editor's rules: %1").arg(editorRules));
-    const QList<Variant> variants{{QStringLiteral("editor's rules"), true, false},
+    QList<Variant> variants{{QStringLiteral("editor's rules"), true, false},
         {QStringLiteral("no rules"), false, false},
         {QStringLiteral("editor's rules, added after layout"), true, true}};
+    if (!candidateRules.isEmpty()) {
+        say(QStringLiteral("Candidate rules: %1").arg(candidateRules));
+        variants = {variants.first(), {QStringLiteral("candidate"), true, false, candidateRules}};
+    }
 
     say(QStringLiteral("Per key, medians in ms (%1 keys per side). Phases measured in the page: "
                        "handlers = keydown listeners; then until keypress, until beforeinput, "
@@ -215,14 +224,16 @@ void typingStudy(
                        "listeners; toFrame = until the next frame starts; frame = its style, "
                        "layout and paint.")
             .arg(keys));
-    say(QStringLiteral("  document | rules | side | key to text | p90 | key to frame | handlers | "
+    say(QStringLiteral("  document | rules | side | key to text | p95 | key to frame | handlers | "
                        "to keypress | to beforeinput | insertion | edit | input | toFrame | "
                        "frame"));
     QList<QPair<QString, QString>> pages;
-    for (const int paragraphs : {50, 5000, 15000, 25000})
-        pages.append(
-            {QStringLiteral("%1 paragraphs").arg(paragraphs), paragraphDocument(paragraphs)});
-    if (!extraPage.isEmpty())
+    for (const int paragraphs : {50, 5000, 15000, 25000}) {
+        if (wanted(QString::number(paragraphs)))
+            pages.append(
+                {QStringLiteral("%1 paragraphs").arg(paragraphs), paragraphDocument(paragraphs)});
+    }
+    if (!extraPage.isEmpty() && wanted(QStringLiteral("article")))
         pages.append({extraLabel, extraPage});
     for (const auto &[label, html] : std::as_const(pages)) {
         for (const Variant &variant : variants)

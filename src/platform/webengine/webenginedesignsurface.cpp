@@ -142,7 +142,7 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     page->scripts().insert(adapterScript(QStringLiteral("vantry-adapter"),
         resourceText(QStringLiteral(":/vantry/webengine/adapter.js"))));
     for (const char *name : {"texttags", "reader", "selection", "search", "elements", "commands",
-             "tables", "positioning", "marks", "find", "spelling", "resize"}) {
+             "tables", "positioning", "marks", "find", "spelling", "resize", "typingblock"}) {
         const QString file = QLatin1String(name);
         page->scripts().insert(adapterScript(QLatin1String("vantry-") + file,
             resourceText(QLatin1String(":/vantry/webengine/") + file + QLatin1String(".js"))));
