@@ -66,6 +66,52 @@ const char layoutProbeScript[] = R"JS(
 })
 )JS";
 
+// The layout after a one-character change with the changed block laid out alone (the
+// rule the adapter gives the block typed into) against the same without it, in turns,
+// on paragraphs made in the page under the editor's rules.
+const char blockAloneProbeScript[] = R"JS(
+((rules, count, rounds) => {
+    const median = list => list.sort((a, b) => a - b)[list.length >> 1];
+    const editor = new CSSStyleSheet(), own = new CSSStyleSheet();
+    editor.replaceSync(rules);
+    document.adoptedStyleSheets = [editor, own];
+    const words = 'account balance channel decision evidence finance garden harbour income ';
+    const body = document.createDocumentFragment();
+    for (let i = 0; i < count; ++i) {
+        const p = document.createElement('p');
+        p.textContent = i + ' ' + words.repeat(3);
+        body.appendChild(p);
+    }
+    document.body.replaceChildren(body);
+    const p = document.body.children[count >> 1];
+    const text = p.firstChild;
+    p.scrollIntoView({ block: 'center' });
+    const height = p.getBoundingClientRect().height;
+    const alone = 'body > :nth-child(' + ((count >> 1) + 1) + ') { contain: strict; ' +
+                  'box-sizing: border-box; height: ' + height + 'px; }';
+    const one = () => {
+        const t = performance.now();
+        text.appendData('x');
+        void document.body.offsetHeight;
+        const spent = performance.now() - t;
+        text.deleteData(text.length - 1, 1);
+        void document.body.offsetHeight;
+        return spent;
+    };
+    const whole = [], block = [];
+    for (let i = 0; i < rounds; ++i) {
+        own.replaceSync('');
+        void document.body.offsetHeight;
+        whole.push(one());
+        own.replaceSync(alone);
+        void document.body.offsetHeight;
+        block.push(one());
+    }
+    document.body.replaceChildren();
+    return [median(whole), median(block)];
+})
+)JS";
+
 void setRules(Subject &side, const QString &rules)
 {
     side.evaluate(
@@ -204,6 +250,23 @@ void typingStudy(Subject &ours, Subject &baseline, int keys, const QString &extr
     say(QString());
     say(QStringLiteral("Typing study: where the time of a key press goes"));
 
+    if (only.contains(QStringLiteral("alone"))) {
+        const QString rules = ours.evaluate(QLatin1String(readRulesScript)).toString();
+        for (const int count : {5000, 25000}) {
+            const QVariantList costs
+                = baseline
+                      .evaluate(QLatin1String(blockAloneProbeScript)
+                              + QStringLiteral("(%1, %2, 15)").arg(jsString(rules)).arg(count),
+                          120s)
+                      .toList();
+            if (costs.size() == 2)
+                say(QStringLiteral("  %1 paragraphs: a layout after a one-character change %2 "
+                                   "ms, with the block laid out alone %3 ms")
+                        .arg(count)
+                        .arg(ms(costs.at(0).toDouble()), ms(costs.at(1).toDouble())));
+        }
+        return;
+    }
     say(QStringLiteral("Cost of measuring (no key pressed):"));
     pollCost(ours, baseline, QStringLiteral("50 paragraphs"), paragraphDocument(50));
     pollCost(ours, baseline, QStringLiteral("25,000 paragraphs"), paragraphDocument(25000));

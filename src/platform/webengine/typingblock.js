@@ -80,7 +80,8 @@
         const style = getComputedStyle(el);
         if (!['block', 'list-item', 'flow-root'].includes(style.display)
             || style.float !== 'none' || !['static', 'relative'].includes(style.position)
-            || style.transform !== 'none' || getComputedStyle(parent).display !== 'block')
+            || style.transform !== 'none' || (style.zoom && style.zoom !== '1')
+            || getComputedStyle(parent).display !== 'block')
             return false;
         if (el.scrollHeight > el.clientHeight || el.scrollWidth > el.clientWidth)
             return false;
@@ -111,10 +112,19 @@
 
     let plainTyping = false;
 
+    // A cancelled insertion has no input event; the flags end with the task either way.
+    const taskEnd = new MessageChannel();
+    taskEnd.port1.onmessage = () => {
+        plainTyping = false;
+        typing = false;
+    };
+
     function beforeInput(e) {
         const s = document.getSelection();
         plainTyping = e.inputType === 'insertText' && !!s && s.isCollapsed;
         typing = plainTyping && block !== null && topBlock(s.focusNode) === block;
+        if (plainTyping)
+            taskEnd.port2.postMessage(null);
     }
 
     function input() {
