@@ -170,6 +170,14 @@
         listen();
     });
     V.onDisplaySet(forget);
+    // Operations that change the page's width or the editor's rules without a mutation.
+    const restyling = new Set(['configure', 'refresh', 'setScrollBarsVisible']);
+    const invokeNext = V.invoke;
+    V.invoke = function (name, args) {
+        if (restyling.has(name))
+            forget();
+        return invokeNext.call(this, name, args);
+    };
     window.addEventListener('resize', forget);
     if (document.fonts)
         document.fonts.addEventListener('loadingdone', forget);
