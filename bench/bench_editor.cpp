@@ -303,7 +303,8 @@ int main(int argc, char **argv)
     const QCommandLineOption keysOption(QStringLiteral("keys"),
         QStringLiteral("Key presses per typing case."), QStringLiteral("n"), QStringLiteral("40"));
     const QCommandLineOption studyPagesOption(QStringLiteral("study-pages"),
-        QStringLiteral("Study only these pages: 50, 5000, 15000, 25000, article (comma list)."),
+        QStringLiteral("Study only these pages: 50, 5000, 15000, 25000, article (comma list); "
+                       "alone: only the layout of one block laid out alone against the body."),
         QStringLiteral("list"));
     const QCommandLineOption studyRulesOption(QStringLiteral("study-rules"),
         QStringLiteral("Study these editor-only style rules beside the editor's own."),
