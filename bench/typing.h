@@ -59,8 +59,12 @@ QVariantList take(Subject &side);
 
 // Breaks the time of a key press down: document size, the editor-only style rules, the
 // cost of polling, and the phases inside the page. Prints its own tables.
-// A real page (extraPage, when not empty) joins the generated ones.
+// A real page (extraPage, when not empty) joins the generated ones. A non-empty `only`
+// keeps the pages named there: paragraph counts (50, 5000, 15000, 25000) or "article";
+// "alone" measures only the layout of a changed block laid out on its own.
+// Candidate rules, when given, are measured against the editor's own.
 void typingStudy(Subject &ours, Subject &baseline, int keys, const QString &extraPage = {},
-    const QString &extraLabel = {});
+    const QString &extraLabel = {}, const QStringList &only = {},
+    const QString &candidateRules = {});
 
 } // namespace VantryBench

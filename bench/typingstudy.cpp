@@ -66,6 +66,52 @@ const char layoutProbeScript[] = R"JS(
 })
 )JS";
 
+// The layout after a one-character change with the changed block laid out alone (the
+// rule the adapter gives the block typed into) against the same without it, in turns,
+// on paragraphs made in the page under the editor's rules.
+const char blockAloneProbeScript[] = R"JS(
+((rules, count, rounds) => {
+    const median = list => list.sort((a, b) => a - b)[list.length >> 1];
+    const editor = new CSSStyleSheet(), own = new CSSStyleSheet();
+    editor.replaceSync(rules);
+    document.adoptedStyleSheets = [editor, own];
+    const words = 'account balance channel decision evidence finance garden harbour income ';
+    const body = document.createDocumentFragment();
+    for (let i = 0; i < count; ++i) {
+        const p = document.createElement('p');
+        p.textContent = i + ' ' + words.repeat(3);
+        body.appendChild(p);
+    }
+    document.body.replaceChildren(body);
+    const p = document.body.children[count >> 1];
+    const text = p.firstChild;
+    p.scrollIntoView({ block: 'center' });
+    const height = p.getBoundingClientRect().height;
+    const alone = 'body > :nth-child(' + ((count >> 1) + 1) + ') { contain: strict; ' +
+                  'box-sizing: border-box; height: ' + height + 'px; }';
+    const one = () => {
+        const t = performance.now();
+        text.appendData('x');
+        void document.body.offsetHeight;
+        const spent = performance.now() - t;
+        text.deleteData(text.length - 1, 1);
+        void document.body.offsetHeight;
+        return spent;
+    };
+    const whole = [], block = [];
+    for (let i = 0; i < rounds; ++i) {
+        own.replaceSync('');
+        void document.body.offsetHeight;
+        whole.push(one());
+        own.replaceSync(alone);
+        void document.body.offsetHeight;
+        block.push(one());
+    }
+    document.body.replaceChildren();
+    return [median(whole), median(block)];
+})
+)JS";
+
 void setRules(Subject &side, const QString &rules)
 {
     side.evaluate(
@@ -101,12 +147,15 @@ struct Variant
     QString name;
     bool rules;
     bool late;
+    QString ownRules = {}; // instead of the editor's
 };
 
 void prepare(Subject &ours, Subject &baseline, const QString &html, const Variant &variant,
     const QString &editorRules)
 {
-    const QString rules = variant.rules ? editorRules : QString();
+    const QString rules = !variant.rules ? QString()
+        : variant.ownRules.isEmpty()     ? editorRules
+                                         : variant.ownRules;
     const QString first = variant.late ? QString() : rules;
     for (Subject *side : {&ours, &baseline}) {
         setRules(*side, first);
@@ -161,7 +210,7 @@ void studyCase(Subject &ours, Subject &baseline, const QString &label, const QSt
             continue;
         }
         QStringList cells{label, variant.name, s.side().name(), ms(s.toDocument().median()),
-            ms(s.toDocument().percentile(90)), ms(s.toFrame().median())};
+            ms(s.toDocument().percentile(95)), ms(s.toFrame().median())};
         for (const Samples &phase : phases[i].values)
             cells.append(ms(phase.median()));
         say(QStringLiteral("  ") + cells.join(QStringLiteral(" | ")));
@@ -192,22 +241,45 @@ void pollCost(Subject &ours, Subject &baseline, const QString &label, const QStr
 
 } // namespace
 
-void typingStudy(
-    Subject &ours, Subject &baseline, int keys, const QString &extraPage, const QString &extraLabel)
+void typingStudy(Subject &ours, Subject &baseline, int keys, const QString &extraPage,
+    const QString &extraLabel, const QStringList &only, const QString &candidateRules)
 {
+    const auto wanted
+        = [&only](const QString &page) { return only.isEmpty() || only.contains(page); };
     keys = qMax(10, keys / 2);
     say(QString());
     say(QStringLiteral("Typing study: where the time of a key press goes"));
 
+    if (only.contains(QStringLiteral("alone"))) {
+        const QString rules = ours.evaluate(QLatin1String(readRulesScript)).toString();
+        for (const int count : {5000, 25000}) {
+            const QVariantList costs
+                = baseline
+                      .evaluate(QLatin1String(blockAloneProbeScript)
+                              + QStringLiteral("(%1, %2, 15)").arg(jsString(rules)).arg(count),
+                          120s)
+                      .toList();
+            if (costs.size() == 2)
+                say(QStringLiteral("  %1 paragraphs: a layout after a one-character change %2 "
+                                   "ms, with the block laid out alone %3 ms")
+                        .arg(count)
+                        .arg(ms(costs.at(0).toDouble()), ms(costs.at(1).toDouble())));
+        }
+        return;
+    }
     say(QStringLiteral("Cost of measuring (no key pressed):"));
     pollCost(ours, baseline, QStringLiteral("50 paragraphs"), paragraphDocument(50));
     pollCost(ours, baseline, QStringLiteral("25,000 paragraphs"), paragraphDocument(25000));
 
     const QString editorRules = ours.evaluate(QLatin1String(readRulesScript)).toString();
     say(QStringLiteral("The editor's rules: %1").arg(editorRules));
-    const QList<Variant> variants{{QStringLiteral("editor's rules"), true, false},
+    QList<Variant> variants{{QStringLiteral("editor's rules"), true, false},
         {QStringLiteral("no rules"), false, false},
         {QStringLiteral("editor's rules, added after layout"), true, true}};
+    if (!candidateRules.isEmpty()) {
+        say(QStringLiteral("Candidate rules: %1").arg(candidateRules));
+        variants = {variants.first(), {QStringLiteral("candidate"), true, false, candidateRules}};
+    }
 
     say(QStringLiteral("Per key, medians in ms (%1 keys per side). Phases measured in the page: "
                        "handlers = keydown listeners; then until keypress, until beforeinput, "
@@ -215,14 +287,16 @@ void typingStudy(
                        "listeners; toFrame = until the next frame starts; frame = its style, "
                        "layout and paint.")
             .arg(keys));
-    say(QStringLiteral("  document | rules | side | key to text | p90 | key to frame | handlers | "
+    say(QStringLiteral("  document | rules | side | key to text | p95 | key to frame | handlers | "
                        "to keypress | to beforeinput | insertion | edit | input | toFrame | "
                        "frame"));
     QList<QPair<QString, QString>> pages;
-    for (const int paragraphs : {50, 5000, 15000, 25000})
-        pages.append(
-            {QStringLiteral("%1 paragraphs").arg(paragraphs), paragraphDocument(paragraphs)});
-    if (!extraPage.isEmpty())
+    for (const int paragraphs : {50, 5000, 15000, 25000}) {
+        if (wanted(QString::number(paragraphs)))
+            pages.append(
+                {QStringLiteral("%1 paragraphs").arg(paragraphs), paragraphDocument(paragraphs)});
+    }
+    if (!extraPage.isEmpty() && wanted(QStringLiteral("article")))
         pages.append({extraLabel, extraPage});
     for (const auto &[label, html] : std::as_const(pages)) {
         for (const Variant &variant : variants)

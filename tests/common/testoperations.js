@@ -47,6 +47,12 @@
         detailMarks: () => V.detailMarks(),
         underlinedWords: () => V.underlinedWords(),
         tableRowWidths: h => V.tableRowWidths(h),
+        // The block typing lays out on its own, and whether it is too small for its text.
+        typingBlock: () => {
+            const el = V.typingBlock();
+            return el ? { text: el.textContent, clipped: el.scrollHeight > el.clientHeight }
+                      : null;
+        },
     };
 
     for (const [name, fn] of Object.entries(operations))

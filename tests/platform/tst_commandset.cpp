@@ -554,6 +554,47 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_surface->bodyInnerText().contains(QLatin1String("words")));
     }
 
+    // In a long document the block being typed into is laid out on its own: the markup and the
+    // undo history never show it, and a block the typing makes taller shows all its text.
+    void typingInALongDocumentLeavesNoTrace()
+    {
+        QString body;
+        for (int i = 0; i < 800; ++i)
+            body += QStringLiteral("<p>paragraph %1 text</p>").arg(i);
+        m_editor->setSetHtmlSource(body);
+        QTRY_VERIFY(m_editor->isDocumentReady());
+        const QString loaded = m_surface->bodyInnerHTML();
+        const QString source = m_editor->GetHtmlSource();
+        QWidget *keys = input();
+        caretAt(QStringLiteral("paragraph 400 text"), true);
+
+        QTest::keyClicks(keys, QStringLiteral("ab"));
+        QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("paragraph 400 textab")));
+        QCOMPARE(js(QStringLiteral("typingBlock")).toMap().value(QStringLiteral("text")),
+            QStringLiteral("paragraph 400 textab"));
+
+        // Enough for several more lines.
+        const QString words = QStringLiteral(" more words to wrap").repeated(12);
+        QTest::keyClicks(keys, words);
+        const QString typed = QStringLiteral("paragraph 400 textab") + words;
+        QTRY_VERIFY(m_surface->bodyInnerText().contains(typed));
+        const QVariantMap block = js(QStringLiteral("typingBlock")).toMap();
+        QCOMPARE(block.value(QStringLiteral("text")).toString(), typed);
+        QCOMPARE(block.value(QStringLiteral("clipped")), false);
+
+        QString expected = loaded;
+        expected.replace(QStringLiteral("paragraph 400 text</p>"), typed + QStringLiteral("</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), expected);
+        QString expectedSource = source;
+        expectedSource.replace(
+            QStringLiteral("paragraph 400 text</p>"), typed + QStringLiteral("</p>"));
+        QCOMPARE(m_editor->GetHtmlSource(), expectedSource);
+
+        QVERIFY(m_surface->execCommand(Undo));
+        QCOMPARE(m_surface->bodyInnerHTML(), loaded);
+        QVERIFY(!js(QStringLiteral("typingBlock")).isValid());
+    }
+
 private:
     // The divs named by their text, bottom to top as they are painted, with "text" where the
     // page's text lies between the layers below it and those above it.

@@ -758,6 +758,7 @@
         generation: () => generation,
         scheduleDisplayChanged: () => scheduleDisplayChanged(true),
         display: display,
+        longDocument: () => skipFarBlocks,
         EDITOR_LAYER_ATTR: EDITOR_LAYER_ATTR,
         editorBase: () => editorBase(),
         isLink: isLink,

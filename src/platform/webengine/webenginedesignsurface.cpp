@@ -78,9 +78,9 @@ const QString &adapterSource()
                 + QStringLiteral(": ' + e); }\n");
         };
         append(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
-        for (const char *name :
-            {"adapter", "texttags", "reader", "selection", "search", "elements", "commands",
-                "tables", "positioning", "marks", "find", "spelling", "resize", "styles"})
+        for (const char *name : {"adapter", "texttags", "reader", "selection", "search", "elements",
+                 "commands", "tables", "positioning", "marks", "find", "spelling", "resize",
+                 "styles", "typingblock"})
             append(
                 QLatin1String(":/vantry/webengine/") + QLatin1String(name) + QLatin1String(".js"));
         return text;
