@@ -4,8 +4,8 @@
 #include "commands/commandtables.h"
 #include "commands/contextmenus.h"
 #include "commands/tablecommands.h"
-#include "platform/designsurface.h"
 #include "dialogs/fontchoice.h"
+#include "platform/designsurface.h"
 
 #include <VantryHTMLEditor/CompanionObjects.h>
 
@@ -44,6 +44,8 @@ private Q_SLOTS:
     void fontDialogSizesAndColours();
     void contextMenuEntries_data();
     void contextMenuEntries();
+    void menuContextOfPath_data();
+    void menuContextOfPath();
     void customItemsFollowTheBuiltInOnesAndGoByKey();
 };
 
@@ -420,6 +422,38 @@ void tst_CommandTables::contextMenuEntries()
     for (int group : hidden)
         settings.HideBuiltinContextMenuItem(static_cast<em_ContextMenu>(group));
     QCOMPARE(captions(Commands::contextMenuEntries(context, settings)), expected);
+}
+
+void tst_CommandTables::menuContextOfPath_data()
+{
+    QTest::addColumn<QStringList>("path");
+    QTest::addColumn<int>("positioning");
+    // image, body, hyperlink, table, cell, positionable, absolute
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("image in a cell")
+        << QStringList{"IMG", "TD", "TR", "TBODY", "TABLE", "BODY", "HTML"}
+        << int(Platform::Enabled) << "ib.tcp.";
+    QTest::newRow("lower-case tags, nothing above the root")
+        << QStringList{"th", "table", "html", "body"} << int(Platform::Latched) << "...tcpa";
+    QTest::newRow("a link is never positioned")
+        << QStringList{"SPAN", "A", "DIV", "BODY"} << int(Platform::Latched) << ".bh....";
+    QTest::newRow("positioning not available")
+        << QStringList{"P", "BODY"} << int(Platform::Disabled) << ".b.....";
+}
+
+void tst_CommandTables::menuContextOfPath()
+{
+    QFETCH(QStringList, path);
+    QFETCH(int, positioning);
+    QFETCH(QString, expected);
+    const MenuContext c
+        = Commands::menuContextOf(path, static_cast<Platform::CommandState>(positioning));
+    QString flags;
+    const bool values[] = {
+        c.image, c.body, c.hyperlink, c.table, c.cell, c.position.available, c.position.absolute};
+    for (qsizetype i = 0; i < 7; ++i)
+        flags += values[i] ? QStringLiteral("ibhtcpa").at(i) : QLatin1Char('.');
+    QCOMPARE(flags, expected);
 }
 
 void tst_CommandTables::customItemsFollowTheBuiltInOnesAndGoByKey()
