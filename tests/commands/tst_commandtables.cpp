@@ -426,28 +426,27 @@ void tst_CommandTables::contextMenuEntries()
 
 void tst_CommandTables::menuContextOfPath_data()
 {
-    QTest::addColumn<QStringList>("path");
+    QTest::addColumn<QString>("path");
     QTest::addColumn<int>("positioning");
     // image, body, hyperlink, table, cell, positionable, absolute
     QTest::addColumn<QString>("expected");
-    QTest::newRow("image in a cell")
-        << QStringList{"IMG", "TD", "TR", "TBODY", "TABLE", "BODY", "HTML"}
-        << int(Platform::Enabled) << "ib.tcp.";
-    QTest::newRow("lower-case tags, nothing above the root")
-        << QStringList{"th", "table", "html", "body"} << int(Platform::Latched) << "...tcpa";
+    QTest::newRow("image in a cell") << QStringLiteral("IMG TD TR TBODY TABLE BODY HTML")
+                                     << int(Platform::Enabled) << QStringLiteral("ib.tcp.");
+    QTest::newRow("lower-case tags, nothing above the root") << QStringLiteral(
+        "th table html body") << int(Platform::Latched) << QStringLiteral("...tcpa");
     QTest::newRow("a link is never positioned")
-        << QStringList{"SPAN", "A", "DIV", "BODY"} << int(Platform::Latched) << ".bh....";
+        << QStringLiteral("SPAN A DIV BODY") << int(Platform::Latched) << QStringLiteral(".bh....");
     QTest::newRow("positioning not available")
-        << QStringList{"P", "BODY"} << int(Platform::Disabled) << ".b.....";
+        << QStringLiteral("P BODY") << int(Platform::Disabled) << QStringLiteral(".b.....");
 }
 
 void tst_CommandTables::menuContextOfPath()
 {
-    QFETCH(QStringList, path);
+    QFETCH(QString, path);
     QFETCH(int, positioning);
     QFETCH(QString, expected);
-    const MenuContext c
-        = Commands::menuContextOf(path, static_cast<Platform::CommandState>(positioning));
+    const MenuContext c = Commands::menuContextOf(
+        path.split(u' '), static_cast<Platform::CommandState>(positioning));
     QString flags;
     const bool values[] = {
         c.image, c.body, c.hyperlink, c.table, c.cell, c.position.available, c.position.absolute};
