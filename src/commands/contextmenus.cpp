@@ -2,6 +2,7 @@
 
 #include "commands/selectionaccess.h"
 #include "platform/designsurface.h"
+#include "platform/menutarget.h"
 
 #include <VantryHTMLEditor/CompanionObjects.h>
 
@@ -85,24 +86,11 @@ QList<ContextMenuEntry> contextMenuEntries(
     return entries;
 }
 
-ContextMenus::ContextMenus(
-    Platform::DesignSurface &surface, SelectionAccess &selection, Hooks hooks)
-    : m_surface(surface)
-    , m_selection(selection)
-    , m_hooks(std::move(hooks))
-{ }
-
-MenuContext ContextMenus::contextOfSelection()
+MenuContext menuContextOf(const QStringList &path, Platform::CommandState positioning)
 {
     MenuContext context;
-    const Platform::Element element = m_selection.selectedElement();
-    if (element.isNull())
-        return context;
-    const QList<Platform::DesignSurface::PathStep> path = m_surface.elementPath(element);
-    if (m_surface.lastCallFailed())
-        return context;
-    for (const auto &step : path) {
-        const QString tag = step.tagName.toUpper();
+    for (const QString &step : path) {
+        const QString tag = step.toUpper();
         if (tag == QLatin1String("HTML"))
             break;
         if (tag == QLatin1String("IMG") || tag == QLatin1String("OBJECT")) {
@@ -117,16 +105,52 @@ MenuContext ContextMenus::contextOfSelection()
         else if (tag == QLatin1String("TD") || tag == QLatin1String("TH"))
             context.cell = true;
     }
+    // A link is never positioned from its menu.
+    if (!context.hyperlink) {
+        context.position.available = positioning >= Platform::Enabled;
+        context.position.absolute = positioning == Platform::Latched;
+    }
+    return context;
+}
+
+ContextMenus::ContextMenus(
+    Platform::DesignSurface &surface, SelectionAccess &selection, Hooks hooks)
+    : m_surface(surface)
+    , m_targets(dynamic_cast<const Platform::MenuTargets *>(&surface))
+    , m_selection(selection)
+    , m_hooks(std::move(hooks))
+{ }
+
+MenuContext ContextMenus::contextOfSelection()
+{
+    MenuContext context;
+    const Platform::Element element = m_selection.selectedElement();
+    if (element.isNull())
+        return context;
+    const QList<Platform::DesignSurface::PathStep> path = m_surface.elementPath(element);
+    if (m_surface.lastCallFailed())
+        return context;
+    QStringList tags;
+    for (const auto &step : path)
+        tags.append(step.tagName);
+    context = menuContextOf(tags, Platform::NotSupported);
     if (!context.hyperlink)
         context.position = positionState(m_surface);
     return context;
+}
+
+QList<ContextMenuEntry> ContextMenus::entriesFor(const MenuContext &context)
+{
+    if (!m_hooks.designViewActive() || m_hooks.disabled())
+        return {};
+    return contextMenuEntries(context, m_hooks.settings());
 }
 
 QList<ContextMenuEntry> ContextMenus::entriesForSelection()
 {
     if (!m_hooks.designViewActive() || m_hooks.disabled())
         return {};
-    return contextMenuEntries(contextOfSelection(), m_hooks.settings());
+    return entriesFor(contextOfSelection());
 }
 
 void ContextMenus::choose(const ContextMenuEntry &entry)
@@ -153,7 +177,11 @@ void ContextMenus::choose(const ContextMenuEntry &entry)
 
 void ContextMenus::popup(QWidget *view, const QPoint &position)
 {
-    const QList<ContextMenuEntry> entries = entriesForSelection();
+    const std::optional<Platform::MenuTarget> target
+        = m_targets ? m_targets->menuTarget(position) : std::nullopt;
+    const QList<ContextMenuEntry> entries = target
+        ? entriesFor(menuContextOf(target->path, target->positioning))
+        : entriesForSelection();
     std::optional<QStringList> suggestions;
     if (m_hooks.spellingSuggestions && m_hooks.designViewActive() && !m_hooks.disabled())
         suggestions = m_hooks.spellingSuggestions(position);

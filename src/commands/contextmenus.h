@@ -2,6 +2,7 @@
 
 #include "commands/command.h"
 #include "commands/positioning.h"
+#include "platform/commandstate.h"
 
 #include <QList>
 #include <QString>
@@ -19,7 +20,8 @@ class clsContextMenu;
 
 namespace Vantry::Platform {
 class DesignSurface;
-}
+class MenuTargets;
+} // namespace Vantry::Platform
 
 namespace Vantry::Commands {
 
@@ -56,6 +58,10 @@ struct ContextMenuEntry
     bool operator==(const ContextMenuEntry &) const = default;
 };
 
+// The context of an element given as the tag names of its path up to the root, with the
+// state of its positioning command.
+MenuContext menuContextOf(const QStringList &path, Platform::CommandState positioning);
+
 // The entries for a context: the built-in groups that apply and that the host allows, in
 // their fixed order with separators between groups, then the host's own entries.
 QList<ContextMenuEntry> contextMenuEntries(
@@ -90,7 +96,11 @@ public:
     void popup(QWidget *view, const QPoint &position);
 
 private:
+    QList<ContextMenuEntry> entriesFor(const MenuContext &context);
+
     Platform::DesignSurface &m_surface;
+    // Where the surface sends the menu's target with the request, showing it asks nothing.
+    const Platform::MenuTargets *m_targets;
     SelectionAccess &m_selection;
     Hooks m_hooks;
 };

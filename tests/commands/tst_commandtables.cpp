@@ -649,6 +649,40 @@ private Q_SLOTS:
         QCOMPARE(captions(Commands::contextMenuEntries(context, settings)), expected);
     }
 
+    void menuContextOfPath_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<int>("positioning");
+        // image, body, hyperlink, table, cell, positionable, absolute, object
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("image in a cell") << QStringLiteral("IMG TD TR TBODY TABLE BODY HTML")
+                                         << int(Platform::Enabled) << QStringLiteral("ib.tcp..");
+        QTest::newRow("lower-case tags, nothing above the root") << QStringLiteral(
+            "th table html body") << int(Platform::Latched) << QStringLiteral("...tcpa.");
+        QTest::newRow("a link is never positioned")
+            << QStringLiteral("SPAN A DIV BODY") << int(Platform::Latched)
+            << QStringLiteral(".bh.....");
+        QTest::newRow("positioning not available")
+            << QStringLiteral("P BODY") << int(Platform::Disabled) << QStringLiteral(".b......");
+        QTest::newRow("a movie") << QStringLiteral("EMBED OBJECT P BODY") << int(Platform::Enabled)
+                                 << QStringLiteral("ib...p.o");
+    }
+
+    void menuContextOfPath()
+    {
+        QFETCH(QString, path);
+        QFETCH(int, positioning);
+        QFETCH(QString, expected);
+        const MenuContext c = Commands::menuContextOf(
+            path.split(u' '), static_cast<Platform::CommandState>(positioning));
+        QString flags;
+        const bool values[] = {c.image, c.body, c.hyperlink, c.table, c.cell, c.position.available,
+            c.position.absolute, c.object};
+        for (qsizetype i = 0; i < 8; ++i)
+            flags += values[i] ? QStringLiteral("ib...p.o").at(i) : QLatin1Char('.');
+        QCOMPARE(flags, expected);
+    }
+
     void customItemsFollowTheBuiltInOnesAndGoByKey()
     {
         clsContextMenu settings;

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void toolbarRowsComeBackAtFullHeight();
     void designButtonsAreOffInTheSourceView();
     void fontChoiceGivesTheFocusBackToTheDocument();
+    void commandReachesTheToolbarWithoutAnotherQuestion();
     void scrollTopScrollsSideways();
     void pageTitleReadsTheLiveDocument();
     void documentPropertiesNeedALoadedDocument();
@@ -368,6 +369,28 @@ void tst_HTMLEditorComponent::designButtonsAreOffInTheSourceView()
     m_editor->SetButtonState(QStringLiteral("Italic"), true);
 }
 
+// The command's answer brings the toolbar's states along: the refresh that follows asks
+// the engine nothing.
+void tst_HTMLEditorComponent::commandReachesTheToolbarWithoutAnotherQuestion()
+{
+    m_editor->setSetHtmlSource(QStringLiteral("<p>one two</p>"));
+    auto *surface = surfaceOf(*m_editor);
+    const Platform::TextRange two = surface->bodyRange();
+    QVERIFY(surface->findText(two, QStringLiteral("two")));
+    QVERIFY(surface->selectRange(two));
+    auto *bold = m_editor->findChild<QAction *>(QStringLiteral("Bold"));
+    QTRY_VERIFY(bold->isEnabled() && !bold->isChecked());
+    QTest::qWait(100);
+
+    bold->trigger();
+    const quint64 afterCommand = surface->callsMade();
+    QTRY_VERIFY(bold->isChecked());
+    QTest::qWait(100);
+    QCOMPARE(surface->callsMade() - afterCommand, quint64(0));
+    QVERIFY2(surface->bodyInnerHTML().contains(QStringLiteral("<b>two</b>")),
+        qPrintable(surface->bodyInnerHTML()));
+}
+
 void tst_HTMLEditorComponent::fontChoiceGivesTheFocusBackToTheDocument()
 {
     m_editor->setSetHtmlSource(QStringLiteral("<p>one two</p>"));
@@ -636,7 +659,8 @@ void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce_data()
 }
 
 // Press and release arrive back to back, as from a quick click: the menu is built for the
-// element under the pointer and shows without waiting for the bridge to give up.
+// element under the pointer from what came with the request, without a question to the
+// engine, and shows at once.
 void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce()
 {
     QFETCH(QString, html);
@@ -647,6 +671,10 @@ void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce()
     const QList<Platform::Element> found = surface->elementsByTagName(tag);
     QCOMPARE(found.size(), 1);
     const QPoint at = surface->boundingRect(found.first()).center().toPoint();
+    // Whatever the load and the questions above announced is handled before the click.
+    QTest::qWait(100);
+    const quint64 callsBefore = surface->callsMade();
+    quint64 callsAtMenu = 0;
 
     QStringList shown;
     bool timedOut = false;
@@ -661,6 +689,7 @@ void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce()
             timedOut = true;
             return;
         }
+        callsAtMenu = surface->callsMade();
         for (const QAction *action : menu->actions())
             if (!action->isSeparator())
                 shown << action->text();
@@ -676,6 +705,7 @@ void tst_HTMLEditorComponent::quickRightClickOnAControlShowsItsMenuAtOnce()
     // Far below the bridge's bound: a freeze, not a measurement.
     QVERIFY2(took < 2000, qPrintable(QStringLiteral("the menu took %1 ms").arg(took)));
     QVERIFY2(shown.contains(expected), qPrintable(shown.join(QLatin1Char('|'))));
+    QCOMPARE(callsAtMenu - callsBefore, quint64(0));
 }
 
 QTEST_MAIN(tst_HTMLEditorComponent)

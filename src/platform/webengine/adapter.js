@@ -23,6 +23,11 @@
     let displayTimer = 0;
     let mouseMoveQueued = null;
     let editorSheet = null;
+    // The host numbers its calls; a notification says which call it came after, so that
+    // the host can tell whether what it carries is still current.
+    let lastSerial = 0;
+    let displayState = () => null;
+    const menuParts = [];
 
     function notify(kind, args) {
         if (host)
@@ -489,7 +494,7 @@
             const forced = displayForced;
             displayForced = false;
             if (selectionMoved() || forced)
-                notify('displayChanged');
+                notify('displayChanged', [lastSerial, displayState()]);
         });
     }
 
@@ -529,12 +534,25 @@
         dblclick: () => { notify('doubleClick'); },
         contextmenu: e => {
             e.preventDefault();
-            notify('contextMenu', [e.clientX, e.clientY]);
+            // What the menu is about goes with it: the host shows it without asking back.
+            notify('contextMenu', [e.clientX, e.clientY, lastSerial, menuContext(e)]);
         },
         submit: e => { e.preventDefault(); },
         selectionchange: selectionEvent,
         keyup: selectionEvent,
     };
+
+    function menuContext(e) {
+        const context = {};
+        for (const part of menuParts) {
+            try {
+                Object.assign(context, part(e.clientX, e.clientY));
+            } catch (err) {
+                // A part that cannot say is left out; the host shows what it knows.
+            }
+        }
+        return context;
+    }
 
     function attachListeners() {
         for (const [type, fn] of Object.entries(listeners))
@@ -719,7 +737,9 @@
             hook();
     }
 
-    function invoke(name, args) {
+    function invoke(name, args, serial) {
+        if (serial)
+            lastSerial = serial;
         try {
             const fn = ops[name];
             if (!fn)
@@ -757,6 +777,9 @@
         notify: notify,
         generation: () => generation,
         scheduleDisplayChanged: () => scheduleDisplayChanged(true),
+        // The state each display change carries, and the parts of a context menu's.
+        reportDisplayWith: fn => { displayState = fn; },
+        onContextMenu: fn => { menuParts.push(fn); },
         display: display,
         longDocument: () => skipFarBlocks,
         EDITOR_LAYER_ATTR: EDITOR_LAYER_ATTR,

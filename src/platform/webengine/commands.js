@@ -679,8 +679,55 @@
     V.editing = editing;
     V.inBody = inBody;
 
-    V.register('commandExec', (id, option, argument) => commandExec(id, option, argument));
-    V.register('commandStatus', (ids, withValues) => commandStatus(ids || [], !!withValues));
+    // ---- the state that travels with notifications ------------------------------------
+
+    // The commands whose states (and values) the host shows; every display change and
+    // every command it runs bring them back, so that following the selection takes no
+    // question of its own.
+    let reportedIds = [];
+
+    function reportedStatus() {
+        return reportedIds.length ? commandStatus(reportedIds, true) : null;
+    }
+
+    const MAKE_ABSOLUTE = 5028;
+
+    // The element a menu is about (the one chosen whole, else the one the selection stands
+    // in) as the tag names of its path to the root, and whether it can be positioned.
+    function menuTarget() {
+        const selection = V.selection;
+        const el = selection.currentControl() || selection.parentOf(selection.selectionTextRange());
+        const path = [];
+        for (let n = el; n && n.nodeType === 1; n = n.parentElement)
+            path.push(n.tagName);
+        const positioning = commands.get(MAKE_ABSOLUTE);
+        let position = NOT_SUPPORTED;
+        try {
+            position = positioning && positioning.status ? positioning.status() : NOT_SUPPORTED;
+        } catch (e) {
+            position = DISABLED;
+        }
+        return { path: path, position: position };
+    }
+
+    V.reportDisplayWith(reportedStatus);
+    V.onContextMenu(menuTarget);
+
+    // withStatus: the answer brings the reported states along, except after a reading
+    // command, which changes nothing.
+    V.register('commandExec', (id, option, argument, withStatus) => {
+        const value = commandExec(id, option, argument);
+        if (!withStatus)
+            return value;
+        const reading = commands.get(id).name.startsWith('get');
+        return { value: value, status: reading ? null : reportedStatus() };
+    });
+    // Asked with follow, the commands are the ones reported from then on.
+    V.register('commandStatus', (ids, withValues, follow) => {
+        if (follow)
+            reportedIds = ids || [];
+        return commandStatus(ids || [], !!withValues);
+    });
     // For inspection by tests.
     V.commandIds = () => Array.from(commands.keys());
     V.undoDepth = () => [undoSteps.length, redoSteps.length];

@@ -192,7 +192,7 @@
 
     let seenGeneration = null;
     const invokeAdapter = V.invoke;
-    V.invoke = function (name, args) {
+    V.invoke = function (name, args, serial) {
         if (V.generation() !== seenGeneration) {
             seenGeneration = V.generation();
             drag = null;
@@ -200,7 +200,7 @@
             listen();
         }
         try {
-            return invokeAdapter(name, args);
+            return invokeAdapter(name, args, serial);
         } finally {
             schedule();
         }

@@ -59,11 +59,14 @@ QString jsonList(const QVariantList &values)
 
 } // namespace
 
-QString ScriptBridge::script(
-    const QString &operation, const QVariantList &arguments, const QVariantList &released)
+QString ScriptBridge::script(const QString &operation, const QVariantList &arguments,
+    const QVariantList &released, quint64 serial)
 {
     QString invoke = QStringLiteral("window.__vantry.invoke(\"") + operation
-        + QStringLiteral("\", ") + jsonList(arguments) + QLatin1Char(')');
+        + QStringLiteral("\", ") + jsonList(arguments);
+    if (serial)
+        invoke += QStringLiteral(", ") + QString::number(serial);
+    invoke += QLatin1Char(')');
     if (!released.isEmpty())
         invoke = QStringLiteral("(window.__vantry.invoke(\"") + AdapterOperation::releaseRanges
             + QStringLiteral("\", [") + jsonList(released) + QStringLiteral("]), ") + invoke
@@ -73,15 +76,15 @@ QString ScriptBridge::script(
 }
 
 ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariantList &arguments,
-    std::chrono::milliseconds timeout, const QVariantList &released) const
+    std::chrono::milliseconds timeout, const QVariantList &released, quint64 serial) const
 {
     if (!m_page)
         return failed(operation, QStringLiteral("No page"));
 
     // Shared with the callback, which may outlive this call when the engine answers late.
     auto pending = std::make_shared<PendingCall>();
-    m_page->runJavaScript(
-        script(operation, arguments, released), m_worldId, [pending](const QVariant &value) {
+    m_page->runJavaScript(script(operation, arguments, released, serial), m_worldId,
+        [pending](const QVariant &value) {
             pending->done = true;
             pending->value = value;
             if (pending->loop)
@@ -109,7 +112,7 @@ ScriptBridge::Result ScriptBridge::call(const QString &operation, const QVariant
 }
 
 void ScriptBridge::callLater(const QString &operation, const QVariantList &arguments,
-    const QVariantList &released, std::function<void(const Result &)> done) const
+    const QVariantList &released, std::function<void(const Result &)> done, quint64 serial) const
 {
     if (!m_page) {
         done(failed(operation, QStringLiteral("No page")));
@@ -118,7 +121,7 @@ void ScriptBridge::callLater(const QString &operation, const QVariantList &argum
     // The engine runs the callback inside its own task, where nothing could wait for another
     // answer; done runs from the event loop instead, as if it were a notification.
     const QPointer<QWebEnginePage> page(m_page);
-    m_page->runJavaScript(script(operation, arguments, released), m_worldId,
+    m_page->runJavaScript(script(operation, arguments, released, serial), m_worldId,
         [page, operation, done = std::move(done)](const QVariant &value) {
             if (!page)
                 return;

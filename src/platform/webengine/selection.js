@@ -494,6 +494,31 @@
         };
     }
 
+    // The element that encloses what a reader sees of a range.
+    function parentOf(r) {
+        const rd = reader();
+        const root = rd.root;
+        const start = startPos(root, r), end = endPos(root, r);
+        let n;
+        if (rd.isEmptyBetween(start, end)) {
+            // A caret: the element it stands in.
+            n = r.startContainer;
+        } else {
+            // The element around the characters, not around tags at the edges.
+            const s = rd.canonical(start);
+            const c = rd.cursor(end);
+            rd.prevItem(c);
+            const inner = document.createRange();
+            setBounds(inner, s, c.slotEnd());
+            n = inner.commonAncestorContainer;
+        }
+        if (n.nodeType !== 1)
+            n = n.parentNode;
+        if (!n || (n !== root && !root.contains(n)))
+            n = root;
+        return n;
+    }
+
     const operations = {
         selectionType: () => selectionType(),
         selectionRange: () => {
@@ -537,30 +562,7 @@
             return V.handleFor(el);
         },
         // The element that encloses what a reader sees of the range.
-        rangeParentElement: h => {
-            const r = textRangeFor(h);
-            const rd = reader();
-            const root = rd.root;
-            const start = startPos(root, r), end = endPos(root, r);
-            let n;
-            if (rd.isEmptyBetween(start, end)) {
-                // A caret: the element it stands in.
-                n = r.startContainer;
-            } else {
-                // The element around the characters, not around tags at the edges.
-                const s = rd.canonical(start);
-                const c = rd.cursor(end);
-                rd.prevItem(c);
-                const inner = document.createRange();
-                setBounds(inner, s, c.slotEnd());
-                n = inner.commonAncestorContainer;
-            }
-            if (n.nodeType !== 1)
-                n = n.parentNode;
-            if (!n || (n !== root && !root.contains(n)))
-                n = root;
-            return V.handleFor(n);
-        },
+        rangeParentElement: h => V.handleFor(parentOf(textRangeFor(h))),
         rangeText: h => {
             const r = textRangeFor(h);
             const rd = reader();
@@ -645,5 +647,5 @@
         V.register(name, fn, changing.has(name));
 
     V.selection = { reader, textHandle, textRangeFor, bodyRange, currentControl, selectText,
-                    selectionTextRange, replaceText, bookmarkOf };
+                    parentOf, selectionTextRange, replaceText, bookmarkOf };
 })();

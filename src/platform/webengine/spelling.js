@@ -173,9 +173,20 @@
         return [...touched].map(([i, node]) => [i, node.data]);
     }
 
+    // The node under the last context menu: the menu's request brings its text along, and
+    // the snapshot becomes that node when the host says it took the text from there.
+    let menuNode = null;
+
+    function takeMenuNode(fromMenu) {
+        if (fromMenu && menuNode)
+            nodes = [menuNode];
+    }
+
     // The text node under a point of the view, as a snapshot of that one node, and the
     // offset of the point in it; null where no text is.
-    function textAt(x, y) {
+    function textAt(x, y, forMenu) {
+        if (forMenu)
+            menuNode = null;
         const caret = document.caretRangeFromPoint(x, y);
         if (!caret || caret.startContainer.nodeType !== Node.TEXT_NODE
             || !V.inBody(caret.startContainer))
@@ -185,7 +196,10 @@
                 return null;
         }
         const node = caret.startContainer;
-        nodes = [node];
+        if (forMenu)
+            menuNode = node;
+        else
+            nodes = [node];
         const holder = node.parentElement.closest('[lang]');
         return [node.data, caret.startOffset, holder ? holder.getAttribute('lang') : ''];
     }
@@ -280,7 +294,14 @@
 
     V.register('spellingText', () => snapshot());
     V.register('spellingUnderline', words => underline(words));
-    V.register('spellingSelect', (a, ao, b, bo) => select(a, ao, b, bo));
-    V.register('spellingReplace', edits => replace(edits));
-    V.register('spellingTextAt', (x, y) => textAt(x, y));
+    V.register('spellingSelect', (a, ao, b, bo, fromMenu) => {
+        takeMenuNode(fromMenu);
+        return select(a, ao, b, bo);
+    });
+    V.register('spellingReplace', (edits, fromMenu) => {
+        takeMenuNode(fromMenu);
+        return replace(edits);
+    });
+    V.register('spellingTextAt', (x, y) => textAt(x, y, false));
+    V.onContextMenu((x, y) => ({ textAt: textAt(x, y, true) }));
 })();

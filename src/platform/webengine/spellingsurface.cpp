@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <utility>
+
 namespace Vantry::Platform {
 
 namespace {
@@ -39,6 +41,7 @@ void WebEngineDesignSurface::useEngineDictionaries()
 
 DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
 {
+    m_menuTextTaken = false;
     const QVariantMap answer
         = callValue(QStringLiteral("spellingText"), {}, std::chrono::seconds(60)).toMap();
     SpellingText text;
@@ -75,7 +78,8 @@ DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
 
 bool WebEngineDesignSurface::selectSpellingText(TextPoint start, TextPoint end)
 {
-    return callBool(QStringLiteral("spellingSelect"), pointArguments(start, end));
+    return callBool(QStringLiteral("spellingSelect"),
+        pointArguments(start, end) << std::exchange(m_menuTextTaken, false));
 }
 
 QList<std::pair<int, QString>> WebEngineDesignSurface::replaceSpellingText(
@@ -84,9 +88,9 @@ QList<std::pair<int, QString>> WebEngineDesignSurface::replaceSpellingText(
     QVariantList list;
     for (const SpellingEdit &edit : edits)
         list.append(QVariant(pointArguments(edit.start, edit.end) + QVariantList{edit.text}));
-    const QVariantList answer
-        = callValue(QStringLiteral("spellingReplace"), {QVariant(list)}, std::chrono::seconds(60))
-              .toList();
+    const QVariantList answer = callValue(QStringLiteral("spellingReplace"),
+        {QVariant(list), std::exchange(m_menuTextTaken, false)}, std::chrono::seconds(60))
+                                    .toList();
     QList<std::pair<int, QString>> changed;
     for (const QVariant &entry : answer) {
         const QVariantList pair = entry.toList();
@@ -95,8 +99,41 @@ QList<std::pair<int, QString>> WebEngineDesignSurface::replaceSpellingText(
     return changed;
 }
 
+void WebEngineDesignSurface::takeMenuRequest(
+    const QPoint &position, quint64 serial, const QVariantMap &context)
+{
+    m_menu = {position, serial, std::nullopt, std::nullopt};
+    if (context.contains(QStringLiteral("path"))) {
+        m_menu.target = MenuTarget{context.value(QStringLiteral("path")).toStringList(),
+            commandStateFromInt(context.value(QStringLiteral("position")).toInt())
+                .value_or(NotSupported)};
+    }
+    if (context.contains(QStringLiteral("textAt"))) {
+        const QVariantList answer = context.value(QStringLiteral("textAt")).toList();
+        m_menu.text = TextAtPoint{};
+        if (answer.size() >= 3)
+            m_menu.text
+                = TextAtPoint{answer[0].toString(), answer[1].toInt(), answer[2].toString()};
+    }
+}
+
+std::optional<MenuTarget> WebEngineDesignSurface::menuTarget(const QPoint &position) const
+{
+    // A call since may have moved the selection the target was taken from.
+    if (m_menu.at != position || m_menu.call != m_callSerial)
+        return std::nullopt;
+    return m_menu.target;
+}
+
 DesignSurface::TextAtPoint WebEngineDesignSurface::spellingTextAt(const QPoint &viewPoint)
 {
+    // The menu's own point: the request for the menu brought the text there along.
+    if (m_menu.text && m_menu.at == viewPoint && m_menu.call == m_callSerial) {
+        setLastError(QString());
+        m_menuTextTaken = true;
+        return *std::exchange(m_menu.text, std::nullopt);
+    }
+    m_menuTextTaken = false;
     const QVariantList answer
         = callValue(QStringLiteral("spellingTextAt"), {viewPoint.x(), viewPoint.y()}).toList();
     if (answer.size() < 3)

@@ -199,6 +199,20 @@ bool WebEngineDesignSurface::eventFilter(QObject *watched, QEvent *event)
         }
         return false;
     }
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::InputMethod:
+    case QEvent::Drop:
+        // The page may change under the user's hand: what it last reported is old news.
+        ++m_inputSerial;
+        break;
+    default:
+        break;
+    }
     if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
         return false;
     auto *key = static_cast<QKeyEvent *>(event);
@@ -259,6 +273,7 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
             post(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
         Q_EMIT documentComplete();
     } else if (kind == QLatin1String("displayChanged")) {
+        takeReport(args.value(1), args.value(0).toULongLong(), m_inputSerial);
         Q_EMIT displayChanged();
     } else if (kind == QLatin1String("contentChanged")) {
         Q_EMIT contentChanged();
@@ -275,7 +290,9 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
     } else if (kind == QLatin1String("doubleClick")) {
         Q_EMIT doubleClicked();
     } else if (kind == QLatin1String("contextMenu")) {
-        Q_EMIT contextMenuRequested(QPoint(integer(0), integer(1)));
+        const QPoint position(integer(0), integer(1));
+        takeMenuRequest(position, args.value(2).toULongLong(), args.value(3).toMap());
+        Q_EMIT contextMenuRequested(position);
     }
 }
 
@@ -309,7 +326,8 @@ ScriptBridge::Result WebEngineDesignSurface::call(
     QVariantList released;
     released.swap(*m_releasedRanges);
     ++m_callDepth;
-    ScriptBridge::Result result = m_bridge->call(operation, arguments, timeout, released);
+    ScriptBridge::Result result
+        = m_bridge->call(operation, arguments, timeout, released, ++m_callSerial);
     --m_callDepth;
     setLastError(result.ok ? QString() : result.error);
     if (m_callDepth == 0 && !m_deferred.isEmpty())
@@ -489,7 +507,8 @@ bool WebEngineDesignSurface::focusDocument()
     // Sent without waiting: asked while the engine still handles a click, the page's focus
     // call is not answered before the bridge gives up, which froze the editor for the whole
     // bound after every click. Focusing has nothing to answer anyway.
-    page()->runJavaScript(ScriptBridge::script(AdapterOperation::focus, {}), adapterWorld());
+    page()->runJavaScript(
+        ScriptBridge::script(AdapterOperation::focus, {}, {}, ++m_callSerial), adapterWorld());
     return true;
 }
 

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "platform/designsurface.h"
+#include "platform/menutarget.h"
 #include "platform/webengine/scriptbridge.h"
 
+#include <QPoint>
 #include <QVariantList>
 #include <QVariantMap>
 
 #include <functional>
+#include <optional>
 
 class QWebChannel;
 class QWebEngineView;
@@ -18,7 +21,7 @@ class SurfaceNotifier;
 
 // The design surface on QtWebEngine: a view whose page has the main world's JavaScript
 // switched off, with the editing adapter in an isolated world.
-class WebEngineDesignSurface : public DesignSurface
+class WebEngineDesignSurface : public DesignSurface, public MenuTargets
 {
     Q_OBJECT
 
@@ -116,6 +119,9 @@ public:
     QHash<int, CommandState> queryStatus(
         const QList<int> &commandIds, QHash<int, QVariant> *values = nullptr) override;
     void requestStatus(const QList<int> &commandIds, StatusAnswer done) override;
+    std::optional<MenuTarget> menuTarget(const QPoint &position) const override;
+    // The calls made into the adapter so far.
+    quint64 callsMade() const { return m_callSerial; }
 
     SpellingText spellingText() override;
     bool selectSpellingText(TextPoint start, TextPoint end) override;
@@ -165,6 +171,12 @@ private:
     bool display(const QString &name);
     bool setDisplay(const QString &name, bool on);
     bool keepUntilReady(const QString &name, const QVariant &value);
+    // Keeps a report of the followed commands' states that the adapter made after call
+    // serial, with input the user input counted when it was asked for.
+    void takeReport(const QVariant &report, quint64 serial, quint64 input);
+    bool answerFromReport(const QList<int> &commandIds, QHash<int, CommandState> &status,
+        QHash<int, QVariant> *values) const;
+    void takeMenuRequest(const QPoint &position, quint64 serial, const QVariantMap &context);
 
     QWebEngineView *m_view = nullptr;
     QWebChannel *m_channel = nullptr;
@@ -178,6 +190,32 @@ private:
     QString m_baseUrl;
     // Ids of ranges whose last handle was dropped, freed with the next call.
     std::shared_ptr<QVariantList> m_releasedRanges = std::make_shared<QVariantList>();
+
+    // Every call carries the next serial; the adapter's reports say which call they came
+    // after. A report is current while no call and no user input has come since.
+    quint64 m_callSerial = 0;
+    quint64 m_inputSerial = 0;
+    QList<int> m_reportedIds;
+    struct Report
+    {
+        quint64 call = 0;
+        quint64 input = 0;
+        QHash<int, CommandState> states;
+        QHash<int, QVariant> values;
+    };
+    std::optional<Report> m_report;
+    // What the last context menu came with: its target and the text under the pointer.
+    struct MenuRequest
+    {
+        QPoint at;
+        quint64 call = 0;
+        std::optional<MenuTarget> target;
+        std::optional<TextAtPoint> text;
+    };
+    MenuRequest m_menu;
+    // The spelling check took its text from the menu's request: the adapter's next spelling
+    // operation is told so.
+    bool m_menuTextTaken = false;
 };
 
 // Receives the adapter's notifications through the web channel.

@@ -401,10 +401,23 @@ bool WebEngineDesignSurface::execCommand(
         setLastError(QStringLiteral("Command %1 has no dialog of its own").arg(commandId));
         return false;
     }
+    if (m_reportedIds.isEmpty()) {
+        const ScriptBridge::Result answer
+            = call(AdapterOperation::commandExec, {commandId, option, argument});
+        if (answer.ok && result)
+            *result = answer.value;
+        return answer.ok;
+    }
+    // The answer brings the followed states along: the refresh after a command asks nothing.
+    const quint64 serial = m_callSerial + 1;
+    const quint64 input = m_inputSerial;
     const ScriptBridge::Result answer
-        = call(AdapterOperation::commandExec, {commandId, option, argument});
+        = call(AdapterOperation::commandExec, {commandId, option, argument, true});
+    const QVariantMap both = answer.value.toMap();
     if (answer.ok && result)
-        *result = answer.value;
+        *result = both.value(QStringLiteral("value"));
+    if (answer.ok)
+        takeReport(both.value(QStringLiteral("status")), serial, input);
     return answer.ok;
 }
 
@@ -453,14 +466,52 @@ const QString statusMismatch = QStringLiteral("The status answer does not match 
 
 } // namespace
 
+void WebEngineDesignSurface::takeReport(const QVariant &report, quint64 serial, quint64 input)
+{
+    // A report from before the last call may miss what that call changed.
+    if (serial != m_callSerial || m_reportedIds.isEmpty() || !report.isValid() || report.isNull())
+        return;
+    // Input since the question may have changed what the answer says.
+    if (input != m_inputSerial)
+        return;
+    Report taken{serial, input, {}, {}};
+    if (readStatus(report, m_reportedIds, taken.states, &taken.values))
+        m_report = std::move(taken);
+}
+
+bool WebEngineDesignSurface::answerFromReport(const QList<int> &commandIds,
+    QHash<int, CommandState> &status, QHash<int, QVariant> *values) const
+{
+    if (!m_report || m_report->call != m_callSerial || m_report->input != m_inputSerial)
+        return false;
+    for (int id : commandIds) {
+        if (!m_report->states.contains(id))
+            return false;
+    }
+    for (int id : commandIds) {
+        status.insert(id, m_report->states.value(id));
+        if (values && m_report->values.contains(id))
+            values->insert(id, m_report->values.value(id));
+    }
+    return true;
+}
+
 QHash<int, CommandState> WebEngineDesignSurface::queryStatus(
     const QList<int> &commandIds, QHash<int, QVariant> *values)
 {
     QHash<int, CommandState> status = unsupported(commandIds);
+    if (answerFromReport(commandIds, status, values)) {
+        setLastError(QString());
+        return status;
+    }
+    const quint64 serial = m_callSerial + 1;
+    const quint64 input = m_inputSerial;
     const ScriptBridge::Result answer = call(AdapterOperation::commandStatus,
         QVariantList{QVariant(idList(commandIds)), values != nullptr});
     if (answer.ok && !readStatus(answer.value, commandIds, status, values))
         setLastError(statusMismatch);
+    else if (answer.ok && values && commandIds == m_reportedIds)
+        takeReport(answer.value, serial, input);
     return status;
 }
 
@@ -470,19 +521,37 @@ void WebEngineDesignSurface::requestStatus(const QList<int> &commandIds, StatusA
         done(false, unsupported(commandIds), {});
         return;
     }
+    {
+        QHash<int, CommandState> status = unsupported(commandIds);
+        QHash<int, QVariant> values;
+        if (answerFromReport(commandIds, status, &values)) {
+            done(true, status, values);
+            return;
+        }
+    }
     QVariantList released;
     released.swap(*m_releasedRanges);
+    const quint64 serial = ++m_callSerial;
+    const quint64 input = m_inputSerial;
     const QPointer<WebEngineDesignSurface> self(this);
-    m_bridge->callLater(AdapterOperation::commandStatus, {QVariant(idList(commandIds)), true},
-        released, [self, commandIds, done = std::move(done)](const ScriptBridge::Result &answer) {
+    // Asked this way, the commands are followed: from now on every display change and
+    // every command brings their states along, and the next question is answered from that.
+    m_reportedIds = commandIds;
+    m_bridge->callLater(
+        AdapterOperation::commandStatus, {QVariant(idList(commandIds)), true, true}, released,
+        [self, commandIds, serial, input, done = std::move(done)](
+            const ScriptBridge::Result &answer) {
             if (!self)
                 return;
             QHash<int, CommandState> status = unsupported(commandIds);
             QHash<int, QVariant> values;
             const bool answered
                 = answer.ok && readStatus(answer.value, commandIds, status, &values);
+            if (answered)
+                self->takeReport(answer.value, serial, input);
             done(answered, status, values);
-        });
+        },
+        serial);
 }
 
 bool WebEngineDesignSurface::findNext(const QString &text, const SearchOptions &options)
