@@ -679,7 +679,7 @@ private Q_SLOTS:
         const bool values[] = {c.image, c.body, c.hyperlink, c.table, c.cell, c.position.available,
             c.position.absolute, c.object};
         for (qsizetype i = 0; i < 8; ++i)
-            flags += values[i] ? QStringLiteral("ib...p.o").at(i) : QLatin1Char('.');
+            flags += values[i] ? QStringLiteral("ibhtcpao").at(i) : QLatin1Char('.');
         QCOMPARE(flags, expected);
     }
 
