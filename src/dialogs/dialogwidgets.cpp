@@ -173,7 +173,9 @@ void ColorField::setText(const QString &text)
 
 void ColorField::pickColor()
 {
-    const std::optional<QColor> color = m_prompts().color(QColor(0, 0, 0));
+    // The picker opens on the colour the field shows, black when it shows none.
+    const QColor shown = QColor::fromString(text().trimmed());
+    const std::optional<QColor> color = m_prompts().color(shown.isValid() ? shown : Qt::black);
     if (!color) {
         setText(QString());
         return;

@@ -8,6 +8,8 @@
 #include <QGroupBox>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace Vantry::Dialogs {
 
 namespace {
@@ -37,6 +39,13 @@ FlashPropertiesDialog::FlashPropertiesDialog(PromptsAccess prompts, QWidget *par
     , m_bgColor(new ColorField(prompts, this))
 {
     setWindowTitle(QStringLiteral("Flash Movie Properties"));
+    // The names hosts and scripts know the controls by.
+    const std::pair<QWidget *, const char *> names[] = {{m_movieURL, "txtMovieURL"},
+        {m_quality, "cboQuality"}, {m_windowMode, "cboWindowMode"}, {m_play, "chkPlay"},
+        {m_loop, "chkLoop"}, {m_showMenu, "chkShowMenu"}, {m_deviceFont, "chkDeviceFont"},
+        {m_embedMovie, "chkEmbedMovie"}, {m_bgColor, "txtbgColor"}};
+    for (const auto &[widget, name] : names)
+        widget->setObjectName(QLatin1String(name));
     m_movieURL->setFilter(QStringLiteral("Flash Movies (*.swf);;All Files (*)"));
 
     auto *form = new QFormLayout;

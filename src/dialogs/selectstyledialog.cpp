@@ -33,6 +33,9 @@ SelectStyleDialog::SelectStyleDialog(PromptsAccess prompts, QWidget *parent)
     , m_cssText(new QPlainTextEdit(this))
 {
     setWindowTitle(QStringLiteral("Select Style"));
+    m_styleSheets->setObjectName(QStringLiteral("cboStyleSheets"));
+    m_classes->setObjectName(QStringLiteral("lstClasses"));
+    m_cssText->setObjectName(QStringLiteral("txtCssText"));
     m_cssText->setReadOnly(true);
     m_cssText->setMaximumHeight(90);
     auto *pick = new QPushButton(QStringLiteral("Pick StyleSheet"), this);
@@ -50,6 +53,7 @@ SelectStyleDialog::SelectStyleDialog(PromptsAccess prompts, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
     QWidget *buttons = okCancelButtons(this);
+    buttons->setObjectName(QStringLiteral("cmdButton"));
     layout->addWidget(buttons);
     setTabChain({m_styleSheets, pick, m_classes, m_cssText, buttons});
     resize(460, 380);

@@ -35,7 +35,7 @@ public:
         // The message, or the picker's title.
         QString text;
         QString filter;
-        // Where a file picker started.
+        // Where a file picker started, or the colour a colour picker opened on.
         QString directory;
     };
 
@@ -91,9 +91,9 @@ public:
         return fileName(Kind::SaveFile, title, filter, directory);
     }
 
-    std::optional<QColor> color(const QColor &, const QString &title) override
+    std::optional<QColor> color(const QColor &initial, const QString &title) override
     {
-        shown.append({Kind::Color, title, {}, {}});
+        shown.append({Kind::Color, title, {}, initial.name(QColor::HexRgb).toUpper()});
         if (colors.isEmpty()) {
             unexpected.append(title);
             return std::nullopt;
@@ -113,8 +113,7 @@ public:
         return true;
     }
 
-    std::optional<Vantry::FontChoice> font(
-        const Vantry::FontChoice &initial) override
+    std::optional<Vantry::FontChoice> font(const Vantry::FontChoice &initial) override
     {
         shown.append({Kind::Font, {}, {}, {}});
         fontsShown.append(initial);

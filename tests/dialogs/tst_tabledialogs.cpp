@@ -181,12 +181,20 @@ private Q_SLOTS:
     {
         ColorField field(prompts());
         field.setText(QStringLiteral("#123456"));
+        const qsizetype before = m_prompts.shown.size();
         m_prompts.colors.enqueue(QColor(255, 128, 0));
         field.pickColor();
         QCOMPARE(field.text(), QStringLiteral("#FF8000"));
         m_prompts.colors.enqueue(std::nullopt);
         field.pickColor();
         QCOMPARE(field.text(), QString());
+        m_prompts.colors.enqueue(std::nullopt);
+        field.pickColor();
+        // The picker opens on the colour shown, black when there is none.
+        QCOMPARE(m_prompts.shown.size(), before + 3);
+        QCOMPARE(m_prompts.shown[before].directory, QStringLiteral("#123456"));
+        QCOMPARE(m_prompts.shown[before + 1].directory, QStringLiteral("#FF8000"));
+        QCOMPARE(m_prompts.shown[before + 2].directory, QStringLiteral("#000000"));
     }
 
     void insertDialogCollectsUnitsAndRefusesEmptyCounts()
