@@ -455,7 +455,7 @@ void tst_ImageUpload::formStoppedWhileListing()
             form.findChild<QListWidget *>(u"lstFolders"_s)->isEnabled(), 10000);
     }
     QVERIFY(!form.flow().isBusy());
-    QCOMPARE(form.values().cancelled, true);
+    QCOMPARE(form.values().Cancel, true);
 }
 
 namespace {
