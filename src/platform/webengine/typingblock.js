@@ -173,10 +173,11 @@
     // Operations that change the page's width or the editor's rules without a mutation.
     const restyling = new Set(['configure', 'refresh', 'setScrollBarsVisible']);
     const invokeNext = V.invoke;
-    V.invoke = function (name, args) {
+    // Whatever else the call carries (its serial) passes through untouched.
+    V.invoke = function (name, ...rest) {
         if (restyling.has(name))
             forget();
-        return invokeNext.call(this, name, args);
+        return invokeNext.call(this, name, ...rest);
     };
     window.addEventListener('resize', forget);
     if (document.fonts)
