@@ -805,6 +805,11 @@
     }
 
     function start() {
+        // The view's initial empty document is replaced by the editor's own as soon as that
+        // commits, and a call answered by this one would lose its answer with it: only the
+        // editor's document announces itself.
+        if (location.href === 'about:blank')
+            return;
         afterLoad();
         connect();
         notify('adapterReady', [generation]);
