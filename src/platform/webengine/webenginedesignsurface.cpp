@@ -262,6 +262,8 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
         Q_EMIT doubleClicked();
     } else if (kind == QLatin1String("contextMenu")) {
         Q_EMIT contextMenuRequested(QPoint(integer(0), integer(1)));
+    } else if (kind == QLatin1String("viewScrolled")) {
+        Q_EMIT viewScrolled();
     }
 }
 

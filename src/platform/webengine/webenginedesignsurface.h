@@ -112,6 +112,7 @@ public:
     void requestStatus(const QList<int> &commandIds, StatusAnswer done) override;
 
     SpellingText spellingText() override;
+    void requestVisibleSpellingText(SpellingTextAnswer done) override;
     bool selectSpellingText(TextPoint start, TextPoint end) override;
     QList<std::pair<int, QString>> replaceSpellingText(const QList<SpellingEdit> &edits) override;
     TextAtPoint spellingTextAt(const QPoint &viewPoint) override;
