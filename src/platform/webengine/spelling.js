@@ -153,12 +153,21 @@
     let shown = [];
     let shownRead = false;
 
-    function rectOf(node) {
+    // A node's box, or null for nodes that hold no prose.
+    function boxOf(node) {
         if (node.nodeType === Node.ELEMENT_NODE)
-            return node.getBoundingClientRect();
+            return skipped(node) ? null : node.getBoundingClientRect();
+        if (node.nodeType !== Node.TEXT_NODE)
+            return null;
         const range = document.createRange();
         range.selectNodeContents(node);
         return range.getBoundingClientRect();
+    }
+
+    // Boxes with no extent (inline elements split over lines, display: contents, white
+    // space) cannot be placed; they are read whole rather than lost.
+    function placed(box) {
+        return box.width !== 0 || box.height !== 0;
     }
 
     function rootsInView(margin) {
@@ -166,21 +175,41 @@
         const bottom = window.innerHeight + margin;
         const roots = [];
         const collect = container => {
-            for (let n = container.firstChild; n; n = n.nextSibling) {
-                if (n.nodeType === Node.ELEMENT_NODE) {
-                    if (skipped(n))
-                        continue;
-                } else if (n.nodeType !== Node.TEXT_NODE) {
+            const kids = container.childNodes;
+            // Children in flow stack downwards: the first one reaching into the band is
+            // found by halving, so that a block of thousands of paragraphs costs a few
+            // dozen boxes.
+            let lo = 0;
+            let hi = kids.length;
+            while (lo < hi) {
+                const mid = (lo + hi) >> 1;
+                let k = mid;
+                let box = null;
+                for (; k < hi; ++k) {
+                    box = boxOf(kids[k]);
+                    if (box && placed(box))
+                        break;
+                }
+                if (k < hi && box.bottom < top)
+                    lo = k + 1;
+                else
+                    hi = mid;
+            }
+            for (let i = lo; i < kids.length; ++i) {
+                const n = kids[i];
+                const box = boxOf(n);
+                if (!box)
+                    continue;
+                if (!placed(box)) {
+                    roots.push(n);
                     continue;
                 }
-                const r = rectOf(n);
-                // Boxes with no extent (inline elements split over lines, display:
-                // contents) are read whole rather than lost.
-                const empty = r.width === 0 && r.height === 0;
-                if (!empty && (r.bottom < top || r.top > bottom))
+                if (box.top > bottom)
+                    break;
+                if (box.bottom < top)
                     continue;
-                if (!empty && n.nodeType === Node.ELEMENT_NODE && n.firstElementChild
-                    && r.height > bottom - top)
+                if (n.nodeType === Node.ELEMENT_NODE && n.firstElementChild
+                    && box.height > bottom - top)
                     collect(n);
                 else
                     roots.push(n);
