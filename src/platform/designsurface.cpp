@@ -43,6 +43,12 @@ DesignSurface::SpellingText DesignSurface::spellingText()
     return {};
 }
 
+void DesignSurface::requestVisibleSpellingText(SpellingTextAnswer done)
+{
+    const SpellingText text = spellingText();
+    done(!lastCallFailed(), text);
+}
+
 bool DesignSurface::selectSpellingText(TextPoint, TextPoint)
 {
     setLastError(QStringLiteral("Spelling is not supported"));

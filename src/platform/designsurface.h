@@ -350,6 +350,12 @@ public:
         TextPoint selectionEnd;
     };
     virtual SpellingText spellingText();
+    // The same read of only the blocks in and near the view (and the one with the caret),
+    // for the underlines, without waiting: done runs once, answered false when the surface
+    // could not read. The nodes of this read are kept apart from spellingText's, so that
+    // the calls below keep addressing the whole page.
+    using SpellingTextAnswer = std::function<void(bool answered, const SpellingText &text)>;
+    virtual void requestVisibleSpellingText(SpellingTextAnswer done);
     // Selects the text between two points and scrolls it into view.
     virtual bool selectSpellingText(TextPoint start, TextPoint end);
     struct SpellingEdit
@@ -371,10 +377,10 @@ public:
         QString language;
     };
     virtual TextAtPoint spellingTextAt(const QPoint &viewPoint);
-    // Underlines the words between each pair of points of the last spellingText read,
-    // in place of the underlines before; none takes them all away. The underlines follow
-    // edits until the next call and never reach the document's markup. False when this
-    // surface cannot underline.
+    // Underlines the words between each pair of points of the last requestVisibleSpellingText
+    // read, in place of the underlines before; none takes them all away. The underlines
+    // follow edits until the next call and never reach the document's markup. Does not wait
+    // for the page; false when this surface cannot underline.
     virtual bool underlineSpellingText(const QList<std::pair<TextPoint, TextPoint>> &words);
 
 Q_SIGNALS:
@@ -388,6 +394,8 @@ Q_SIGNALS:
     void clicked();
     void doubleClicked();
     void contextMenuRequested(const QPoint &position);
+    // The view came to rest after scrolling, once text in view was read.
+    void viewScrolled();
 
 protected:
     explicit DesignSurface(QObject *parent = nullptr);

@@ -28,14 +28,20 @@ SpellingCheck::~SpellingCheck() = default;
 
 bool SpellingCheck::read()
 {
-    m_text = m_surface.spellingText();
+    DesignSurface::SpellingText text = m_surface.spellingText();
     if (m_surface.lastCallFailed())
         return false;
+    take(std::move(text));
+    return true;
+}
+
+void SpellingCheck::take(DesignSurface::SpellingText text)
+{
+    m_text = std::move(text);
     m_dictionaries.forgetVerdicts();
     const QString own = dictionaryForLanguage(m_text.documentLanguage, m_dictionaries.installed());
     m_dictionary = own.isEmpty() ? m_dictionaries.systemDictionary() : own;
     rebuildRuns();
-    return true;
 }
 
 // A run is text that reads on without a break, in one language.
@@ -160,8 +166,6 @@ bool SpellingCheck::findDoubledWord()
 QList<SpellingCheck::Found> SpellingCheck::allMisspelt()
 {
     QList<Found> all;
-    if (!read())
-        return all;
     // One pass over the words: asking nextMisspelt again after each find would split its
     // run into words once more every time.
     for (qsizetype r = 0; r < m_runs.size(); ++r) {
@@ -181,14 +185,18 @@ QList<SpellingCheck::Found> SpellingCheck::allMisspelt()
 QStringList SpellingCheck::misspeltWords()
 {
     QStringList words;
+    if (!read())
+        return words;
     for (const Found &found : allMisspelt())
         words.append(found.text);
     return words;
 }
 
-QList<std::pair<DesignSurface::TextPoint, DesignSurface::TextPoint>> SpellingCheck::misspeltSpans()
+QList<std::pair<DesignSurface::TextPoint, DesignSurface::TextPoint>> SpellingCheck::misspeltSpans(
+    DesignSurface::SpellingText text)
 {
     QList<std::pair<DesignSurface::TextPoint, DesignSurface::TextPoint>> spans;
+    take(std::move(text));
     for (const Found &found : allMisspelt())
         spans.append({pointOf(found.at.run, found.word.start, false),
             pointOf(found.at.run, found.word.end(), true)});

@@ -54,9 +54,10 @@ public:
 
     // Every misspelt word of the body in reading order (one read, no selection).
     QStringList misspeltWords();
-    // The same words as spans of the text read, for the underlines.
+    // The misspelt words of text read elsewhere (the underlines read only what is in view),
+    // as spans of that text.
     QList<std::pair<Platform::DesignSurface::TextPoint, Platform::DesignSurface::TextPoint>>
-    misspeltSpans();
+    misspeltSpans(Platform::DesignSurface::SpellingText text);
 
     // The dictionary for text in the document's own language, as the last read found it
     // (or the user chose during the walk); empty before any.
@@ -86,6 +87,7 @@ private:
     };
 
     bool read();
+    void take(Platform::DesignSurface::SpellingText text);
     void rebuildRuns();
     void applyChanges(const QList<std::pair<int, QString>> &changed);
     // The dictionary a run is checked with; empty to skip it.
@@ -94,7 +96,7 @@ private:
     Platform::DesignSurface::TextPoint pointOf(qsizetype run, qsizetype offset, bool atEnd) const;
     std::optional<Found> nextMisspelt(Position from);
     std::optional<Found> nextDoubled(Position from);
-    // Every misspelt word from the start of a fresh read; nothing when it failed.
+    // Every misspelt word of the text last taken, in reading order.
     QList<Found> allMisspelt();
     bool select(const Found &found);
     bool replace(const QList<std::pair<Found, QString>> &replacements);

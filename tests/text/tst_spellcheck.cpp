@@ -69,6 +69,7 @@ private Q_SLOTS:
     void contextMenuSuggestsAndReplaces();
     void underlinesWhileTyping_data();
     void underlinesWhileTyping();
+    void underlinesFollowTheView();
 
 private:
     void load(const QString &body);
@@ -319,6 +320,30 @@ void tst_SpellCheck::underlinesWhileTyping()
         QCOMPARE(redPixels(), 0);
     }
     m_editor->setSpellCheckAsYouType(true);
+}
+
+void tst_SpellCheck::underlinesFollowTheView()
+{
+    // Only the text in view is checked: a word far down is underlined once it is scrolled
+    // to, not after the load.
+    QString html = QStringLiteral("<p>Topp wrd here.</p>");
+    for (int i = 0; i < 3000; ++i)
+        html += QStringLiteral("<p>The quick brown fox jumps over the lazy dog.</p>");
+    html += QStringLiteral("<h2>Farr down</h2>");
+    for (int i = 0; i < 300; ++i)
+        html += QStringLiteral("<p>The end.</p>");
+    m_editor->setSetHtmlSource(html);
+    const auto underlined = [this] {
+        return VantryTest::adapterValue(*m_editor, QStringLiteral("underlinedWords"))
+            .toStringList();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(
+        underlined(), (QStringList{QStringLiteral("Topp"), QStringLiteral("wrd")}), 10000);
+    const QList<Platform::Element> far = m_surface->elementsByTagName(QStringLiteral("h2"));
+    QCOMPARE(far.size(), 1);
+    const QPoint scroll = m_surface->scrollPosition();
+    QVERIFY(m_surface->setScrollTop(scroll.y() + int(m_surface->boundingRect(far[0]).top())));
+    QTRY_VERIFY_WITH_TIMEOUT(underlined().contains(QStringLiteral("Farr")), 10000);
 }
 
 QTEST_MAIN(tst_SpellCheck)

@@ -45,14 +45,11 @@
     // character, b: per node "1" where a run starts, else "0", langs, s: the selection's
     // end as [node, offset], d: the document's language }. Packed into few values, since
     // every value costs as it crosses to C++. The walk carries the language and block of
-    // the element it is in instead of looking them up per text node.
-    function snapshot() {
-        nodes = [];
+    // the element it is in instead of looking them up per text node. The text nodes read
+    // go into found, in the order of roots, each root read whole.
+    function pack(roots, found) {
         const out = { t: '', n: [], l: '', b: '', langs: [], s: [0, 0],
                       d: document.documentElement.getAttribute('lang') || '' };
-        const body = document.body;
-        if (!body)
-            return out;
         const texts = [];
         const langs = [];
         const breaks = [];
@@ -66,63 +63,214 @@
             }
             return String.fromCharCode(i);
         };
-        const holder = body.closest('[lang]');
-        let lang = langId(holder ? holder.getAttribute('lang') : '');
-        let block = body;
-        let brk = true;
-        let lastBlock = null;
-        // The language and block of each element the walk is inside, but the innermost.
-        const outer = [];
-        let n = body.firstChild;
-        while (n) {
-            let enter = false;
-            if (n.nodeType === Node.TEXT_NODE) {
-                nodes.push(n);
-                texts.push(n.data);
-                out.n.push(n.data.length);
-                langs.push(lang);
-                breaks.push(brk || block !== lastBlock ? '1' : '0');
-                brk = false;
-                lastBlock = block;
-            } else if (n.nodeType === Node.ELEMENT_NODE && !skipped(n)) {
-                const boundary = BOUNDARY.has(n.tagName.toUpperCase());
-                if (boundary)
-                    brk = true;
-                if (n.firstChild) {
-                    outer.push(lang, block);
-                    const own = n.getAttribute('lang');
-                    if (own !== null)
-                        lang = langId(own);
-                    if (boundary)
-                        block = n;
-                    enter = true;
-                }
-            }
-            if (enter) {
-                n = n.firstChild;
+        const addText = (node, lang, brk) => {
+            found.push(node);
+            texts.push(node.data);
+            out.n.push(node.data.length);
+            langs.push(lang);
+            breaks.push(brk ? '1' : '0');
+        };
+        let previous = null;
+        for (const root of roots) {
+            // Inline neighbours read on into each other; anything else starts a run.
+            let brk = !previous || previous.nextSibling !== root || isBoundary(previous)
+                      || isBoundary(root);
+            previous = root;
+            const holder = (root.nodeType === Node.ELEMENT_NODE ? root : root.parentElement)
+                .closest('[lang]');
+            let lang = langId(holder ? holder.getAttribute('lang') : '');
+            if (root.nodeType === Node.TEXT_NODE) {
+                addText(root, lang, brk);
                 continue;
             }
-            while (n && !n.nextSibling) {
-                n = n.parentNode;
-                if (n === body || !n) {
-                    n = null;
-                    break;
+            let block = root;
+            let lastBlock = root;
+            // The language and block of each element the walk is inside, but the innermost.
+            const outer = [];
+            let n = root.firstChild;
+            while (n) {
+                let enter = false;
+                if (n.nodeType === Node.TEXT_NODE) {
+                    addText(n, lang, brk || block !== lastBlock);
+                    brk = false;
+                    lastBlock = block;
+                } else if (n.nodeType === Node.ELEMENT_NODE && !skipped(n)) {
+                    const boundary = isBoundary(n);
+                    if (boundary)
+                        brk = true;
+                    if (n.firstChild) {
+                        outer.push(lang, block);
+                        const own = n.getAttribute('lang');
+                        if (own !== null)
+                            lang = langId(own);
+                        if (boundary)
+                            block = n;
+                        enter = true;
+                    }
                 }
-                block = outer.pop();
-                lang = outer.pop();
+                if (enter) {
+                    n = n.firstChild;
+                    continue;
+                }
+                while (n && !n.nextSibling) {
+                    n = n.parentNode;
+                    if (n === root || !n) {
+                        n = null;
+                        break;
+                    }
+                    block = outer.pop();
+                    lang = outer.pop();
+                }
+                if (n)
+                    n = n.nextSibling;
             }
-            if (n)
-                n = n.nextSibling;
         }
         out.t = texts.join('');
         out.l = langs.join('');
         out.b = breaks.join('');
+        return out;
+    }
+
+    function isBoundary(node) {
+        return node.nodeType === Node.ELEMENT_NODE && BOUNDARY.has(node.tagName.toUpperCase());
+    }
+
+    function snapshot() {
+        nodes = [];
+        const out = pack(document.body ? [document.body] : [], nodes);
         const selection = document.getSelection();
-        if (selection.rangeCount) {
+        if (document.body && selection.rangeCount) {
             const r = selection.getRangeAt(0);
             out.s = indexOf(r.endContainer, r.endOffset);
         }
         return out;
+    }
+
+    // ---- the text in view -----------------------------------------------------------
+    // The underlines read only the blocks in and near the view, so that a long page costs
+    // no more than a short one. A block taller than the band is opened and its children
+    // taken instead; the block with the caret is read too, wherever it is.
+    let shown = [];
+    let shownRead = false;
+
+    // A node's box, or null for nodes that hold no prose.
+    function boxOf(node) {
+        if (node.nodeType === Node.ELEMENT_NODE)
+            return skipped(node) ? null : node.getBoundingClientRect();
+        if (node.nodeType !== Node.TEXT_NODE)
+            return null;
+        const range = document.createRange();
+        range.selectNodeContents(node);
+        return range.getBoundingClientRect();
+    }
+
+    // Boxes with no extent (inline elements split over lines, display: contents, white
+    // space) cannot be placed; they are read whole rather than lost.
+    function placed(box) {
+        return box.width !== 0 || box.height !== 0;
+    }
+
+    function rootsInView(margin) {
+        const top = -margin;
+        const bottom = window.innerHeight + margin;
+        const roots = [];
+        const collect = container => {
+            const kids = container.childNodes;
+            // Children in flow stack downwards: the first one reaching into the band is
+            // found by halving, so that a block of thousands of paragraphs costs a few
+            // dozen boxes.
+            let lo = 0;
+            let hi = kids.length;
+            while (lo < hi) {
+                const mid = (lo + hi) >> 1;
+                let k = mid;
+                let box = null;
+                for (; k < hi; ++k) {
+                    box = boxOf(kids[k]);
+                    if (box && placed(box))
+                        break;
+                }
+                if (k < hi && box.bottom < top)
+                    lo = k + 1;
+                else
+                    hi = mid;
+            }
+            for (let i = lo; i < kids.length; ++i) {
+                const n = kids[i];
+                const box = boxOf(n);
+                if (!box)
+                    continue;
+                if (!placed(box)) {
+                    roots.push(n);
+                    continue;
+                }
+                if (box.top > bottom)
+                    break;
+                if (box.bottom < top)
+                    continue;
+                if (n.nodeType === Node.ELEMENT_NODE && n.firstElementChild
+                    && box.height > bottom - top)
+                    collect(n);
+                else
+                    roots.push(n);
+            }
+        };
+        if (document.body)
+            collect(document.body);
+        const selection = document.getSelection();
+        let caret = selection.rangeCount ? selection.focusNode : null;
+        if (caret && caret.nodeType !== Node.ELEMENT_NODE)
+            caret = caret.parentElement;
+        while (caret && caret.parentElement && caret.parentElement !== document.body
+               && !isBoundary(caret))
+            caret = caret.parentElement;
+        for (let e = caret; e && e !== document.body; e = e.parentElement) {
+            if (skipped(e))
+                caret = null;
+        }
+        if (caret && caret !== document.body && V.inBody(caret)
+            && !roots.some(r => r.contains(caret) || caret.contains(r))) {
+            let at = roots.findIndex(r =>
+                caret.compareDocumentPosition(r) & Node.DOCUMENT_POSITION_FOLLOWING);
+            roots.splice(at < 0 ? roots.length : at, 0, caret);
+        }
+        return roots;
+    }
+
+    function visibleSnapshot(margin) {
+        shown = [];
+        shownRead = true;
+        return pack(rootsInView(Math.max(0, Number(margin) || 0)), shown);
+    }
+
+    // Runs fn once the page has been quiet for ms since the last call with the same
+    // waiter. Timers never fire in this world while the page's own scripting is off;
+    // frames do.
+    function quietWaiter(ms, fn) {
+        let last = 0;
+        let waiting = false;
+        const check = () => {
+            if (performance.now() - last < ms) {
+                requestAnimationFrame(check);
+                return;
+            }
+            waiting = false;
+            fn();
+        };
+        return () => {
+            last = performance.now();
+            if (!waiting) {
+                waiting = true;
+                requestAnimationFrame(check);
+            }
+        };
+    }
+
+    // Scrolling brings other text into view: the C++ side is told once the page rests.
+    const scrollRested = quietWaiter(100, () => V.notify('viewScrolled'));
+    function scrolled() {
+        if (shownRead)
+            scrollRested();
     }
 
     function nodeAt(i) {
@@ -216,11 +364,12 @@
     let underlined = [];
     let lineHost = null;
     let lineLayer = null;
-    let lineFrameQueued = false;
+    // Lines follow edits a little behind the keys, so that typing in a page with many
+    // misspelt words never waits for them.
+    const scheduleLines = quietWaiter(100, drawLines);
     const lineObserver = new MutationObserver(scheduleLines);
 
     function drawLines() {
-        lineFrameQueued = false;
         if (!underlined.length || !document.body) {
             lineObserver.disconnect();
             if (lineHost)
@@ -260,22 +409,14 @@
                                               characterData: true, attributes: true });
     }
 
-    // Lines follow edits a little behind the keys, so that typing in a page with many
-    // misspelt words never waits for them.
-    function scheduleLines() {
-        if (lineFrameQueued)
-            return;
-        lineFrameQueued = true;
-        setTimeout(drawLines, 100);
-    }
-
-    // Each word is [node, offset, endNode, endOffset] of the last snapshot; an empty list
-    // takes every line away. Words whose nodes left the document are dropped.
+    // Each word is [node, offset, endNode, endOffset] of the last read of the text in
+    // view; an empty list takes every line away. Words whose nodes left the document are
+    // dropped.
     function underline(words) {
         underlined = [];
         for (const [a, ao, b, bo] of words) {
-            const start = nodes[a];
-            const end = nodes[b];
+            const start = shown[a];
+            const end = shown[b];
             if (!start || !end || !start.isConnected || !end.isConnected)
                 continue;
             const range = document.createRange();
@@ -287,12 +428,28 @@
         return underlined.length;
     }
 
-    V.onNewDocument(() => underline([]));
-    window.addEventListener('resize', () => { if (underlined.length) scheduleLines(); });
+    function redrawLines() {
+        if (underlined.length)
+            scheduleLines();
+    }
+
+    // Loading a document takes the window's listeners away.
+    function listen() {
+        window.addEventListener('scroll', scrolled, true);
+        window.addEventListener('resize', redrawLines);
+    }
+
+    listen();
+    V.onNewDocument(() => {
+        shownRead = false;
+        underline([]);
+        listen();
+    });
     // The underlined words, for tests.
     V.underlinedWords = () => underlined.map(range => range.toString());
 
     V.register('spellingText', () => snapshot());
+    V.register('spellingVisibleText', margin => visibleSnapshot(margin));
     V.register('spellingUnderline', words => underline(words));
     V.register('spellingSelect', (a, ao, b, bo, fromMenu) => {
         takeMenuNode(fromMenu);

@@ -3,8 +3,14 @@
 
 #include "platform/webengine/webenginedesignsurface.h"
 
+#include "platform/logging.h"
+
 #include <QDir>
 #include <QFile>
+#include <QPointer>
+#include <QWebEngineView>
+
+#include <optional>
 
 #include <utility>
 
@@ -28,25 +34,12 @@ QString engineDictionaryFolder()
     return {};
 }
 
-} // namespace
+const QString malformedText = QStringLiteral("spellingText: the adapter's answer is malformed");
 
-// The engine looks for its dictionaries once, as it starts; a host that set the folder
-// itself keeps it.
-void WebEngineDesignSurface::useEngineDictionaries()
+// The adapter's packed form of the text (see spelling.js); nothing when it does not add up.
+std::optional<DesignSurface::SpellingText> unpackSpellingText(const QVariantMap &answer)
 {
-    const QString folder = engineDictionaryFolder();
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DICTIONARIES_PATH") && !folder.isEmpty())
-        qputenv("QTWEBENGINE_DICTIONARIES_PATH", QFile::encodeName(folder));
-}
-
-DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
-{
-    m_menuTextTaken = false;
-    const QVariantMap answer
-        = callValue(QStringLiteral("spellingText"), {}, std::chrono::seconds(60)).toMap();
-    SpellingText text;
-    if (lastCallFailed())
-        return text;
+    DesignSurface::SpellingText text;
     const QString joined = answer.value(QStringLiteral("t")).toString();
     const QVariantList lengths = answer.value(QStringLiteral("n")).toList();
     const QString languages = answer.value(QStringLiteral("l")).toString();
@@ -69,11 +62,62 @@ DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
     const QVariantList selection = answer.value(QStringLiteral("s")).toList();
     text.selectionEnd = {selection.value(0).toInt(), selection.value(1).toInt()};
     if (text.texts.size() != lengths.size() || at != joined.size()
-        || languages.size() != lengths.size() || starts.size() != lengths.size()) {
-        setLastError(QStringLiteral("spellingText: the adapter's answer is malformed"));
+        || languages.size() != lengths.size() || starts.size() != lengths.size())
+        return std::nullopt;
+    return text;
+}
+
+} // namespace
+
+// The engine looks for its dictionaries once, as it starts; a host that set the folder
+// itself keeps it.
+void WebEngineDesignSurface::useEngineDictionaries()
+{
+    const QString folder = engineDictionaryFolder();
+    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DICTIONARIES_PATH") && !folder.isEmpty())
+        qputenv("QTWEBENGINE_DICTIONARIES_PATH", QFile::encodeName(folder));
+}
+
+DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
+{
+    m_menuTextTaken = false;
+    const QVariant answer = callValue(QStringLiteral("spellingText"), {}, std::chrono::seconds(60));
+    if (lastCallFailed())
+        return {};
+    std::optional<SpellingText> text = unpackSpellingText(answer.toMap());
+    if (!text) {
+        setLastError(malformedText);
         return {};
     }
-    return text;
+    return *text;
+}
+
+void WebEngineDesignSurface::requestVisibleSpellingText(SpellingTextAnswer done)
+{
+    if (!m_ready) {
+        done(false, {});
+        return;
+    }
+    QVariantList released;
+    released.swap(*m_releasedRanges);
+    const QPointer<WebEngineDesignSurface> self(this);
+    // A band of a screen above and below, so that a little scrolling finds its words
+    // already underlined.
+    const int margin = m_view->height();
+    m_bridge->callLater(QStringLiteral("spellingVisibleText"), {margin}, released,
+        [self, done = std::move(done)](const ScriptBridge::Result &answer) {
+            if (!self)
+                return;
+            if (!answer.ok) {
+                qCWarning(lcSurface).noquote() << answer.error;
+                done(false, {});
+                return;
+            }
+            const std::optional<SpellingText> text = unpackSpellingText(answer.value.toMap());
+            if (!text)
+                qCWarning(lcSurface).noquote() << malformedText;
+            done(text.has_value(), text.value_or(SpellingText{}));
+        });
 }
 
 bool WebEngineDesignSurface::selectSpellingText(TextPoint start, TextPoint end)
@@ -148,8 +192,16 @@ bool WebEngineDesignSurface::underlineSpellingText(
     list.reserve(words.size());
     for (const auto &[start, end] : words)
         list.append(QVariant(pointArguments(start, end)));
-    callValue(QStringLiteral("spellingUnderline"), {QVariant(list)}, std::chrono::seconds(60));
-    return !lastCallFailed();
+    if (!m_ready)
+        return false;
+    QVariantList released;
+    released.swap(*m_releasedRanges);
+    m_bridge->callLater(QStringLiteral("spellingUnderline"), {QVariant(list)}, released,
+        [](const ScriptBridge::Result &answer) {
+            if (!answer.ok)
+                qCWarning(lcSurface).noquote() << answer.error;
+        });
+    return true;
 }
 
 } // namespace Vantry::Platform

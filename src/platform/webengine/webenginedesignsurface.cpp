@@ -293,6 +293,8 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
         const QPoint position(integer(0), integer(1));
         takeMenuRequest(position, args.value(2).toULongLong(), args.value(3).toMap());
         Q_EMIT contextMenuRequested(position);
+    } else if (kind == QLatin1String("viewScrolled")) {
+        Q_EMIT viewScrolled();
     }
 }
 

@@ -124,6 +124,7 @@ public:
     quint64 callsMade() const { return m_callSerial; }
 
     SpellingText spellingText() override;
+    void requestVisibleSpellingText(SpellingTextAnswer done) override;
     bool selectSpellingText(TextPoint start, TextPoint end) override;
     QList<std::pair<int, QString>> replaceSpellingText(const QList<SpellingEdit> &edits) override;
     TextAtPoint spellingTextAt(const QPoint &viewPoint) override;
