@@ -473,18 +473,16 @@
 
         // Steps to the next (or previous) item a reader sees; returns its code or END.
         nextItem(c) {
-            for (;;) {
-                if (c.next() === END)
-                    return END;
-                const code = this.itemCode(c);
-                if (code !== NONE)
-                    return code;
-            }
+            return this.stepToItem(c, () => c.next());
         }
 
         prevItem(c) {
+            return this.stepToItem(c, () => c.prev());
+        }
+
+        stepToItem(c, step) {
             for (;;) {
-                if (c.prev() === END)
+                if (step() === END)
                     return END;
                 const code = this.itemCode(c);
                 if (code !== NONE)
