@@ -5,8 +5,6 @@
 
 #include "platform/logging.h"
 
-#include <QDir>
-#include <QFile>
 #include <QPointer>
 #include <QWebEngineView>
 
@@ -21,17 +19,6 @@ namespace {
 QVariantList pointArguments(DesignSurface::TextPoint start, DesignSurface::TextPoint end)
 {
     return {start.node, start.offset, end.node, end.offset};
-}
-
-// The folder of the engine's dictionaries (Hunspell's converted at build time, named
-// "en-US.bdic"), installed or in the build tree.
-QString engineDictionaryFolder()
-{
-    for (const QString &folder : QStringLiteral(VANTRY_ENGINE_DICTIONARY_DIRS).split(u':')) {
-        if (!QDir(folder).entryList({QStringLiteral("*.bdic")}, QDir::Files).isEmpty())
-            return folder;
-    }
-    return {};
 }
 
 const QString malformedText = QStringLiteral("spellingText: the adapter's answer is malformed");
@@ -68,15 +55,6 @@ std::optional<DesignSurface::SpellingText> unpackSpellingText(const QVariantMap 
 }
 
 } // namespace
-
-// The engine looks for its dictionaries once, as it starts; a host that set the folder
-// itself keeps it.
-void WebEngineDesignSurface::useEngineDictionaries()
-{
-    const QString folder = engineDictionaryFolder();
-    if (qEnvironmentVariableIsEmpty("QTWEBENGINE_DICTIONARIES_PATH") && !folder.isEmpty())
-        qputenv("QTWEBENGINE_DICTIONARIES_PATH", QFile::encodeName(folder));
-}
 
 DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
 {

@@ -120,7 +120,6 @@ const char blankDocument[] = "<html><head></head><body></body></html>";
 WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
     : DesignSurface(parent)
 {
-    useEngineDictionaries();
     m_view = new QWebEngineView(parent);
     auto *page = new EditingPage(m_view);
     m_view->setPage(page);

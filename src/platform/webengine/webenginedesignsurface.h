@@ -154,7 +154,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    static void useEngineDictionaries();
     void watchFocusProxy();
     void handleNotification(const QString &kind, const QVariantList &args);
     void deliverNotification(const QString &kind, const QVariantList &args);
