@@ -1,5 +1,8 @@
 #pragma once
 
+#include "commands/commandsfwd.h"
+#include "platform/platformfwd.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -9,15 +12,6 @@ namespace Vantry {
 class EditorDialogs;
 class UserPrompts;
 } // namespace Vantry
-
-namespace Vantry::Platform {
-class DesignSurface;
-struct DocumentReferences;
-} // namespace Vantry::Platform
-
-namespace Vantry::Commands {
-class SelectionAccess;
-} // namespace Vantry::Commands
 
 // The table dialogs' round: read the document, fill the values, ask the dialog, write the
 // answer back as one undo step. Each returns true when the document changed.

@@ -2,41 +2,26 @@
 
 #include <VantryHTMLEditor/HTMLEditorComponent.h>
 
+#include "commands/commandsfwd.h"
 #include "commands/selectionaccess.h"
 #include "control/editorframe.h"
 #include "control/settings.h"
+#include "platform/platformfwd.h"
 
 #include <QPointer>
 
 #include <memory>
 
-namespace Vantry::Images {
-class ImageUploadCommand;
-class ImagePlacement;
-} // namespace Vantry::Images
-
-namespace Vantry::Platform {
-class Dictionaries;
-} // namespace Vantry::Platform
-
-namespace Vantry::Text {
-class SpellingCheck;
-class SpellingUnderlines;
-} // namespace Vantry::Text
-
 namespace Vantry {
 
-namespace Platform {
-class DesignSurface;
-} // namespace Platform
+namespace Images {
+class ImagePlacement;
+class ImageUploadCommand;
+} // namespace Images
 
-namespace Commands {
-class CommandStatusSource;
-class ContextMenus;
-class DocumentPage;
-class EditorToolbar;
-class Executor;
-} // namespace Commands
+namespace Platform {
+class Dictionaries;
+} // namespace Platform
 
 namespace Control {
 class ContentExchange;
@@ -51,6 +36,8 @@ class DesignFind;
 class FindReplace;
 class Printing;
 class ScriptInjection;
+class SpellingCheck;
+class SpellingUnderlines;
 } // namespace Text
 
 // The units behind the editor's public interface, built and wired together; the editor

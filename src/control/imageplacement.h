@@ -1,6 +1,8 @@
 #pragma once
 
+#include "commands/commandsfwd.h"
 #include "images/uploadrules.h"
+#include "platform/platformfwd.h"
 
 #include <QList>
 #include <QString>
@@ -15,15 +17,6 @@ class UserPrompts;
 namespace Vantry::Control {
 struct Settings;
 } // namespace Vantry::Control
-
-namespace Vantry::Platform {
-class DesignSurface;
-struct DocumentReferences;
-} // namespace Vantry::Platform
-
-namespace Vantry::Commands {
-class SelectionAccess;
-} // namespace Vantry::Commands
 
 namespace Vantry::Images {
 
