@@ -31,6 +31,7 @@ using namespace Vantry;
 using namespace Vantry::Commands;
 using Entry = ContextMenuEntry;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 
 Q_DECLARE_METATYPE(Vantry::Commands::CommandAction)
@@ -115,8 +116,7 @@ private Q_SLOTS:
 
     void buttonKeys()
     {
-        QFETCH(int, member);
-        QFETCH(QString, key);
+        auto [member, key] = fetch<int, QString>("member", "key");
         QCOMPARE(ToolbarModel::buttonKey(member), key);
     }
 
@@ -153,9 +153,8 @@ private Q_SLOTS:
 
     void displayOrder()
     {
-        QFETCH(QList<int>, moves);
-        QFETCH(QList<int>, topToBottom);
-        QFETCH(bool, accepted);
+        auto [moves, topToBottom, accepted]
+            = fetch<QList<int>, QList<int>, bool>("moves", "topToBottom", "accepted");
 
         ToolbarModel model;
         bool allAccepted = true;
@@ -206,8 +205,7 @@ private Q_SLOTS:
 
     void shortcuts()
     {
-        QFETCH(QString, key);
-        QFETCH(QKeySequence, shortcut);
+        auto [key, shortcut] = fetch<QString, QKeySequence>("key", "shortcut");
 
         QAction *action = button(key);
         QCOMPARE(action->shortcut(), shortcut);
@@ -304,8 +302,7 @@ private Q_SLOTS:
 
     void visibleStateReachesDifferentlySpelledKeys()
     {
-        QFETCH(int, member);
-        QFETCH(QString, toolbarKey);
+        auto [member, toolbarKey] = fetch<int, QString>("member", "toolbarKey");
 
         const auto buttonMember = static_cast<clsToolbar::em_ToolbarButtons>(member);
         QVERIFY(m_object->setButtonVisibleState(buttonMember, false));
@@ -368,8 +365,7 @@ private Q_SLOTS:
 
     void toolbarKeys()
     {
-        QFETCH(QString, key);
-        QFETCH(int, number);
+        auto [key, number] = fetch<QString, int>("key", "number");
         QCOMPARE(int(toolbarKeyCommand(key).value_or(Command{})), number);
     }
 
@@ -401,10 +397,8 @@ private Q_SLOTS:
 
     void commandEntries()
     {
-        QFETCH(int, number);
-        QFETCH(CommandAction, action);
-        QFETCH(int, platformCommand);
-        QFETCH(int, option);
+        auto [number, action, platformCommand, option]
+            = fetch<int, CommandAction, int, int>("number", "action", "platformCommand", "option");
         const CommandEntry entry = commandEntry(Command(number));
         QCOMPARE(entry.action, action);
         QCOMPARE(entry.platformCommand, platformCommand);
@@ -425,8 +419,7 @@ private Q_SLOTS:
 
     void absolutePositionToolTip()
     {
-        QFETCH(int, status);
-        QFETCH(QString, toolTip);
+        auto [status, toolTip] = fetch<int, QString>("status", "toolTip");
         QCOMPARE(Commands::absolutePositionToolTip(Commands::CommandState(status)), toolTip);
     }
 
@@ -447,9 +440,8 @@ private Q_SLOTS:
 
     void deletionKeepsTablePart()
     {
-        QFETCH(int, number);
-        QFETCH(Platform::TableParts, parts);
-        QFETCH(bool, keeps);
+        auto [number, parts, keeps]
+            = fetch<int, Platform::TableParts, bool>("number", "parts", "keeps");
         QCOMPARE(Commands::deletionKeepsTablePart(Command(number), parts), keeps);
     }
 
@@ -491,8 +483,7 @@ private Q_SLOTS:
 
     void tableMarkup()
     {
-        QFETCH(TableArguments, table);
-        QFETCH(QString, markup);
+        auto [table, markup] = fetch<TableArguments, QString>("table", "markup");
         QCOMPARE(Commands::tableMarkup(table), markup);
     }
 
@@ -531,10 +522,9 @@ private Q_SLOTS:
 
     void tableArgumentsByName()
     {
-        QFETCH(QVariantMap, arguments);
-        QFETCH(bool, withClass);
-        QFETCH(QString, markup);
-        QFETCH(QString, refusedKey);
+        auto [arguments, withClass, markup, refusedKey]
+            = fetch<QVariantMap, bool, QString, QString>(
+                "arguments", "withClass", "markup", "refusedKey");
         QString error;
         const std::optional<TableArguments> table
             = tableArgumentsFromMap(arguments, withClass, &error);
@@ -567,8 +557,7 @@ private Q_SLOTS:
 
     void imageMarkup()
     {
-        QFETCH(ImageArguments, image);
-        QFETCH(QString, markup);
+        auto [image, markup] = fetch<ImageArguments, QString>("image", "markup");
         QCOMPARE(Commands::imageMarkup(image), markup);
     }
 
@@ -640,9 +629,8 @@ private Q_SLOTS:
 
     void contextMenuEntries()
     {
-        QFETCH(MenuContext, context);
-        QFETCH(QList<int>, hidden);
-        QFETCH(QStringList, expected);
+        auto [context, hidden, expected]
+            = fetch<MenuContext, QList<int>, QStringList>("context", "hidden", "expected");
         clsContextMenu settings;
         for (int group : hidden)
             settings.HideBuiltinContextMenuItem(static_cast<em_ContextMenu>(group));
@@ -651,28 +639,22 @@ private Q_SLOTS:
 
     void menuContextOfPath_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<int>("positioning");
+        columns<QString, int>("path", "positioning");
         // image, body, hyperlink, table, cell, positionable, absolute, object
         QTest::addColumn<QString>("expected");
-        QTest::newRow("image in a cell") << QStringLiteral("IMG TD TR TBODY TABLE BODY HTML")
-                                         << int(Platform::Enabled) << QStringLiteral("ib.tcp..");
-        QTest::newRow("lower-case tags, nothing above the root") << QStringLiteral(
-            "th table html body") << int(Platform::Latched) << QStringLiteral("...tcpa.");
-        QTest::newRow("a link is never positioned")
-            << QStringLiteral("SPAN A DIV BODY") << int(Platform::Latched)
-            << QStringLiteral(".bh.....");
-        QTest::newRow("positioning not available")
-            << QStringLiteral("P BODY") << int(Platform::Disabled) << QStringLiteral(".b......");
-        QTest::newRow("a movie") << QStringLiteral("EMBED OBJECT P BODY") << int(Platform::Enabled)
-                                 << QStringLiteral("ib...p.o");
+        row("image in a cell", "IMG TD TR TBODY TABLE BODY HTML", int(Platform::Enabled),
+            "ib.tcp..");
+        row("lower-case tags, nothing above the root", "th table html body", int(Platform::Latched),
+            "...tcpa.");
+        row("a link is never positioned", "SPAN A DIV BODY", int(Platform::Latched), ".bh.....");
+        row("positioning not available", "P BODY", int(Platform::Disabled), ".b......");
+        row("a movie", "EMBED OBJECT P BODY", int(Platform::Enabled), "ib...p.o");
     }
 
     void menuContextOfPath()
     {
-        QFETCH(QString, path);
-        QFETCH(int, positioning);
-        QFETCH(QString, expected);
+        auto [path, positioning, expected]
+            = fetch<QString, int, QString>("path", "positioning", "expected");
         const MenuContext c = Commands::menuContextOf(
             path.split(u' '), static_cast<Platform::CommandState>(positioning));
         QString flags;

@@ -4,8 +4,9 @@
 // built for what lies under the selection.
 
 #include "../common/cancellingdialogs.h"
-#include "../common/enginetest.h"
+#include "../common/datarows.h"
 #include "../common/recordingprompts.h"
+#include "../common/surfacefixture.h"
 
 #include "commands/commandtables.h"
 #include "commands/contextmenus.h"
@@ -29,6 +30,9 @@ using Platform::TextRange;
 using VantryTest::RecordingPrompts;
 
 using EditorMethod = void (HTMLEditorComponent::*)();
+using VantryTest::columns;
+using VantryTest::fetch;
+using VantryTest::row;
 Q_DECLARE_METATYPE(EditorMethod)
 
 namespace {
@@ -92,1001 +96,6 @@ private:
     }
 };
 
-} // namespace
-
-class tst_Executor : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-
-    void commandsDoNothingInTheSourceView_data();
-    void commandsDoNothingInTheSourceView();
-    void inertCommandsLeaveTheDocumentClean_data();
-    void inertCommandsLeaveTheDocumentClean();
-    void commandsRunInTheDesignViewAndMarkItDirty();
-    void guardedDeletions_data();
-    void guardedDeletions();
-    void displayTogglesReturnAfterTwoClicks_data();
-    void displayTogglesReturnAfterTwoClicks();
-    void absolutePositionNamesTheNextAction_data();
-    void absolutePositionNamesTheNextAction();
-    void colourPickerColoursTheSelection_data();
-    void colourPickerColoursTheSelection();
-    void tableFromArguments_data();
-    void tableFromArguments();
-    void tablesFromLiteralsAndByName();
-    void imageFromArguments();
-    void fontDialogShowsAndAppliesTheSelectionsFont();
-    void fontDialogEndsOnEscapeAndShowsNoStrikeOut();
-    void pasteInsertsTheClipboard_data();
-    void pasteInsertsTheClipboard();
-    void shortcutsComeBeforeTheEnginesKeys_data();
-    void shortcutsComeBeforeTheEnginesKeys();
-    void clipboardAndUndoKeysWorkWhileTheirButtonIsOff_data();
-    void clipboardAndUndoKeysWorkWhileTheirButtonIsOff();
-    void copyingAnElementSelectedWholeLeavesItsFrame();
-    void tabMovesBetweenCells_data();
-    void tabMovesBetweenCells();
-    void newEmptyCellsCanBeClickedInto();
-    void findDialogOpensOnTheSelectedText();
-    void uploadImageOpensTheUploadForm();
-    void hyperlinkWrapsAndUnwraps();
-    void linkDialogWritesTheAnchorAndItsReference();
-    void pageDialogWritesTheBodyAsOneUndoStep();
-    void tableDialogsWriteOneUndoStep_data();
-    void tableDialogsWriteOneUndoStep();
-    void styleSheetsOfTheDocument_data();
-    void styleSheetsOfTheDocument();
-    void styleOfTheCurrentElement();
-    void styleDialogsWriteOneUndoStep_data();
-    void styleDialogsWriteOneUndoStep();
-    void contextMenuForWhatIsUnderTheSelection_data();
-    void contextMenuForWhatIsUnderTheSelection();
-    void contextMenuRespectsHostSettings();
-    void customEntryRaisesItsKeyOnly();
-
-private:
-    void load(const QString &body);
-    void select(const QString &needle);
-    void selectElement(const QString &tagName);
-    QString body();
-    Executor &localExecutor();
-
-    std::unique_ptr<HTMLEditorComponent> m_editor;
-    Platform::WebEngineDesignSurface *m_surface = nullptr;
-    RecordingPrompts *m_prompts = nullptr;
-    DocumentReferences m_references;
-    std::unique_ptr<SelectionAccess> m_selection;
-    std::unique_ptr<Executor> m_executor;
-    ScriptedDialogs *m_dialogs = nullptr;
-    int m_dirtyMarks = 0;
-    QHash<QString, bool> m_pressed;
-    QHash<QString, QString> m_toolTips;
-};
-
-void tst_Executor::initTestCase()
-{
-    QVERIFY(VantryTest::startEditor(m_editor, m_surface));
-}
-
-void tst_Executor::init()
-{
-    auto prompts = std::make_unique<RecordingPrompts>();
-    m_prompts = prompts.get();
-    m_editor->setUserPrompts(std::move(prompts));
-    // The editor's own dialogs would wait for a user; these cancel at once.
-    m_editor->setEditorDialogs(std::make_unique<TableAnswers>());
-    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-    m_dirtyMarks = 0;
-    m_pressed.clear();
-    m_toolTips.clear();
-}
-
-void tst_Executor::cleanup()
-{
-    m_executor.reset();
-    m_selection.reset();
-}
-
-// An executor on the editor's surface whose toolbar and dirty mark the test can see.
-Executor &tst_Executor::localExecutor()
-{
-    SelectionAccess::Hooks selectionHooks;
-    selectionHooks.isReady = [] { return true; };
-    selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    m_selection
-        = std::make_unique<SelectionAccess>(*m_surface, m_references, std::move(selectionHooks));
-    Executor::Hooks hooks;
-    hooks.designViewActive = [this] { return m_editor->DesignViewActive(); };
-    hooks.markDirty = [this] { ++m_dirtyMarks; };
-    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    hooks.setButtonPressed = [this](const QString &key, bool on) { m_pressed.insert(key, on); };
-    hooks.setButtonToolTip
-        = [this](const QString &key, const QString &text) { m_toolTips.insert(key, text); };
-    m_executor
-        = std::make_unique<Executor>(*m_surface, *m_selection, m_references, std::move(hooks));
-    auto dialogs = std::make_unique<ScriptedDialogs>(
-        [this]() -> Platform::UserPrompts & { return *m_prompts; });
-    m_dialogs = dialogs.get();
-    m_executor->setDialogLauncher(std::move(dialogs));
-    return *m_executor;
-}
-
-void tst_Executor::load(const QString &body)
-{
-    QVERIFY(m_surface->setBodyInnerHTML(body));
-    m_editor->setisDirty(false);
-}
-
-void tst_Executor::select(const QString &needle)
-{
-    const TextRange range = m_surface->bodyRange();
-    QVERIFY(m_surface->findText(range, needle));
-    QVERIFY(m_surface->selectRange(range));
-}
-
-void tst_Executor::selectElement(const QString &tagName)
-{
-    const QList<Element> elements = m_surface->elementsByTagName(tagName);
-    QVERIFY(!elements.isEmpty());
-    QVERIFY(m_surface->selectElement(elements.first()));
-}
-
-QString tst_Executor::body()
-{
-    return m_surface->bodyInnerHTML();
-}
-
-void tst_Executor::commandsDoNothingInTheSourceView_data()
-{
-    QTest::addColumn<EditorMethod>("method");
-    QTest::newRow("Bold") << &HTMLEditorComponent::Bold;
-    QTest::newRow("DeleteRow") << &HTMLEditorComponent::DeleteRow;
-    QTest::newRow("Border") << &HTMLEditorComponent::Border;
-    QTest::newRow("ForeColor") << &HTMLEditorComponent::ForeColor;
-    QTest::newRow("PageProperties") << &HTMLEditorComponent::PageProperties;
-    QTest::newRow("SnapToGrid") << &HTMLEditorComponent::SnapToGrid;
-}
-
-void tst_Executor::commandsDoNothingInTheSourceView()
-{
-    QFETCH(EditorMethod, method);
-    load(QStringLiteral("<table><tr><td>only</td></tr></table>"));
-    select(QStringLiteral("only"));
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    QVERIFY(!m_editor->DesignViewActive());
-    m_editor->setisDirty(false);
-
-    (m_editor.get()->*method)();
-
-    QVERIFY(!m_editor->isDirty());
-    QVERIFY(m_prompts->shown.isEmpty());
-}
-
-void tst_Executor::inertCommandsLeaveTheDocumentClean_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::newRow("ZOrder") << QStringLiteral("ZOrder");
-    QTest::newRow("InsertFlash") << QStringLiteral("InsertFlash");
-    QTest::newRow("unknown key") << QStringLiteral("Strike");
-    QTest::newRow("wrong case") << QStringLiteral("bold");
-}
-
-void tst_Executor::inertCommandsLeaveTheDocumentClean()
-{
-    QFETCH(QString, key);
-    load(QStringLiteral("<p>text</p>"));
-    select(QStringLiteral("text"));
-    const QString before = body();
-
-    localExecutor().executeKey(key);
-    m_editor->FlashProperties();
-    for (int number : {0, 25, 45, 49, 51, 52, 53, 57, -3})
-        m_executor->executeCommand(Command(number));
-
-    QCOMPARE(m_dirtyMarks, 0);
-    QVERIFY(!m_editor->isDirty());
-    QCOMPARE(body(), before);
-    QVERIFY(m_prompts->shown.isEmpty());
-}
-
-// The public methods, the toolbar keys and the design commands the toolbar's boxes run.
-void tst_Executor::commandsRunInTheDesignViewAndMarkItDirty()
-{
-    load(QStringLiteral("<p>bold lean under</p>"));
-    select(QStringLiteral("bold"));
-    m_editor->Bold();
-    QVERIFY(m_editor->isDirty());
-    QVERIFY(body().contains(QStringLiteral("<b>bold</b>"), Qt::CaseInsensitive));
-
-    Executor &executor = localExecutor();
-    CommandSink &sink = executor;
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    executor.executeKey(QStringLiteral("Italic"));
-    QVERIFY(!sink.execute(DesignCommand::Underline));
-    m_editor->ToggleDesignSourceView(QStringLiteral("design"));
-    QCOMPARE(m_dirtyMarks, 0);
-    select(QStringLiteral("lean"));
-    executor.executeKey(QStringLiteral("Italic"));
-    QCOMPARE(m_dirtyMarks, 1);
-    QVERIFY(body().contains(QStringLiteral("<i>lean</i>"), Qt::CaseInsensitive));
-    select(QStringLiteral("under"));
-    QVERIFY(sink.execute(DesignCommand::Underline));
-    QCOMPARE(m_dirtyMarks, 2);
-    QVERIFY(body().contains(QLatin1String("<u>under</u>"), Qt::CaseInsensitive));
-    // A command the surface does not know runs nothing and leaves the document clean.
-    QVERIFY(!sink.execute(4999));
-    QCOMPARE(m_dirtyMarks, 2);
-}
-
-void tst_Executor::guardedDeletions_data()
-{
-    QTest::addColumn<EditorMethod>("method");
-    QTest::addColumn<QString>("table");
-    // The selection runs from a1 to this text; empty for a caret-sized selection of a1.
-    QTest::addColumn<QString>("to");
-    QTest::addColumn<QString>("message");
-
-    const QString row = QStringLiteral("Unable to remove the last table row.");
-    const QString column = QStringLiteral("Unable to remove the last table column.");
-    const QString cell = QStringLiteral("Unable to remove the last table cell.");
-    const QString oneRow = QStringLiteral("<table><tr><td>a1</td><td>b1</td></tr></table>");
-    const QString oneColumn = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
-                                             "</table>");
-    const QString single = QStringLiteral("<table><tr><td>a1</td></tr></table>");
-    const QString nested = QStringLiteral(
-        "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
-        "</table></td></tr></table>");
-    QTest::newRow("last row") << &HTMLEditorComponent::DeleteRow << oneRow << QString() << row;
-    QTest::newRow("last column") << &HTMLEditorComponent::DeleteColumn << single << QString()
-                                 << column;
-    QTest::newRow("last cell") << &HTMLEditorComponent::DeleteCell << single << QString() << cell;
-    QTest::newRow("second row") << &HTMLEditorComponent::DeleteRow << oneColumn << QString()
-                                << QString();
-    QTest::newRow("second column")
-        << &HTMLEditorComponent::DeleteColumn << oneRow << QString() << QString();
-    QTest::newRow("one column of two cells")
-        << &HTMLEditorComponent::DeleteColumn << oneColumn << QString() << column;
-    QTest::newRow("every row selected")
-        << &HTMLEditorComponent::DeleteRow << oneColumn << QStringLiteral("a2") << row;
-    QTest::newRow("every cell selected")
-        << &HTMLEditorComponent::DeleteCell << oneRow << QStringLiteral("b1") << cell;
-    QTest::newRow("a row spanning the table")
-        << &HTMLEditorComponent::DeleteRow
-        << QStringLiteral("<table><tr><td rowspan=\"2\">a1</td><td>b1</td></tr>"
-                          "<tr><td>b2</td></tr></table>")
-        << QString() << row;
-    QTest::newRow("row markup in a comment is no row")
-        << &HTMLEditorComponent::DeleteRow
-        << QStringLiteral("<table><tr><td>a1<!-- <tr><td>x</td></tr> --></td></tr></table>")
-        << QString() << row;
-    QTest::newRow("inner table decides")
-        << &HTMLEditorComponent::DeleteRow << nested << QString() << QString();
-    QTest::newRow("no table") << &HTMLEditorComponent::DeleteRow << QStringLiteral("<p>a1</p>")
-                              << QString() << QString();
-}
-
-void tst_Executor::guardedDeletions()
-{
-    QFETCH(EditorMethod, method);
-    QFETCH(QString, table);
-    QFETCH(QString, to);
-    QFETCH(QString, message);
-    load(table);
-    if (to.isEmpty())
-        select(QStringLiteral("a1"));
-    else
-        QVERIFY(VantryTest::adapterValue(
-            *m_editor, QStringLiteral("selectBetween"), {QStringLiteral("a1"), to})
-                    .toBool());
-    const QString before = body();
-
-    (m_editor.get()->*method)();
-
-    if (!message.isEmpty()) {
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{message});
-        QCOMPARE(body(), before);
-        QVERIFY(!m_editor->isDirty());
-        return;
-    }
-    QVERIFY(m_prompts->shown.isEmpty());
-    const bool changes = table.contains(QLatin1String("<table"));
-    QCOMPARE(m_editor->isDirty(), changes);
-    QCOMPARE(body() != before, changes);
-}
-
-void tst_Executor::displayTogglesReturnAfterTwoClicks_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<DisplaySwitch>("which");
-    QTest::addColumn<EditorMethod>("method");
-    QTest::addColumn<QString>("surfaceName");
-    QTest::newRow("Border") << 21 << QStringLiteral("Border") << DisplaySwitch::Borders
-                            << &HTMLEditorComponent::Border << QStringLiteral("borders");
-    QTest::newRow("Details") << 22 << QStringLiteral("Details") << DisplaySwitch::Details
-                             << &HTMLEditorComponent::Details << QStringLiteral("details");
-    QTest::newRow("SnapToGrid") << 26 << QStringLiteral("SnapToGrid") << DisplaySwitch::SnapToGrid
-                                << &HTMLEditorComponent::SnapToGrid << QStringLiteral("snapToGrid");
-}
-
-void tst_Executor::displayTogglesReturnAfterTwoClicks()
-{
-    QFETCH(int, number);
-    QFETCH(QString, key);
-    QFETCH(DisplaySwitch, which);
-    QFETCH(EditorMethod, method);
-    QFETCH(QString, surfaceName);
-    load(QStringLiteral("<table><tr><td>cell</td></tr></table><!-- note --><a name=\"top\"></a>"));
-    Executor &executor = localExecutor();
-    const bool first = executor.displaySwitch(which);
-
-    executor.executeKey(key);
-    QCOMPARE(executor.displaySwitch(which), !first);
-    QCOMPARE(m_pressed.value(key), !first);
-    executor.executeCommand(Command(number));
-    QCOMPARE(executor.displaySwitch(which), first);
-    QCOMPARE(m_pressed.value(key), first);
-    QCOMPARE(m_dirtyMarks, 2);
-    QVERIFY(m_prompts->shown.isEmpty());
-
-    // The editor's own method reaches the surface, and the markup never shows it.
-    const QString before = m_editor->GetHtmlSource();
-    const bool shown = m_surface->displaySwitch(surfaceName);
-    (m_editor.get()->*method)();
-    QCOMPARE(m_surface->displaySwitch(surfaceName), !shown);
-    QCOMPARE(m_editor->GetHtmlSource(), before);
-    (m_editor.get()->*method)();
-    QCOMPARE(m_surface->displaySwitch(surfaceName), shown);
-}
-
-void tst_Executor::absolutePositionNamesTheNextAction_data()
-{
-    QTest::addColumn<QString>("document");
-    // Empty: a caret in the first text, nothing selected whole.
-    QTest::addColumn<QString>("selected");
-
-    QTest::newRow("plain block") << QStringLiteral("<p>before</p><div>box</div>")
-                                 << QStringLiteral("DIV");
-    QTest::newRow("relative, offsets and layer") << QStringLiteral(
-        "<p>before</p><div style=\"position: relative; left: 4px; top: 2px; "
-        "z-index: 5; color: red\">box</div>") << QStringLiteral("DIV");
-    QTest::newRow("width and important layer") << QStringLiteral(
-        "<p>before</p><div style=\"width: 50%; z-index: 2 !important;\">box</div>")
-                                               << QStringLiteral("DIV");
-    QTest::newRow("image") << QStringLiteral(
-        "<p>before <img src=\"x.png\" style=\"left: 3px\"></p>")
-                           << QStringLiteral("IMG");
-    QTest::newRow("caret in a cell")
-        << QStringLiteral("<table><tr><td>cell</td></tr></table>") << QString();
-    QTest::newRow("caret in a paragraph") << QStringLiteral("<p>before</p>") << QString();
-}
-
-void tst_Executor::absolutePositionNamesTheNextAction()
-{
-    QFETCH(QString, document);
-    QFETCH(QString, selected);
-    load(document);
-    const QString before = body();
-    Executor &executor = localExecutor();
-    if (selected.isEmpty()) {
-        const TextRange range = m_surface->bodyRange();
-        QVERIFY(m_surface->collapseRange(range, true));
-        QVERIFY(m_surface->moveRange(range, Platform::TextUnit::Character, 2));
-        QVERIFY(m_surface->selectRange(range));
-        executor.executeCommand(Command::AbsolutePosition);
-        QCOMPARE(m_dirtyMarks, 0);
-        QVERIFY(m_toolTips.isEmpty());
-        QCOMPARE(body(), before);
-        return;
-    }
-    selectElement(selected);
-    const Element element = m_surface->elementsByTagName(selected).value(0);
-
-    executor.executeCommand(Command::AbsolutePosition);
-    QCOMPARE(m_dirtyMarks, 1);
-    QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
-        QStringLiteral("Set Position Attribute To Relitive"));
-    QCOMPARE(
-        m_surface->styleProperty(element, QStringLiteral("position")), QStringLiteral("absolute"));
-
-    executor.executeCommand(Command::AbsolutePosition);
-    QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
-        QStringLiteral("Set Position Attribute To Absolute"));
-    QCOMPARE(m_dirtyMarks, 2);
-    QCOMPARE(body(), before);
-}
-
-void tst_Executor::colourPickerColoursTheSelection_data()
-{
-    QTest::addColumn<QColor>("chosen"); // invalid: the picker is cancelled
-    QTest::newRow("cancelled") << QColor();
-    QTest::newRow("chosen") << QColor(0xff, 0x00, 0x80);
-}
-
-void tst_Executor::colourPickerColoursTheSelection()
-{
-    QFETCH(QColor, chosen);
-    load(QStringLiteral("<p>paint me</p>"));
-    select(QStringLiteral("paint"));
-    const QString before = body();
-    m_prompts->colors.enqueue(chosen.isValid() ? std::optional(chosen) : std::nullopt);
-    m_editor->ForeColor();
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Color).size(), 1);
-    QCOMPARE(m_editor->isDirty(), chosen.isValid());
-    const QString html = body().toLower();
-    if (!chosen.isValid())
-        QCOMPARE(body(), before);
-    else
-        QVERIFY2(
-            html.contains(QLatin1String("#ff0080")) || html.contains(QLatin1String("255, 0, 128")),
-            qPrintable(html));
-}
-
-void tst_Executor::tableFromArguments_data()
-{
-    QTest::addColumn<QString>("rows");
-    QTest::addColumn<QString>("columns");
-    QTest::addColumn<QString>("width");
-    // Zero rows: the table is refused.
-    QTest::addColumn<int>("expectedRows");
-    QTest::addColumn<int>("expectedCells");
-    QTest::newRow("defaults") << QString() << QString() << QString() << 1 << 3;
-    QTest::newRow("rows not numeric")
-        << QStringLiteral("x") << QStringLiteral("2") << QString() << 1 << 2;
-    QTest::newRow("two by two, width")
-        << QStringLiteral("2") << QStringLiteral("2") << QStringLiteral("300") << 2 << 4;
-    QTest::newRow("most rows") << QStringLiteral("1000") << QStringLiteral("1") << QString() << 1000
-                               << 1000;
-    QTest::newRow("most columns") << QStringLiteral("1") << QStringLiteral("100") << QString() << 1
-                                  << 100;
-    QTest::newRow("too many rows")
-        << QStringLiteral("1001") << QStringLiteral("1") << QString() << 0 << 0;
-    QTest::newRow("too many columns")
-        << QStringLiteral("1") << QStringLiteral("101") << QString() << 0 << 0;
-    QTest::newRow("no rows") << QStringLiteral("0") << QString() << QString() << 0 << 0;
-    QTest::newRow("negative columns")
-        << QStringLiteral("2") << QStringLiteral("-3") << QString() << 0 << 0;
-    QTest::newRow("infinite rows") << QStringLiteral("inf") << QString() << QString() << 0 << 0;
-    QTest::newRow("beyond int") << QStringLiteral("1e300") << QStringLiteral("1e300") << QString()
-                                << 0 << 0;
-}
-
-void tst_Executor::tableFromArguments()
-{
-    QFETCH(QString, rows);
-    QFETCH(QString, columns);
-    QFETCH(QString, width);
-    QFETCH(int, expectedRows);
-    QFETCH(int, expectedCells);
-    load(QStringLiteral("<p>put it here</p>"));
-    select(QStringLiteral("here"));
-
-    QString height, align, valign, image, color, border, spacing, padding, borderColor, style;
-    m_editor->InsertTABLENoPrompt(width, height, rows, columns, align, valign, image, color, border,
-        spacing, padding, borderColor, style);
-
-    const QList<Element> tables = m_surface->elementsByTagName(QStringLiteral("TABLE"));
-    if (expectedRows == 0) {
-        QVERIFY(tables.isEmpty());
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
-            QStringList{QStringLiteral("A table needs 1 to 1000 rows and 1 to 100 columns.")});
-        QVERIFY(body().contains(QLatin1String("here")));
-        QVERIFY(!m_editor->isDirty());
-        return;
-    }
-    QCOMPARE(tables.size(), 1);
-    const Platform::TableParts parts = m_surface->tableParts(tables.first());
-    QCOMPARE(parts.rows, expectedRows);
-    QCOMPARE(parts.cells, expectedCells);
-    const QString markup = m_surface->outerHTML(tables.first());
-    QCOMPARE(markup.contains(QLatin1String("width=")), !width.isEmpty());
-    QVERIFY(!markup.contains(QLatin1String("=\"\"")));
-    QVERIFY(!body().contains(QLatin1String("here")));
-    QVERIFY(m_prompts->shown.isEmpty());
-    QVERIFY(m_editor->isDirty());
-}
-
-void tst_Executor::tablesFromLiteralsAndByName()
-{
-    load(QStringLiteral("<p>first</p><p>last</p>"));
-    select(QStringLiteral("first"));
-    m_editor->InsertTABLENoPrompt(QStringLiteral("100%"), {}, QStringLiteral("1"),
-        QStringLiteral("1"), {}, {}, {}, {}, {}, {}, {}, {}, {});
-    QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 1);
-
-    // Past the ten arguments QMetaObject::invokeMethod takes, by name.
-    bool inserted = false;
-    QVERIFY(QMetaObject::invokeMethod(m_editor.get(), "InsertTABLENoPrompt2",
-        Q_RETURN_ARG(bool, inserted),
-        Q_ARG(QVariantMap,
-            (QVariantMap{{QStringLiteral("Rows"), 1}, {QStringLiteral("Columns"), 1},
-                {QStringLiteral("Class"), QStringLiteral("grid")}}))));
-    QVERIFY(inserted);
-    const QString html = body();
-    // The second form appends to the body.
-    QVERIFY2(html.indexOf(QLatin1String("last")) < html.indexOf(QLatin1String("class=\"grid\"")),
-        qPrintable(html));
-    QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 2);
-    QVERIFY(m_editor->isDirty());
-
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"Class\"")));
-    QVERIFY(!m_editor->InsertTABLENoPrompt(
-        QVariantMap{{QStringLiteral("Class"), QStringLiteral("x")}}));
-    QCOMPARE(body(), html);
-}
-
-void tst_Executor::imageFromArguments()
-{
-    load(QStringLiteral("<p>picture</p>"));
-    select(QStringLiteral("picture"));
-    m_editor->InsertImageNoPrompt(
-        QStringLiteral("100"), {}, {}, {}, {}, {}, {}, QStringLiteral("pic.gif"), {});
-    QVERIFY(m_prompts->shown.isEmpty());
-    const QList<Element> images = m_surface->images();
-    QCOMPARE(images.size(), 1);
-    QCOMPARE(
-        m_surface->attribute(images.first(), QStringLiteral("src")), QStringLiteral("pic.gif"));
-    QCOMPARE(m_surface->attribute(images.first(), QStringLiteral("width")), QStringLiteral("100"));
-    QVERIFY(m_editor->isDirty());
-
-    // Without a source the picker asks for one; cancelled, nothing is inserted.
-    load(QStringLiteral("<p>picture</p>"));
-    select(QStringLiteral("picture"));
-    const QString before = body();
-    QString width = QStringLiteral("100"), height, vspace, hspace, align, border, alt, src, style;
-    m_editor->InsertImageNoPrompt(width, height, vspace, hspace, align, border, alt, src, style);
-    QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
-        QStringList{QStringLiteral("Pick Image")});
-    QCOMPARE(body(), before);
-    QVERIFY(!m_editor->isDirty());
-
-    m_prompts->fileNames.enqueue(QStringLiteral("/tmp/picked.png"));
-    m_editor->InsertImageNoPrompt(width, height, vspace, hspace, align, border, alt, src, style);
-    QCOMPARE(src, QStringLiteral("/tmp/picked.png"));
-    // A picked picture keeps its natural size.
-    QVERIFY(width.isEmpty());
-    QCOMPARE(m_surface->images().size(), 1);
-    QVERIFY(m_editor->isDirty());
-}
-
-void tst_Executor::fontDialogEndsOnEscapeAndShowsNoStrikeOut()
-{
-    Dialogs::FontDialog dialog(Dialogs::FontChoice{}, m_editor.get());
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-    QStringList boxes;
-    for (const QCheckBox *box : dialog.fontChooser()->findChildren<QCheckBox *>()) {
-        if (box->isVisible())
-            boxes.append(box->text().remove(QLatin1Char('&')));
-    }
-    QCOMPARE(boxes, QStringList{QStringLiteral("Underline")});
-
-    auto *families = dialog.fontChooser()->findChild<QListView *>();
-    QVERIFY(families);
-    families->setFocus();
-    QTest::keyClick(families, Qt::Key_Escape);
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-}
-
-void tst_Executor::pasteInsertsTheClipboard_data()
-{
-    QTest::addColumn<QString>("html");
-    QTest::addColumn<bool>("fromButton");
-    QTest::addColumn<QString>("pasted");
-    QTest::newRow("text by Paste()") << QString() << false << QStringLiteral("one pasted two");
-    QTest::newRow("markup by the button") << QStringLiteral(
-        "<b>pasted</b>") << true << QStringLiteral("one(&nbsp;| )<b[^>]*>pasted</b>(&nbsp;| )two");
-}
-
-// Paste runs the engine's own paste, as Ctrl+V does, and is undone like any edit.
-void tst_Executor::pasteInsertsTheClipboard()
-{
-    QFETCH(QString, html);
-    QFETCH(bool, fromButton);
-    QFETCH(QString, pasted);
-    load(QStringLiteral("<p>one XX two</p>"));
-    select(QStringLiteral("XX"));
-    auto *data = new QMimeData;
-    data->setText(QStringLiteral("pasted"));
-    if (!html.isEmpty())
-        data->setHtml(html);
-    QGuiApplication::clipboard()->setMimeData(data);
-
-    if (fromButton)
-        m_editor->findChild<QAction *>(QStringLiteral("Paste"))->trigger();
-    else
-        m_editor->Paste();
-
-    QVERIFY2(body().contains(QRegularExpression(pasted)), qPrintable(body()));
-    QVERIFY(m_editor->isDirty());
-    m_editor->UnDo();
-    QVERIFY2(body().contains(QStringLiteral("one XX two")), qPrintable(body()));
-}
-
-void tst_Executor::shortcutsComeBeforeTheEnginesKeys_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("host");
-    for (const auto &[name, key] : {std::pair{"Ctrl+B", Qt::Key_B}, std::pair{"Ctrl+I", Qt::Key_I},
-             std::pair{"Ctrl+U", Qt::Key_U}, std::pair{"Ctrl+K", Qt::Key_K},
-             std::pair{"Ctrl+Z", Qt::Key_Z}, std::pair{"Ctrl+Y", Qt::Key_Y},
-             std::pair{"Ctrl+F", Qt::Key_F}})
-        QTest::newRow(name) << int(key) << false;
-    QTest::newRow("the host's Ctrl+S") << int(Qt::Key_S) << true;
-}
-
-// The keys go the way the platform sends them: a shortcut override to the engine's focused
-// render widget first, which claims every key it has an editing binding for.
-void tst_Executor::shortcutsComeBeforeTheEnginesKeys()
-{
-    QFETCH(int, key);
-    QFETCH(bool, host);
-    const QKeySequence keys(Qt::CTRL | Qt::Key(key));
-    QAction save;
-    if (host) {
-        save.setShortcut(keys);
-        m_editor->addAction(&save);
-    }
-    QAction *action = host ? &save : nullptr;
-    for (QAction *candidate : m_editor->findChildren<QAction *>()) {
-        if (!action && candidate->shortcuts().contains(keys))
-            action = candidate;
-    }
-    QVERIFY(action);
-    load(QStringLiteral("<p>keep every word of this line</p>"));
-    select(QStringLiteral("every"));
-    // Something to undo and to redo, so that every button is on.
-    m_editor->Bold();
-    m_editor->Bold();
-    m_editor->UnDo();
-    QTRY_VERIFY(action->isEnabled());
-    QWidget *input = VantryTest::giveFocus(m_surface->widget());
-    QVERIFY(input);
-    QSignalSpy triggered(action, &QAction::triggered);
-
-    QTest::keyClick(input, Qt::Key(key), Qt::ControlModifier);
-
-    QCOMPARE(triggered.count(), 1);
-    QVERIFY2(body().contains(QStringLiteral("of this line")), qPrintable(body()));
-    // Dialogs opened by the keys (find) go away with the test.
-    for (QDialog *dialog : m_editor->findChildren<QDialog *>())
-        dialog->close();
-}
-
-void tst_Executor::clipboardAndUndoKeysWorkWhileTheirButtonIsOff_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QKeyCombination>("keys");
-    // Whether the host allows the button; the document's state has it off either way.
-    QTest::addColumn<bool>("allowed");
-    QTest::addColumn<bool>("undoFirst");
-    QTest::addColumn<QString>("expected");
-    QTest::addColumn<QString>("clipboard");
-    const QString bold = QStringLiteral("<p>keep <b>every</b> word</p>");
-    const QString plain = QStringLiteral("<p>keep every word</p>");
-    const QString pasted = QStringLiteral("pasted");
-    QTest::newRow("Ctrl+C") << "Copy" << (Qt::CTRL | Qt::Key_C) << true << false << bold << "every";
-    QTest::newRow("Ctrl+X") << "Cut" << (Qt::CTRL | Qt::Key_X) << true << false
-                            << "<p>keep( |&nbsp;){1,2}word</p>"
-                            << "every";
-    QTest::newRow("Ctrl+V") << "Paste" << (Qt::CTRL | Qt::Key_V) << true << false
-                            << "<p>keep( |&nbsp;)(<b>)?pasted(</b>)?( |&nbsp;)word</p>" << pasted;
-    QTest::newRow("Ctrl+Z") << "UnDo" << (Qt::CTRL | Qt::Key_Z) << true << false << plain << pasted;
-    QTest::newRow("Ctrl+Y") << "ReDo" << (Qt::CTRL | Qt::Key_Y) << true << true << bold << pasted;
-    QTest::newRow("Ctrl+Shift+Z") << "ReDo" << (Qt::CTRL | Qt::SHIFT | Qt::Key_Z) << true << true
-                                  << bold << pasted;
-    // The host's own switch is no lagging state: the key stays with the button.
-    QTest::newRow("Ctrl+V switched off by the host")
-        << "Paste" << (Qt::CTRL | Qt::Key_V) << false << false << bold << pasted;
-}
-
-// The keys go the engine's own way when their button is off by the document's state (a
-// refresh that has not run yet leaves it so): they must not vanish.
-void tst_Executor::clipboardAndUndoKeysWorkWhileTheirButtonIsOff()
-{
-    QFETCH(QString, button);
-    QFETCH(QKeyCombination, keys);
-    QFETCH(bool, allowed);
-    QFETCH(bool, undoFirst);
-    QFETCH(QString, expected);
-    QFETCH(QString, clipboard);
-    load(QStringLiteral("<p>keep every word</p>"));
-    select(QStringLiteral("every"));
-    m_editor->Bold();
-    if (undoFirst)
-        m_editor->UnDo();
-    QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
-    m_editor->SetButtonState(button, allowed);
-    QAction *action = m_editor->findChild<QAction *>(button);
-    QVERIFY(action);
-    QTRY_COMPARE(action->isEnabled(), allowed);
-    action->setEnabled(false);
-    QWidget *input = VantryTest::giveFocus(m_surface->widget());
-    QVERIFY(input);
-    QSignalSpy triggered(action, &QAction::triggered);
-
-    QTest::keyClick(input, keys.key(), keys.keyboardModifiers());
-    // Input is handled in order: once the next key is typed, the first has had its effect.
-    QTest::keyClick(input, Qt::Key_End);
-    QTest::keyClicks(input, QStringLiteral("!"));
-    QTRY_VERIFY(m_surface->bodyInnerText().endsWith(QLatin1Char('!')));
-
-    m_editor->SetButtonState(button, true);
-    QVERIFY(triggered.isEmpty());
-    QString html = body();
-    html.remove(QLatin1Char('!'));
-    QVERIFY2(
-        QRegularExpression(QLatin1Char('^') + expected + QLatin1Char('$')).match(html).hasMatch(),
-        qPrintable(html));
-    QCOMPARE(QGuiApplication::clipboard()->text(), clipboard);
-}
-
-// The frame drawn around an element selected whole is the editor's, not the element's:
-// copied and pasted, the element comes without it.
-void tst_Executor::copyingAnElementSelectedWholeLeavesItsFrame()
-{
-    load(QStringLiteral("<p>one <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
-                        "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> two</p>"));
-    QWidget *input = VantryTest::giveFocus(m_surface->widget());
-    QVERIFY(input);
-    selectElement(QStringLiteral("IMG"));
-    QTest::keyClick(input, Qt::Key_C, Qt::ControlModifier);
-    QTRY_VERIFY(QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<img")));
-    QCOMPARE(m_surface->selectionType(), Platform::SelectionType::Control);
-    select(QStringLiteral("two"));
-    QTest::keyClick(input, Qt::Key_V, Qt::ControlModifier);
-    QTRY_COMPARE(m_surface->images().size(), 2);
-    QVERIFY2(!body().contains(QLatin1String("outline")), qPrintable(body()));
-}
-
-void tst_Executor::tabMovesBetweenCells_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("steps");
-    const auto table = [](const char *b, const char *c, const char *extraRow = "") {
-        return QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr><tr><td>%2</td>"
-                              "<td>d</td></tr>%3</tbody></table>")
-            .arg(QLatin1String(b), QLatin1String(c), QLatin1String(extraRow));
-    };
-    QTest::newRow("Tab to the next cell") << "a" << int(Qt::Key_Tab) << table("Xb", "c") << 1;
-    QTest::newRow("Tab to the next row") << "b" << int(Qt::Key_Tab) << table("b", "Xc") << 1;
-    QTest::newRow("Shift+Tab back") << "c" << int(Qt::Key_Backtab) << table("Xb", "c") << 1;
-    QTest::newRow("Tab in the last cell adds a row")
-        << "d" << int(Qt::Key_Tab) << table("b", "c", "<tr><td>X</td><td></td></tr>") << 2;
-}
-
-void tst_Executor::tabMovesBetweenCells()
-{
-    QFETCH(QString, from);
-    QFETCH(int, key);
-    QFETCH(QString, typed);
-    QFETCH(int, steps);
-    const QString start = QStringLiteral(
-        "<table><tbody><tr><td>a</td><td>b</td></tr><tr><td>c</td><td>d</td></tr></tbody></table>");
-    load(start);
-    select(from);
-    QWidget *input = VantryTest::giveFocus(m_surface->widget());
-    QVERIFY(input);
-
-    QTest::keyClick(
-        input, Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-    QTest::keyClicks(input, QStringLiteral("X"));
-
-    QTRY_COMPARE(body(), typed);
-    // The typing and an added row are undone step by step.
-    for (int i = 0; i < steps; ++i)
-        m_editor->UnDo();
-    QCOMPARE(body(), start);
-}
-
-// An editing-only style: never in the markup.
-void tst_Executor::newEmptyCellsCanBeClickedInto()
-{
-    load(QStringLiteral("<table border=\"1\"><tr><td>a</td></tr></table>"));
-    select(QStringLiteral("a"));
-    m_editor->InsertRow();
-    m_editor->InsertColumn();
-    const QList<Element> cells = m_surface->elementsByTagName(QStringLiteral("TD"));
-    QCOMPARE(cells.size(), 4);
-    for (const Element &cell : cells)
-        QVERIFY2(m_surface->boundingRect(cell).height() >= 12,
-            qPrintable(QString::number(m_surface->boundingRect(cell).height())));
-    QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("height"), Qt::CaseInsensitive));
-}
-
-void tst_Executor::fontDialogShowsAndAppliesTheSelectionsFont()
-{
-    using Vantry::FontChoice;
-    load(QStringLiteral("<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
-                        "</font> plain</p>"));
-    m_surface->useElementFormatting();
-    select(QStringLiteral("styled"));
-
-    // Cancelled: nothing changes.
-    m_prompts->fonts.enqueue(std::nullopt);
-    const QString before = body();
-    m_editor->Font();
-    QCOMPARE(m_prompts->fontsShown.size(), 1);
-    const FontChoice shown = m_prompts->fontsShown.first();
-    QCOMPARE(shown.family, QStringLiteral("Courier New"));
-    QCOMPARE(shown.htmlSize, 5);
-    QCOMPARE(shown.color, QColor(0, 0x80, 0));
-    QVERIFY(shown.bold);
-    QVERIFY(!shown.italic);
-    QCOMPARE(body(), before);
-    QVERIFY(!m_editor->isDirty());
-
-    // Only what the user changed is applied: the face stays, bold goes, italic and
-    // underline come, the size and colour change.
-    FontChoice chosen = shown;
-    chosen.htmlSize = 2;
-    chosen.color = QColor(0xff, 0, 0);
-    chosen.bold = false;
-    chosen.italic = true;
-    chosen.underline = true;
-    m_prompts->fonts.enqueue(chosen);
-    m_editor->Font();
-    QVERIFY(m_editor->isDirty());
-    const QString html = body().toLower();
-    QVERIFY2(!html.contains(QLatin1String("<b>")), qPrintable(html));
-    QVERIFY2(html.contains(QLatin1String("<i>")) && html.contains(QLatin1String("<u>")),
-        qPrintable(html));
-    QVERIFY2(html.contains(QLatin1String("size=\"2\"")), qPrintable(html));
-    QVERIFY2(html.contains(QLatin1String("#ff0000")), qPrintable(html));
-    QVERIFY2(html.contains(QLatin1String("courier new")), qPrintable(html));
-
-    // The dialog reads the result back as the user left it.
-    select(QStringLiteral("styled"));
-    m_prompts->fonts.enqueue(std::nullopt);
-    m_editor->Font();
-    const FontChoice after = m_prompts->fontsShown.last();
-    QCOMPARE(after.family, QStringLiteral("Courier New"));
-    QCOMPARE(after.htmlSize, 2);
-    QCOMPARE(after.color, QColor(0xff, 0, 0));
-    QVERIFY(!after.bold);
-    QVERIFY(after.italic);
-    QVERIFY(after.underline);
-    QVERIFY(m_prompts->unexpected.isEmpty());
-}
-
-void tst_Executor::findDialogOpensOnTheSelectedText()
-{
-    load(QStringLiteral("<p>needle in a haystack, another needle</p>"));
-    select(QStringLiteral("needle"));
-    m_editor->Find();
-    auto *dialog = m_editor->findChild<Dialogs::FindReplaceDialog *>();
-    QVERIFY(dialog);
-    QVERIFY(dialog->isVisible());
-    QVERIFY(!dialog->isReplaceMode());
-    dialog->findNext();
-    QCOMPARE(dialog->statusText(), QString());
-    QCOMPARE(m_surface->rangeText(m_surface->selectionRange()), QStringLiteral("needle"));
-    QCOMPARE(m_surface->bodyInnerText().indexOf(QLatin1String("another")) + 8, [this] {
-        const TextRange range = m_surface->selectionRange();
-        const QString hit = m_surface->rangeText(range);
-        m_surface->moveRangeStart(range, Platform::TextUnit::TextEdit, -1);
-        return m_surface->rangeText(range).size() - hit.size();
-    }());
-    QVERIFY(!m_editor->isDirty());
-    dialog->close();
-
-    // Ctrl+F in the design view opens the same dialog again.
-    QAction *findKey = nullptr;
-    for (QAction *action : m_surface->widget()->actions()) {
-        if (action->shortcut() == QKeySequence(QKeySequence::Find))
-            findKey = action;
-    }
-    QVERIFY(findKey);
-    findKey->trigger();
-    QVERIFY(dialog->isVisible());
-    dialog->close();
-}
-
-void tst_Executor::tableDialogsWriteOneUndoStep_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("start");
-    QTest::addColumn<QString>("expected");
-    QTest::addColumn<QString>("info");
-    QTest::newRow("insert") << 27 << "<p>here</p>"
-                            << "<table border=\"1\" cellpadding=\"2\" cellspacing=\"0\" "
-                               "width=\"50%\" align=\"center\"><tbody><tr><td bgcolor=\"#FF0000\">"
-                               "</td><td bgcolor=\"#FF0000\"></td></tr></tbody></table>"
-                            << "";
-    QTest::newRow("insert refuses 0 rows") << 27 << "<p>here</p>"
-                                           << ""
-                                           << "A table needs 1 to 1000 rows and 1 to 100 columns.";
-    QTest::newRow("table")
-        << 55
-        << "<table style=\"width: 80%;\" bordercolordark=\"#000000\" width=\"80%\">"
-           "<tbody><tr><td>here</td></tr></tbody></table>"
-        << "<table style=\"height: 40px;\" bordercolordark=\"#000000\" "
-           "height=\"40\" bordercolorlight=\"#111111\"><tbody><tr><td>here</td>"
-           "</tr></tbody></table>"
-        << "";
-    QTest::newRow("cell") << 56
-                          << "<table><tbody><tr><td bordercolorlight=\"#000000\" nowrap=\"\">here"
-                             "</td></tr></tbody></table>"
-                          << "<table><tbody><tr><td bordercolorlight=\"#000000\" "
-                             "width=\"30%\" style=\"width: 30%;\" valign=\"top\">here</td></tr>"
-                             "</tbody></table>"
-                          << "";
-}
-
-// Each answer is checked against what the dialog was shown: the highlight box shows
-// borderColorDark, the shadow box borderColorLight, and the no-wrap flag the bare attribute.
-// Undo puts a removed attribute back last, so the documents hold those last already.
-void tst_Executor::tableDialogsWriteOneUndoStep()
-{
-    QFETCH(int, number);
-    QFETCH(QString, start);
-    QFETCH(QString, expected);
-    QFETCH(QString, info);
-    load(start);
-    select(QStringLiteral("here"));
-    TableAnswers answers;
-    answers.insert = [&info](InsertTableValues &values) {
-        values.Rows = info.isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
-        values.Columns = QStringLiteral("2");
-        values.Width = QStringLiteral("50%");
-        values.Alignment = QStringLiteral("center");
-        values.BGColorCell = QStringLiteral("#FF0000");
-    };
-    answers.table = [](TablePropertiesValues &values) {
-        QCOMPARE(values.BorderHighlight, QStringLiteral("#000000"));
-        QCOMPARE(values.Width, QStringLiteral("80%"));
-        values.Width = QStringLiteral("0");
-        values.Height = QStringLiteral("40");
-        values.BorderShadow = QStringLiteral("#111111");
-    };
-    answers.cell = [](CellPropertiesValues &values) {
-        QVERIFY(values.NoWrap);
-        QCOMPARE(values.BorderShadow, QStringLiteral("#000000"));
-        values.NoWrap = false;
-        values.Width = QStringLiteral("30%");
-        values.VerticalAlignment = QStringLiteral("top");
-    };
-    localExecutor();
-    Executor::Hooks hooks;
-    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
-    m_executor->setDialogLauncher(
-        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
-    const QString before = body();
-
-    m_executor->executeCommand(Commands::Command(number));
-    const QString after = body();
-    if (!info.isEmpty()) {
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{info});
-        QCOMPARE(after, before);
-        QCOMPARE(m_dirtyMarks, 0);
-        return;
-    }
-    QVERIFY2(after.contains(expected), qPrintable(after));
-    QCOMPARE(m_dirtyMarks, 1);
-    m_executor->executeCommand(Commands::Command(19));
-    QCOMPARE(body(), before);
-
-    // Cancel writes nothing.
-    answers.insert = nullptr;
-    answers.table = nullptr;
-    answers.cell = nullptr;
-    select(QStringLiteral("here"));
-    m_executor->executeCommand(Commands::Command(number));
-    QCOMPARE(body(), before);
-    QCOMPARE(m_dirtyMarks, 2);
-}
-
-namespace {
-
 // Records the upload form's values and cancels it.
 class CancellingUpload : public CancellingDialogs
 {
@@ -1107,463 +116,1303 @@ private:
 
 } // namespace
 
-void tst_Executor::uploadImageOpensTheUploadForm()
+class tst_Executor : public VantryTest::SurfaceFixture
 {
-    load(QStringLiteral("<p>text</p>"));
-    const QString before = body();
-    ImageUploadValues seen;
-    m_editor->setEditorDialogs(std::make_unique<CancellingUpload>(&seen));
-    m_editor->setProperty("FTP_ServerName", QStringLiteral("ftp.example.com:2121"));
-    m_editor->setProperty("FTP_OverWriteFiles", QStringLiteral("true"));
-    m_editor->setProperty("FTP_AllowMultiableFiles", QStringLiteral("false"));
-    m_editor->setProperty("FTP_RistrictedDirectory", QStringLiteral("/www"));
-    m_editor->UploadImage();
-    m_editor->setEditorDialogs(nullptr);
+    Q_OBJECT
 
-    QCOMPARE(seen.FTP_ServerName, QStringLiteral("ftp.example.com:2121"));
-    QCOMPARE(seen.FTP_RistrictedDirectory, QStringLiteral("/www"));
-    QVERIFY(seen.FTP_OverWriteFiles);
-    QVERIFY(!seen.FTP_AllowMultiableFiles);
-    QVERIFY(seen.FTP_IncermentExistingFileNames);
-    QCOMPARE(m_prompts->shown.size(), 0);
-    QCOMPARE(body(), before);
-    QVERIFY(!m_editor->isDirty());
-}
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(start()); }
 
-void tst_Executor::hyperlinkWrapsAndUnwraps()
-{
-    load(QStringLiteral("<p>go there now</p>"));
-    select(QStringLiteral("there"));
-    Executor &executor = localExecutor();
-    LinkFields link;
-    link.href = QStringLiteral("http://example.org/");
-    link.target = QStringLiteral("_blank");
-    link.dataFld = QStringLiteral("page:7");
-    m_dialogs->answer = link;
-
-    executor.executeCommand(Command::Hyperlink);
-    QVERIFY(!m_dialogs->shownExisting);
-    QCOMPARE(m_dirtyMarks, 1);
-    QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
-    QCOMPARE(anchors.size(), 1);
-    QCOMPARE(m_surface->attribute(anchors.first(), QStringLiteral("href")), link.href);
-    QCOMPARE(m_surface->attribute(anchors.first(), QStringLiteral("target")), link.target);
-    QVERIFY(!m_surface->outerHTML(anchors.first()).contains(QLatin1String("title=")));
-
-    // Editing it shows what it holds; no address and no reference take the anchor away.
-    select(QStringLiteral("there"));
-    m_dialogs->answer = LinkFields{};
-    executor.executeCommand(Command::Hyperlink);
-    QVERIFY(m_dialogs->shownExisting);
-    QCOMPARE(m_dialogs->shown.href, link.href);
-    QCOMPARE(m_dialogs->shown.dataFld, link.dataFld);
-    QVERIFY(m_surface->elementsByTagName(QStringLiteral("A")).isEmpty());
-    QVERIFY(body().contains(QLatin1String("go there now")));
-    QCOMPARE(m_dirtyMarks, 2);
-}
-
-// Command 13 through the link dialog's values: a portal page becomes an anchor with its
-// reference in dataFld; edited into a plain address the reference and pop-up go.
-void tst_Executor::linkDialogWritesTheAnchorAndItsReference()
-{
-    load(QStringLiteral("<p>go there now</p>"));
-    select(QStringLiteral("there"));
-    TableAnswers answers;
-    answers.link = [](LinkPropertiesValues &values) {
-        QCOMPARE(values.Targets, (QStringList{QStringLiteral("main"), QStringLiteral("side")}));
-        QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkAddress));
-        values.LinkOption = LinkPropertiesValues::LinkPortalPage;
-        values.PortalPageID = QStringLiteral("7");
-        values.URL = QStringLiteral("/shop");
-        values.Target = QStringLiteral("main");
-        values.Popup = QStringLiteral("Our shop");
-        values.LinkColor = QStringLiteral("#C00000");
-        values.Decoration = QStringLiteral("none");
-    };
-    localExecutor();
-    Executor::Hooks hooks;
-    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
-    hooks.linkSources = [](LinkPropertiesValues &values) {
-        values.PortalPages = QStringLiteral("<P PortalPageID=\"7\"/>");
-        values.Targets = {QStringLiteral("main"), QStringLiteral("side")};
-    };
-    m_executor->setDialogLauncher(
-        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
-
-    m_executor->executeCommand(Command::Hyperlink);
-    QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
-    QCOMPARE(anchors.size(), 1);
-    const QString made = m_surface->outerHTML(anchors.first());
-    for (const char *part : {"href=\"/shop\"", "target=\"main\"", "title=\"Our shop\"",
-             "datafld=\"portal:7\"", "text-decoration: none"})
-        QVERIFY2(made.contains(QLatin1String(part), Qt::CaseInsensitive), qPrintable(made));
-    QCOMPARE(m_dirtyMarks, 1);
-
-    select(QStringLiteral("there"));
-    answers.link = [](LinkPropertiesValues &values) {
-        QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkPortalPage));
-        QCOMPARE(values.PortalPageID, QStringLiteral("7"));
-        QCOMPARE(values.Popup, QStringLiteral("Our shop"));
-        QCOMPARE(values.LinkColor, QStringLiteral("#C00000"));
-        QCOMPARE(values.URL, QStringLiteral("/shop"));
-        values.LinkOption = LinkPropertiesValues::LinkAddress;
-        values.URL = QStringLiteral("http://example.org/");
-        values.Popup.clear();
-    };
-    m_executor->executeCommand(Command::Hyperlink);
-    anchors = m_surface->elementsByTagName(QStringLiteral("A"));
-    QCOMPARE(anchors.size(), 1);
-    const QString edited = m_surface->outerHTML(anchors.first());
-    QVERIFY2(edited.contains(QLatin1String("href=\"http://example.org/\"")), qPrintable(edited));
-    QVERIFY2(!edited.contains(QLatin1String("datafld"), Qt::CaseInsensitive), qPrintable(edited));
-    QVERIFY2(!edited.contains(QLatin1String("title=")), qPrintable(edited));
-    QCOMPARE(m_dirtyMarks, 2);
-}
-
-// Command 50 reads the BODY in its order, writes the answer as one undo step (a newly
-// picked background placed first) and the title beside it; Cancel writes nothing.
-void tst_Executor::pageDialogWritesTheBodyAsOneUndoStep()
-{
-    load(QStringLiteral("<p>here</p>"));
-    const Element body = m_surface->elementsByTagName(QStringLiteral("BODY")).first();
-    QVERIFY(m_surface->setAttribute(body, QStringLiteral("bgColor"), QStringLiteral("#FFFFFF")));
-    QVERIFY(m_surface->setAttribute(body, QStringLiteral("leftMargin"), QStringLiteral("5")));
-    // Last, since undo puts a removed attribute back at the end.
-    QVERIFY(m_surface->setAttribute(body, QStringLiteral("link"), QStringLiteral("#0000FF")));
-    QVERIFY(m_surface->setTitle(QStringLiteral("Old")));
-    select(QStringLiteral("here"));
-    const QString before = m_surface->outerHTML(body);
-    TableAnswers answers;
-    answers.page = [](PagePropertiesValues &values) {
-        QCOMPARE(values.BackgroundColor, QStringLiteral("#FFFFFF"));
-        QCOMPARE(values.LinkColor, QStringLiteral("#0000FF"));
-        QCOMPARE(values.LeftMargin, QStringLiteral("5"));
-        QCOMPARE(values.Title, QStringLiteral("Old"));
-        QCOMPARE(values.ImageDirectory, QStringLiteral("/srv/img"));
-        values.LinkColor.clear();
-        values.TextColor = QStringLiteral("#111111");
-        values.TopMargin = QStringLiteral("9");
-        values.BackgroundImage = QStringLiteral("/tmp/bg.gif");
-        values.Title = QStringLiteral("New");
-    };
-    localExecutor();
-    Executor::Hooks hooks;
-    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
-    hooks.imageDirectory = [] { return QStringLiteral("/srv/img"); };
-    hooks.placeImage = [](const QString &path) -> QString {
-        return QStringLiteral("images/") + path.section(QLatin1Char('/'), -1);
-    };
-    m_executor->setDialogLauncher(
-        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
-
-    m_executor->executeCommand(Command::PageProperties);
-    const auto attribute = [this, &body](const char *name) {
-        return m_surface->attribute(body, QLatin1String(name));
-    };
-    QCOMPARE(attribute("bgColor"), QStringLiteral("#FFFFFF"));
-    QCOMPARE(attribute("text"), QStringLiteral("#111111"));
-    QCOMPARE(attribute("topMargin"), QStringLiteral("9"));
-    QCOMPARE(attribute("background"), QStringLiteral("images/bg.gif"));
-    QVERIFY2(!m_surface->outerHTML(body).contains(QLatin1String(" link="), Qt::CaseInsensitive),
-        qPrintable(m_surface->outerHTML(body)));
-    QCOMPARE(m_surface->title(), QStringLiteral("New"));
-    QCOMPARE(m_dirtyMarks, 1);
-    m_executor->executeCommand(Command::UnDo);
-    QCOMPARE(m_surface->outerHTML(body), before);
-
-    answers.page = nullptr;
-    select(QStringLiteral("here"));
-    m_executor->executeCommand(Command::PageProperties);
-    QCOMPARE(m_surface->outerHTML(body), before);
-    QCOMPARE(m_dirtyMarks, 2);
-}
-
-void tst_Executor::styleSheetsOfTheDocument_data()
-{
-    QTest::addColumn<QString>("document");
-    QTest::addColumn<QStringList>("sheets");
-    QTest::addColumn<QVariantList>("selectors");
-    QTest::addColumn<QString>("links");
-
-    const QString elsewhere = QStringLiteral("http://example.invalid/css/main.css");
-    const QString linked = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">").arg(elsewhere);
-    const QString embedded
-        = QStringLiteral("<style>.warn { color: red; } p { margin: 0px; }</style>");
-    const QString link = QStringLiteral("<LINK href=\"%1\" rel=\"StyleSheet\">").arg(elsewhere);
-    QTest::newRow("none") << QStringLiteral("<p>x</p>") << QStringList{QString()} << QVariantList{}
-                          << QString();
-    QTest::newRow("embedded") << embedded + QStringLiteral("<p>x</p>") << QStringList{QString()}
-                              << QVariantList{QStringLiteral(".warn"), QStringLiteral("p")}
-                              << QString();
-    // Another origin's rules are not ours to read: the sheet is listed by its address.
-    QTest::newRow("linked and embedded")
-        << linked + embedded + QStringLiteral("<p>x</p>") << QStringList{elsewhere, QString()}
-        << QVariantList{QStringLiteral(".warn"), QStringLiteral("p")} << link;
-}
-
-void tst_Executor::styleSheetsOfTheDocument()
-{
-    QFETCH(QString, document);
-    QFETCH(QStringList, sheets);
-    QFETCH(QVariantList, selectors);
-    QFETCH(QString, links);
-    load(document);
-    clsStyle &style = *m_editor->StyleSheet();
-    QCOMPARE(style.GetAllStyleSheets(), sheets);
-    QCOMPARE(style.GetAllStyleSheetRules(), selectors);
-    QCOMPARE(style.LoadStylesSource(), links);
-
-    const StyleSheetInfo found = style.GetStyleSheet(QStringLiteral("MAIN.css"));
-    QCOMPARE(found.href, links.isEmpty() ? QString() : sheets.first());
-    QVERIFY(found.isNull() || !found.rulesReadable);
-    // Every address contains the empty name: the first sheet.
-    const StyleSheetInfo first = style.GetStyleSheet(QString());
-    const bool embeddedFirst = sheets.first().isEmpty() && !selectors.isEmpty();
-    QCOMPARE(first.isNull(), selectors.isEmpty() && links.isEmpty());
-    QCOMPARE(
-        style.GetStyleSheetRule(first, QStringLiteral(".warn")).value<StyleSheetRule>().cssText,
-        embeddedFirst ? QStringLiteral("color: red;") : QString());
-    QVERIFY(!style.GetStyleSheetRule(first, QStringLiteral("warn")).isValid());
-
-    QVERIFY(!style.SetStyleSheet(QStringLiteral(" ")));
-    QVERIFY(style.SetStyleSheet(QStringLiteral("extra.css")));
-    QVERIFY(style.GetAllStyleSheets().contains(QStringLiteral("extra.css")));
-    // The link is one undo step; taking it back keeps it from the next document.
-    m_editor->UnDo();
-    QCOMPARE(style.GetAllStyleSheets(), sheets);
-}
-
-void tst_Executor::styleOfTheCurrentElement()
-{
-    load(QStringLiteral("<p>some text</p>"));
-    select(QStringLiteral("some"));
-    m_editor->SetStyleOfCurrentElement(QStringLiteral("backgroundColor"), QStringLiteral("yellow"));
-    m_editor->SetFilterOfCurrentElement(QStringLiteral("Alpha"), QStringLiteral("opacity=50"));
-    QCOMPARE(body(),
-        QStringLiteral(
-            "<p style=\"background-color: yellow; "
-            "filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)\">some text</p>"));
-    QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("Filter")),
-        QStringLiteral("progid:DXImageTransform.Microsoft.Alpha(opacity=50)"));
-    QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("background-color")),
-        QStringLiteral("yellow"));
-    QVERIFY(m_editor->isDirty());
-
-    // A bare caret changes nothing.
-    const QString before = body();
-    const TextRange caret = m_surface->selectionRange();
-    QVERIFY(m_surface->collapseRange(caret, true));
-    QVERIFY(m_surface->selectRange(caret));
-    m_editor->SetStyleOfCurrentElement(QStringLiteral("color"), QStringLiteral("red"));
-    QCOMPARE(body(), before);
-}
-
-void tst_Executor::styleDialogsWriteOneUndoStep_data()
-{
-    QTest::addColumn<QString>("dialog");
-    QTest::addColumn<QString>("start");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("element attributes")
-        << QStringLiteral("element") << QStringLiteral("<p id=\"a\" title=\"t\">here</p>")
-        << QStringLiteral("<p id=\"b\" onclick=\"alert(1)\">here</p>");
-    QTest::newRow("new Flash movie")
-        << QStringLiteral("flash") << QStringLiteral("<p>here</p>")
-        << QStringLiteral("<param name=\"Movie\" value=\"m.swf\">    <param name=\"Src\" "
-                          "value=\"m.swf\">");
-    QTest::newRow("Flash movie under the selection")
-        << QStringLiteral("flash")
-        << QStringLiteral("<p><object classid=\"x\"><param name=\"movie\" value=\"old.swf\">"
-                          "<param name=\"Play\" value=\"1\"></object> here</p>")
-        << QStringLiteral(
-               "<param name=\"movie\" value=\"new.swf\"><param name=\"Play\" value=\"0\">");
-    QTest::newRow("style class") << QStringLiteral(
-        "style") << QStringLiteral("<style>.warn { color: red; }</style><p class=\"x\">here</p>")
-                                 << QStringLiteral("<p class=\"x warn\">here</p>");
-}
-
-void tst_Executor::styleDialogsWriteOneUndoStep()
-{
-    QFETCH(QString, dialog);
-    QFETCH(QString, start);
-    QFETCH(QString, expected);
-    load(start);
-    // A movie under the selection is selected whole, as a click selects it.
-    if (start.contains(QLatin1String("<object")))
-        selectElement(QStringLiteral("OBJECT"));
-    else
-        select(QStringLiteral("here"));
-    TableAnswers answers;
-    answers.element = [](ElementPropertiesValues &values) {
-        QCOMPARE(values.TagName, QStringLiteral("P"));
-        values.Attributes = {{QStringLiteral("id"), QStringLiteral("b")},
-            {QStringLiteral("onclick"), QStringLiteral("alert(1)")}};
-    };
-    answers.flash = [](FlashPropertiesValues &values) {
-        values.Play = values.MovieURL.isEmpty() ? 1 : 0;
-        values.MovieURL
-            = values.MovieURL.isEmpty() ? QStringLiteral("m.swf") : QStringLiteral("new.swf");
-    };
-    answers.style = [](SelectStyleValues &values) {
-        QCOMPARE(values.StyleSheets.size(), 1);
-        values.ClassName = QStringLiteral("warn");
-    };
-    localExecutor();
-    Executor::Hooks hooks;
-    hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
-    hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
-    m_executor->setDialogLauncher(
-        std::make_unique<EditorDialogLauncher>(*m_surface, *m_selection, m_references, hooks));
-    DialogLauncher &launcher = m_executor->dialogs();
-    const auto run = [&] {
-        return dialog == QLatin1String("element") ? launcher.elementProperties()
-            : dialog == QLatin1String("flash")    ? launcher.flashProperties()
-                                                  : launcher.selectStyle();
-    };
-    const QString before = body();
-
-    QVERIFY(run());
-    QVERIFY2(body().contains(expected), qPrintable(body()));
-    m_executor->executeCommand(Command::UnDo);
-    QCOMPARE(body(), before);
-
-    // Cancel writes nothing.
-    answers.element = nullptr;
-    answers.flash = nullptr;
-    answers.style = nullptr;
-    QVERIFY(!run());
-    QCOMPARE(body(), before);
-}
-
-void tst_Executor::contextMenuForWhatIsUnderTheSelection_data()
-{
-    QTest::addColumn<QString>("document");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QStringList>("present");
-    QTest::addColumn<QStringList>("absent");
-
-    const QString cut = QStringLiteral("Cut");
-    const QString page = QStringLiteral("Page Properties");
-    const QString element = QStringLiteral("Element Properties");
-    const QString row = QStringLiteral("Insert Row");
-    const QString table = QStringLiteral("Table Properties");
-    const QString image = QStringLiteral("Image Properties");
-    const QString link = QStringLiteral("Link Properties");
-    const QString make2D = QStringLiteral("Make 2D");
-    QTest::newRow("text") << QStringLiteral("<p>plain</p>") << QStringLiteral("plain")
-                          << QStringList{cut, page, element}
-                          << QStringList{row, table, image, link, make2D};
-    QTest::newRow("table cell") << QStringLiteral("<table><tr><td>cell</td></tr></table>")
-                                << QStringLiteral("cell")
-                                << QStringList{cut, row, QStringLiteral("Delete Column"),
-                                       QStringLiteral("Table Cell Properties"), table, page,
-                                       element}
-                                << QStringList{image, link, make2D};
-    QTest::newRow("image in a cell")
-        << QStringLiteral("<table><tr><td><img src=\"a.gif\"></td></tr></table>")
-        << QStringLiteral("IMG") << QStringList{cut, image, make2D, element}
-        << QStringList{row, table};
-    QTest::newRow("Flash movie") << QStringLiteral(
-        "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\">"
-        "</object></p>") << QStringLiteral("OBJECT")
-                                 << QStringList{cut, QStringLiteral("Flash Movie Properties"),
-                                        element}
-                                 << QStringList{image};
-    QTest::newRow("link") << QStringLiteral("<p><a href=\"x.htm\">linked</a></p>")
-                          << QStringLiteral("linked") << QStringList{link, page}
-                          << QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")};
-}
-
-void tst_Executor::contextMenuForWhatIsUnderTheSelection()
-{
-    QFETCH(QString, document);
-    QFETCH(QString, target);
-    QFETCH(QStringList, present);
-    QFETCH(QStringList, absent);
-    load(document);
-    if (target == QLatin1String("IMG") || target == QLatin1String("OBJECT"))
-        selectElement(target);
-    else
-        select(target);
-    localExecutor();
-    clsContextMenu settings;
-    ContextMenus menus(*m_surface, *m_selection,
-        {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
-            [&settings]() -> clsContextMenu & { return settings; }, [](Command) {}, [] {},
-            [](const QString &) {}, {}, {}, {}});
-    QStringList captions;
-    const QList<ContextMenuEntry> entries = menus.entriesForSelection();
-    for (const ContextMenuEntry &entry : entries)
-        captions.append(entry.caption);
-    for (const QString &caption : std::as_const(present))
-        QVERIFY2(captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
-    for (const QString &caption : std::as_const(absent))
-        QVERIFY2(!captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
-    QCOMPARE(captions.first(), QStringLiteral("Cut"));
-}
-
-void tst_Executor::contextMenuRespectsHostSettings()
-{
-    load(QStringLiteral("<table><tr><td>cell</td></tr></table>"));
-    select(QStringLiteral("cell"));
-    localExecutor();
-    ContextMenus menus(*m_surface, *m_selection,
-        {[this] { return m_editor->DesignViewActive(); },
-            [this] { return m_editor->DisableContextMenus(); },
-            [this]() -> clsContextMenu & { return *m_editor->ContextMenu(); }, [](Command) {},
-            [] {}, [](const QString &) {}, {}, {}, {}});
-    clsContextMenu &settings = *m_editor->ContextMenu();
-    settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
-    QList<ContextMenuEntry> entries = menus.entriesForSelection();
-    const auto has = [&entries](const char *caption) {
-        return std::any_of(entries.cbegin(), entries.cend(),
-            [caption](const ContextMenuEntry &e) { return e.caption == QLatin1String(caption); });
-    };
-    QVERIFY(!has("Table Properties"));
-    QVERIFY(has("Table Cell Properties"));
-    settings.ShowAllBuiltinContextMenuItems();
-
-    m_editor->setDisableContextMenus(true);
-    QVERIFY(menus.entriesForSelection().isEmpty());
-    m_editor->setDisableContextMenus(false);
-    m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-    QVERIFY(menus.entriesForSelection().isEmpty());
-}
-
-void tst_Executor::customEntryRaisesItsKeyOnly()
-{
-    load(QStringLiteral("<p>text</p>"));
-    select(QStringLiteral("text"));
-    localExecutor();
-    QList<Command> executed;
-    QStringList clicked;
-    int elementDialogs = 0;
-    clsContextMenu settings;
-    settings.AddCustomContextMenuItem(QStringLiteral("host.key"), QStringLiteral("Do It"));
-    ContextMenus menus(*m_surface, *m_selection,
-        {[this] { return m_editor->DesignViewActive(); }, [] { return false; },
-            [&settings]() -> clsContextMenu & { return settings; },
-            [&executed](Command command) { executed.append(command); },
-            [&elementDialogs] { ++elementDialogs; },
-            [&clicked](const QString &key) { clicked.append(key); }, {}, {}, {}});
-    const QList<ContextMenuEntry> entries = menus.entriesForSelection();
-    QCOMPARE(entries.constLast().caption, QStringLiteral("Do It"));
-
-    menus.choose(entries.constLast());
-    QCOMPARE(clicked, QStringList{QStringLiteral("host.key")});
-    QVERIFY(executed.isEmpty());
-
-    menus.choose(entries.first());
-    QCOMPARE(executed, QList<Command>{Command::Cut});
-    for (const ContextMenuEntry &entry : entries) {
-        if (entry.kind == ContextMenuEntry::Kind::ElementProperties)
-            menus.choose(entry);
+    void init()
+    {
+        auto prompts = std::make_unique<RecordingPrompts>();
+        m_prompts = prompts.get();
+        m_editor->setUserPrompts(std::move(prompts));
+        // The editor's own dialogs would wait for a user; these cancel at once.
+        m_editor->setEditorDialogs(std::make_unique<TableAnswers>());
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        m_dirtyMarks = 0;
+        m_pressed.clear();
+        m_toolTips.clear();
     }
-    QCOMPARE(elementDialogs, 1);
-    QCOMPARE(clicked.size(), 1);
-}
+
+    void cleanup()
+    {
+        m_executor.reset();
+        m_selection.reset();
+    }
+
+    void commandsDoNothingInTheSourceView_data()
+    {
+        QTest::addColumn<EditorMethod>("method");
+        row("Bold", &HTMLEditorComponent::Bold);
+        row("DeleteRow", &HTMLEditorComponent::DeleteRow);
+        row("Border", &HTMLEditorComponent::Border);
+        row("ForeColor", &HTMLEditorComponent::ForeColor);
+        row("PageProperties", &HTMLEditorComponent::PageProperties);
+        row("SnapToGrid", &HTMLEditorComponent::SnapToGrid);
+    }
+
+    void commandsDoNothingInTheSourceView()
+    {
+        QFETCH(EditorMethod, method);
+        load(QStringLiteral("<table><tr><td>only</td></tr></table>"));
+        select(QStringLiteral("only"));
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        QVERIFY(!m_editor->DesignViewActive());
+        m_editor->setisDirty(false);
+
+        (m_editor.get()->*method)();
+
+        QVERIFY(!m_editor->isDirty());
+        QVERIFY(m_prompts->shown.isEmpty());
+    }
+
+    void inertCommandsLeaveTheDocumentClean_data()
+    {
+        QTest::addColumn<QString>("key");
+        row("ZOrder", "ZOrder");
+        row("InsertFlash", "InsertFlash");
+        row("unknown key", "Strike");
+        row("wrong case", "bold");
+    }
+
+    void inertCommandsLeaveTheDocumentClean()
+    {
+        QFETCH(QString, key);
+        load(QStringLiteral("<p>text</p>"));
+        select(QStringLiteral("text"));
+        const QString before = body();
+
+        localExecutor().executeKey(key);
+        m_editor->FlashProperties();
+        for (int number : {0, 25, 45, 49, 51, 52, 53, 57, -3})
+            m_executor->executeCommand(Command(number));
+
+        QCOMPARE(m_dirtyMarks, 0);
+        QVERIFY(!m_editor->isDirty());
+        QCOMPARE(body(), before);
+        QVERIFY(m_prompts->shown.isEmpty());
+    }
+
+    // The public methods, the toolbar keys and the design commands the toolbar's boxes run.
+    void commandsRunInTheDesignViewAndMarkItDirty()
+    {
+        load(QStringLiteral("<p>bold lean under</p>"));
+        select(QStringLiteral("bold"));
+        m_editor->Bold();
+        QVERIFY(m_editor->isDirty());
+        QVERIFY(body().contains(QStringLiteral("<b>bold</b>"), Qt::CaseInsensitive));
+
+        Executor &executor = localExecutor();
+        CommandSink &sink = executor;
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        executor.executeKey(QStringLiteral("Italic"));
+        QVERIFY(!sink.execute(DesignCommand::Underline));
+        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        QCOMPARE(m_dirtyMarks, 0);
+        select(QStringLiteral("lean"));
+        executor.executeKey(QStringLiteral("Italic"));
+        QCOMPARE(m_dirtyMarks, 1);
+        QVERIFY(body().contains(QStringLiteral("<i>lean</i>"), Qt::CaseInsensitive));
+        select(QStringLiteral("under"));
+        QVERIFY(sink.execute(DesignCommand::Underline));
+        QCOMPARE(m_dirtyMarks, 2);
+        QVERIFY(body().contains(QLatin1String("<u>under</u>"), Qt::CaseInsensitive));
+        // A command the surface does not know runs nothing and leaves the document clean.
+        QVERIFY(!sink.execute(4999));
+        QCOMPARE(m_dirtyMarks, 2);
+    }
+
+    void guardedDeletions_data()
+    {
+        columns<EditorMethod, QString>("method", "table");
+        // The selection runs from a1 to this text; empty for a caret-sized selection of a1.
+        columns<QString, QString>("to", "message");
+
+        const QString lastRow = QStringLiteral("Unable to remove the last table row.");
+        const QString column = QStringLiteral("Unable to remove the last table column.");
+        const QString cell = QStringLiteral("Unable to remove the last table cell.");
+        const QString oneRow = QStringLiteral("<table><tr><td>a1</td><td>b1</td></tr></table>");
+        const QString oneColumn = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
+                                                 "</table>");
+        const QString single = QStringLiteral("<table><tr><td>a1</td></tr></table>");
+        const QString nested = QStringLiteral(
+            "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
+            "</table></td></tr></table>");
+        row("last row", &HTMLEditorComponent::DeleteRow, oneRow, QString(), lastRow);
+        row("last column", &HTMLEditorComponent::DeleteColumn, single, QString(), column);
+        row("last cell", &HTMLEditorComponent::DeleteCell, single, QString(), cell);
+        row("second row", &HTMLEditorComponent::DeleteRow, oneColumn, QString(), QString());
+        row("second column", &HTMLEditorComponent::DeleteColumn, oneRow, QString(), QString());
+        row("one column of two cells", &HTMLEditorComponent::DeleteColumn, oneColumn, QString(),
+            column);
+        row("every row selected", &HTMLEditorComponent::DeleteRow, oneColumn, "a2", lastRow);
+        row("every cell selected", &HTMLEditorComponent::DeleteCell, oneRow, "b1", cell);
+        row("a row spanning the table", &HTMLEditorComponent::DeleteRow,
+            "<table><tr><td rowspan=\"2\">a1</td><td>b1</td></tr>"
+            "<tr><td>b2</td></tr></table>",
+            QString(), lastRow);
+        row("row markup in a comment is no row", &HTMLEditorComponent::DeleteRow,
+            "<table><tr><td>a1<!-- <tr><td>x</td></tr> --></td></tr></table>", QString(), lastRow);
+        row("inner table decides", &HTMLEditorComponent::DeleteRow, nested, QString(), QString());
+        row("no table", &HTMLEditorComponent::DeleteRow, "<p>a1</p>", QString(), QString());
+    }
+
+    void guardedDeletions()
+    {
+        auto [method, table, to, message]
+            = fetch<EditorMethod, QString, QString, QString>("method", "table", "to", "message");
+        load(table);
+        if (to.isEmpty())
+            select(QStringLiteral("a1"));
+        else
+            QVERIFY(js(QStringLiteral("selectBetween"), {QStringLiteral("a1"), to}).toBool());
+        const QString before = body();
+
+        (m_editor.get()->*method)();
+
+        if (!message.isEmpty()) {
+            QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{message});
+            QCOMPARE(body(), before);
+            QVERIFY(!m_editor->isDirty());
+            return;
+        }
+        QVERIFY(m_prompts->shown.isEmpty());
+        const bool changes = table.contains(QLatin1String("<table"));
+        QCOMPARE(m_editor->isDirty(), changes);
+        QCOMPARE(body() != before, changes);
+    }
+
+    void displayTogglesReturnAfterTwoClicks_data()
+    {
+        columns<int, QString, DisplaySwitch, EditorMethod, QString>(
+            "number", "key", "which", "method", "surfaceName");
+        row("Border", 21, "Border", DisplaySwitch::Borders, &HTMLEditorComponent::Border,
+            "borders");
+        row("Details", 22, "Details", DisplaySwitch::Details, &HTMLEditorComponent::Details,
+            "details");
+        row("SnapToGrid", 26, "SnapToGrid", DisplaySwitch::SnapToGrid,
+            &HTMLEditorComponent::SnapToGrid, "snapToGrid");
+    }
+
+    void displayTogglesReturnAfterTwoClicks()
+    {
+        auto [number, key, which, method, surfaceName]
+            = fetch<int, QString, DisplaySwitch, EditorMethod, QString>(
+                "number", "key", "which", "method", "surfaceName");
+        load(QStringLiteral(
+            "<table><tr><td>cell</td></tr></table><!-- note --><a name=\"top\"></a>"));
+        Executor &executor = localExecutor();
+        const bool first = executor.displaySwitch(which);
+
+        executor.executeKey(key);
+        QCOMPARE(executor.displaySwitch(which), !first);
+        QCOMPARE(m_pressed.value(key), !first);
+        executor.executeCommand(Command(number));
+        QCOMPARE(executor.displaySwitch(which), first);
+        QCOMPARE(m_pressed.value(key), first);
+        QCOMPARE(m_dirtyMarks, 2);
+        QVERIFY(m_prompts->shown.isEmpty());
+
+        // The editor's own method reaches the surface, and the markup never shows it.
+        const QString before = m_editor->GetHtmlSource();
+        const bool shown = m_surface->displaySwitch(surfaceName);
+        (m_editor.get()->*method)();
+        QCOMPARE(m_surface->displaySwitch(surfaceName), !shown);
+        QCOMPARE(m_editor->GetHtmlSource(), before);
+        (m_editor.get()->*method)();
+        QCOMPARE(m_surface->displaySwitch(surfaceName), shown);
+    }
+
+    void absolutePositionNamesTheNextAction_data()
+    {
+        QTest::addColumn<QString>("document");
+        // Empty: a caret in the first text, nothing selected whole.
+        QTest::addColumn<QString>("selected");
+
+        row("plain block", "<p>before</p><div>box</div>", "DIV");
+        row("relative, offsets and layer",
+            "<p>before</p><div style=\"position: relative; left: 4px; top: 2px; "
+            "z-index: 5; color: red\">box</div>",
+            "DIV");
+        row("width and important layer",
+            "<p>before</p><div style=\"width: 50%; z-index: 2 !important;\">box</div>", "DIV");
+        row("image", "<p>before <img src=\"x.png\" style=\"left: 3px\"></p>", "IMG");
+        row("caret in a cell", "<table><tr><td>cell</td></tr></table>", QString());
+        row("caret in a paragraph", "<p>before</p>", QString());
+    }
+
+    void absolutePositionNamesTheNextAction()
+    {
+        auto [document, selected] = fetch<QString, QString>("document", "selected");
+        load(document);
+        const QString before = body();
+        Executor &executor = localExecutor();
+        if (selected.isEmpty()) {
+            const TextRange range = m_surface->bodyRange();
+            QVERIFY(m_surface->collapseRange(range, true));
+            QVERIFY(m_surface->moveRange(range, Platform::TextUnit::Character, 2));
+            QVERIFY(m_surface->selectRange(range));
+            executor.executeCommand(Command::AbsolutePosition);
+            QCOMPARE(m_dirtyMarks, 0);
+            QVERIFY(m_toolTips.isEmpty());
+            QCOMPARE(body(), before);
+            return;
+        }
+        selectElement(selected);
+        const Element element = m_surface->elementsByTagName(selected).value(0);
+
+        executor.executeCommand(Command::AbsolutePosition);
+        QCOMPARE(m_dirtyMarks, 1);
+        QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
+            QStringLiteral("Set Position Attribute To Relitive"));
+        QCOMPARE(m_surface->styleProperty(element, QStringLiteral("position")),
+            QStringLiteral("absolute"));
+
+        executor.executeCommand(Command::AbsolutePosition);
+        QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
+            QStringLiteral("Set Position Attribute To Absolute"));
+        QCOMPARE(m_dirtyMarks, 2);
+        QCOMPARE(body(), before);
+    }
+
+    void colourPickerColoursTheSelection_data()
+    {
+        QTest::addColumn<QColor>("chosen"); // invalid: the picker is cancelled
+        row("cancelled", QColor());
+        row("chosen", QColor(0xff, 0x00, 0x80));
+    }
+
+    void colourPickerColoursTheSelection()
+    {
+        QFETCH(QColor, chosen);
+        load(QStringLiteral("<p>paint me</p>"));
+        select(QStringLiteral("paint"));
+        const QString before = body();
+        m_prompts->colors.enqueue(chosen.isValid() ? std::optional(chosen) : std::nullopt);
+        m_editor->ForeColor();
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Color).size(), 1);
+        QCOMPARE(m_editor->isDirty(), chosen.isValid());
+        const QString html = body().toLower();
+        if (!chosen.isValid())
+            QCOMPARE(body(), before);
+        else
+            QVERIFY2(html.contains(QLatin1String("#ff0080"))
+                    || html.contains(QLatin1String("255, 0, 128")),
+                qPrintable(html));
+    }
+
+    void tableFromArguments_data()
+    {
+        columns<QString, QString, QString>("rows", "columns", "width");
+        // Zero rows: the table is refused.
+        columns<int, int>("expectedRows", "expectedCells");
+        row("defaults", QString(), QString(), QString(), 1, 3);
+        row("rows not numeric", "x", "2", QString(), 1, 2);
+        row("two by two, width", "2", "2", "300", 2, 4);
+        row("most rows", "1000", "1", QString(), 1000, 1000);
+        row("most columns", "1", "100", QString(), 1, 100);
+        row("too many rows", "1001", "1", QString(), 0, 0);
+        row("too many columns", "1", "101", QString(), 0, 0);
+        row("no rows", "0", QString(), QString(), 0, 0);
+        row("negative columns", "2", "-3", QString(), 0, 0);
+        row("infinite rows", "inf", QString(), QString(), 0, 0);
+        row("beyond int", "1e300", "1e300", QString(), 0, 0);
+    }
+
+    void tableFromArguments()
+    {
+        auto [rows, columns, width, expectedRows, expectedCells]
+            = fetch<QString, QString, QString, int, int>(
+                "rows", "columns", "width", "expectedRows", "expectedCells");
+        load(QStringLiteral("<p>put it here</p>"));
+        select(QStringLiteral("here"));
+
+        QString height, align, valign, image, color, border, spacing, padding, borderColor, style;
+        m_editor->InsertTABLENoPrompt(width, height, rows, columns, align, valign, image, color,
+            border, spacing, padding, borderColor, style);
+
+        const QList<Element> tables = m_surface->elementsByTagName(QStringLiteral("TABLE"));
+        if (expectedRows == 0) {
+            QVERIFY(tables.isEmpty());
+            QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
+                QStringList{QStringLiteral("A table needs 1 to 1000 rows and 1 to 100 columns.")});
+            QVERIFY(body().contains(QLatin1String("here")));
+            QVERIFY(!m_editor->isDirty());
+            return;
+        }
+        QCOMPARE(tables.size(), 1);
+        const Platform::TableParts parts = m_surface->tableParts(tables.first());
+        QCOMPARE(parts.rows, expectedRows);
+        QCOMPARE(parts.cells, expectedCells);
+        const QString markup = m_surface->outerHTML(tables.first());
+        QCOMPARE(markup.contains(QLatin1String("width=")), !width.isEmpty());
+        QVERIFY(!markup.contains(QLatin1String("=\"\"")));
+        QVERIFY(!body().contains(QLatin1String("here")));
+        QVERIFY(m_prompts->shown.isEmpty());
+        QVERIFY(m_editor->isDirty());
+    }
+
+    void tablesFromLiteralsAndByName()
+    {
+        load(QStringLiteral("<p>first</p><p>last</p>"));
+        select(QStringLiteral("first"));
+        m_editor->InsertTABLENoPrompt(QStringLiteral("100%"), {}, QStringLiteral("1"),
+            QStringLiteral("1"), {}, {}, {}, {}, {}, {}, {}, {}, {});
+        QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 1);
+
+        // Past the ten arguments QMetaObject::invokeMethod takes, by name.
+        bool inserted = false;
+        QVERIFY(QMetaObject::invokeMethod(m_editor.get(), "InsertTABLENoPrompt2",
+            Q_RETURN_ARG(bool, inserted),
+            Q_ARG(QVariantMap,
+                (QVariantMap{{QStringLiteral("Rows"), 1}, {QStringLiteral("Columns"), 1},
+                    {QStringLiteral("Class"), QStringLiteral("grid")}}))));
+        QVERIFY(inserted);
+        const QString html = body();
+        // The second form appends to the body.
+        QVERIFY2(
+            html.indexOf(QLatin1String("last")) < html.indexOf(QLatin1String("class=\"grid\"")),
+            qPrintable(html));
+        QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 2);
+        QVERIFY(m_editor->isDirty());
+
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"Class\"")));
+        QVERIFY(!m_editor->InsertTABLENoPrompt(
+            QVariantMap{{QStringLiteral("Class"), QStringLiteral("x")}}));
+        QCOMPARE(body(), html);
+    }
+
+    void imageFromArguments()
+    {
+        load(QStringLiteral("<p>picture</p>"));
+        select(QStringLiteral("picture"));
+        m_editor->InsertImageNoPrompt(
+            QStringLiteral("100"), {}, {}, {}, {}, {}, {}, QStringLiteral("pic.gif"), {});
+        QVERIFY(m_prompts->shown.isEmpty());
+        const QList<Element> images = m_surface->images();
+        QCOMPARE(images.size(), 1);
+        QCOMPARE(
+            m_surface->attribute(images.first(), QStringLiteral("src")), QStringLiteral("pic.gif"));
+        QCOMPARE(
+            m_surface->attribute(images.first(), QStringLiteral("width")), QStringLiteral("100"));
+        QVERIFY(m_editor->isDirty());
+
+        // Without a source the picker asks for one; cancelled, nothing is inserted.
+        load(QStringLiteral("<p>picture</p>"));
+        select(QStringLiteral("picture"));
+        const QString before = body();
+        QString width = QStringLiteral("100"), height, vspace, hspace, align, border, alt, src,
+                style;
+        m_editor->InsertImageNoPrompt(
+            width, height, vspace, hspace, align, border, alt, src, style);
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
+            QStringList{QStringLiteral("Pick Image")});
+        QCOMPARE(body(), before);
+        QVERIFY(!m_editor->isDirty());
+
+        m_prompts->fileNames.enqueue(QStringLiteral("/tmp/picked.png"));
+        m_editor->InsertImageNoPrompt(
+            width, height, vspace, hspace, align, border, alt, src, style);
+        QCOMPARE(src, QStringLiteral("/tmp/picked.png"));
+        // A picked picture keeps its natural size.
+        QVERIFY(width.isEmpty());
+        QCOMPARE(m_surface->images().size(), 1);
+        QVERIFY(m_editor->isDirty());
+    }
+
+    void fontDialogShowsAndAppliesTheSelectionsFont()
+    {
+        using Vantry::FontChoice;
+        load(QStringLiteral(
+            "<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
+            "</font> plain</p>"));
+        m_surface->useElementFormatting();
+        select(QStringLiteral("styled"));
+
+        // Cancelled: nothing changes.
+        m_prompts->fonts.enqueue(std::nullopt);
+        const QString before = body();
+        m_editor->Font();
+        QCOMPARE(m_prompts->fontsShown.size(), 1);
+        const FontChoice shown = m_prompts->fontsShown.first();
+        QCOMPARE(shown.family, QStringLiteral("Courier New"));
+        QCOMPARE(shown.htmlSize, 5);
+        QCOMPARE(shown.color, QColor(0, 0x80, 0));
+        QVERIFY(shown.bold);
+        QVERIFY(!shown.italic);
+        QCOMPARE(body(), before);
+        QVERIFY(!m_editor->isDirty());
+
+        // Only what the user changed is applied: the face stays, bold goes, italic and
+        // underline come, the size and colour change.
+        FontChoice chosen = shown;
+        chosen.htmlSize = 2;
+        chosen.color = QColor(0xff, 0, 0);
+        chosen.bold = false;
+        chosen.italic = true;
+        chosen.underline = true;
+        m_prompts->fonts.enqueue(chosen);
+        m_editor->Font();
+        QVERIFY(m_editor->isDirty());
+        const QString html = body().toLower();
+        QVERIFY2(!html.contains(QLatin1String("<b>")), qPrintable(html));
+        QVERIFY2(html.contains(QLatin1String("<i>")) && html.contains(QLatin1String("<u>")),
+            qPrintable(html));
+        QVERIFY2(html.contains(QLatin1String("size=\"2\"")), qPrintable(html));
+        QVERIFY2(html.contains(QLatin1String("#ff0000")), qPrintable(html));
+        QVERIFY2(html.contains(QLatin1String("courier new")), qPrintable(html));
+
+        // The dialog reads the result back as the user left it.
+        select(QStringLiteral("styled"));
+        m_prompts->fonts.enqueue(std::nullopt);
+        m_editor->Font();
+        const FontChoice after = m_prompts->fontsShown.last();
+        QCOMPARE(after.family, QStringLiteral("Courier New"));
+        QCOMPARE(after.htmlSize, 2);
+        QCOMPARE(after.color, QColor(0xff, 0, 0));
+        QVERIFY(!after.bold);
+        QVERIFY(after.italic);
+        QVERIFY(after.underline);
+        QVERIFY(m_prompts->unexpected.isEmpty());
+    }
+
+    void fontDialogEndsOnEscapeAndShowsNoStrikeOut()
+    {
+        Dialogs::FontDialog dialog(Dialogs::FontChoice{}, m_editor.get());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QStringList boxes;
+        for (const QCheckBox *box : dialog.fontChooser()->findChildren<QCheckBox *>()) {
+            if (box->isVisible())
+                boxes.append(box->text().remove(QLatin1Char('&')));
+        }
+        QCOMPARE(boxes, QStringList{QStringLiteral("Underline")});
+
+        auto *families = dialog.fontChooser()->findChild<QListView *>();
+        QVERIFY(families);
+        families->setFocus();
+        QTest::keyClick(families, Qt::Key_Escape);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void pasteInsertsTheClipboard_data()
+    {
+        columns<QString, bool, QString>("html", "fromButton", "pasted");
+        row("text by Paste()", QString(), false, "one pasted two");
+        row("markup by the button", "<b>pasted</b>", true,
+            "one(&nbsp;| )<b[^>]*>pasted</b>(&nbsp;| )two");
+    }
+
+    // Paste runs the engine's own paste, as Ctrl+V does, and is undone like any edit.
+    void pasteInsertsTheClipboard()
+    {
+        auto [html, fromButton, pasted]
+            = fetch<QString, bool, QString>("html", "fromButton", "pasted");
+        load(QStringLiteral("<p>one XX two</p>"));
+        select(QStringLiteral("XX"));
+        auto *data = new QMimeData;
+        data->setText(QStringLiteral("pasted"));
+        if (!html.isEmpty())
+            data->setHtml(html);
+        QGuiApplication::clipboard()->setMimeData(data);
+
+        if (fromButton)
+            m_editor->findChild<QAction *>(QStringLiteral("Paste"))->trigger();
+        else
+            m_editor->Paste();
+
+        QVERIFY2(body().contains(QRegularExpression(pasted)), qPrintable(body()));
+        QVERIFY(m_editor->isDirty());
+        m_editor->UnDo();
+        QVERIFY2(body().contains(QStringLiteral("one XX two")), qPrintable(body()));
+    }
+
+    void shortcutsComeBeforeTheEnginesKeys_data()
+    {
+        columns<int, bool>("key", "host");
+        for (const auto &[name, key] : {std::pair{"Ctrl+B", Qt::Key_B},
+                 std::pair{"Ctrl+I", Qt::Key_I}, std::pair{"Ctrl+U", Qt::Key_U},
+                 std::pair{"Ctrl+K", Qt::Key_K}, std::pair{"Ctrl+Z", Qt::Key_Z},
+                 std::pair{"Ctrl+Y", Qt::Key_Y}, std::pair{"Ctrl+F", Qt::Key_F}})
+            row(name, int(key), false);
+        row("the host's Ctrl+S", int(Qt::Key_S), true);
+    }
+
+    // The keys go the way the platform sends them: a shortcut override to the engine's focused
+    // render widget first, which claims every key it has an editing binding for.
+    void shortcutsComeBeforeTheEnginesKeys()
+    {
+        auto [key, host] = fetch<int, bool>("key", "host");
+        const QKeySequence keys(Qt::CTRL | Qt::Key(key));
+        QAction save;
+        if (host) {
+            save.setShortcut(keys);
+            m_editor->addAction(&save);
+        }
+        QAction *action = host ? &save : nullptr;
+        for (QAction *candidate : m_editor->findChildren<QAction *>()) {
+            if (!action && candidate->shortcuts().contains(keys))
+                action = candidate;
+        }
+        QVERIFY(action);
+        load(QStringLiteral("<p>keep every word of this line</p>"));
+        select(QStringLiteral("every"));
+        // Something to undo and to redo, so that every button is on.
+        m_editor->Bold();
+        m_editor->Bold();
+        m_editor->UnDo();
+        QTRY_VERIFY(action->isEnabled());
+        QWidget *input = VantryTest::giveFocus(m_surface->widget());
+        QVERIFY(input);
+        QSignalSpy triggered(action, &QAction::triggered);
+
+        QTest::keyClick(input, Qt::Key(key), Qt::ControlModifier);
+
+        QCOMPARE(triggered.count(), 1);
+        QVERIFY2(body().contains(QStringLiteral("of this line")), qPrintable(body()));
+        // Dialogs opened by the keys (find) go away with the test.
+        for (QDialog *dialog : m_editor->findChildren<QDialog *>())
+            dialog->close();
+    }
+
+    void clipboardAndUndoKeysWorkWhileTheirButtonIsOff_data()
+    {
+        columns<QString, QKeyCombination>("button", "keys");
+        // Whether the host allows the button; the document's state has it off either way.
+        columns<bool, bool, QString, QString>("allowed", "undoFirst", "expected", "clipboard");
+        const QString bold = QStringLiteral("<p>keep <b>every</b> word</p>");
+        const QString plain = QStringLiteral("<p>keep every word</p>");
+        const QString pasted = QStringLiteral("pasted");
+        row("Ctrl+C", "Copy", (Qt::CTRL | Qt::Key_C), true, false, bold, "every");
+        row("Ctrl+X", "Cut", (Qt::CTRL | Qt::Key_X), true, false, "<p>keep( |&nbsp;){1,2}word</p>",
+            "every");
+        row("Ctrl+V", "Paste", (Qt::CTRL | Qt::Key_V), true, false,
+            "<p>keep( |&nbsp;)(<b>)?pasted(</b>)?( |&nbsp;)word</p>", pasted);
+        row("Ctrl+Z", "UnDo", (Qt::CTRL | Qt::Key_Z), true, false, plain, pasted);
+        row("Ctrl+Y", "ReDo", (Qt::CTRL | Qt::Key_Y), true, true, bold, pasted);
+        row("Ctrl+Shift+Z", "ReDo", (Qt::CTRL | Qt::SHIFT | Qt::Key_Z), true, true, bold, pasted);
+        // The host's own switch is no lagging state: the key stays with the button.
+        row("Ctrl+V switched off by the host", "Paste", (Qt::CTRL | Qt::Key_V), false, false, bold,
+            pasted);
+    }
+
+    // The keys go the engine's own way when their button is off by the document's state (a
+    // refresh that has not run yet leaves it so): they must not vanish.
+    void clipboardAndUndoKeysWorkWhileTheirButtonIsOff()
+    {
+        auto [button, keys, allowed, undoFirst, expected, clipboard]
+            = fetch<QString, QKeyCombination, bool, bool, QString, QString>(
+                "button", "keys", "allowed", "undoFirst", "expected", "clipboard");
+        load(QStringLiteral("<p>keep every word</p>"));
+        select(QStringLiteral("every"));
+        m_editor->Bold();
+        if (undoFirst)
+            m_editor->UnDo();
+        QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+        m_editor->SetButtonState(button, allowed);
+        QAction *action = m_editor->findChild<QAction *>(button);
+        QVERIFY(action);
+        QTRY_COMPARE(action->isEnabled(), allowed);
+        action->setEnabled(false);
+        QWidget *input = VantryTest::giveFocus(m_surface->widget());
+        QVERIFY(input);
+        QSignalSpy triggered(action, &QAction::triggered);
+
+        QTest::keyClick(input, keys.key(), keys.keyboardModifiers());
+        // Input is handled in order: once the next key is typed, the first has had its effect.
+        QTest::keyClick(input, Qt::Key_End);
+        QTest::keyClicks(input, QStringLiteral("!"));
+        QTRY_VERIFY(m_surface->bodyInnerText().endsWith(QLatin1Char('!')));
+
+        m_editor->SetButtonState(button, true);
+        QVERIFY(triggered.isEmpty());
+        QString html = body();
+        html.remove(QLatin1Char('!'));
+        QVERIFY2(QRegularExpression(QLatin1Char('^') + expected + QLatin1Char('$'))
+                     .match(html)
+                     .hasMatch(),
+            qPrintable(html));
+        QCOMPARE(QGuiApplication::clipboard()->text(), clipboard);
+    }
+
+    // The frame drawn around an element selected whole is the editor's, not the element's:
+    // copied and pasted, the element comes without it.
+    void copyingAnElementSelectedWholeLeavesItsFrame()
+    {
+        load(QStringLiteral("<p>one <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
+                            "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> two</p>"));
+        QWidget *input = VantryTest::giveFocus(m_surface->widget());
+        QVERIFY(input);
+        selectElement(QStringLiteral("IMG"));
+        QTest::keyClick(input, Qt::Key_C, Qt::ControlModifier);
+        QTRY_VERIFY(
+            QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<img")));
+        QCOMPARE(m_surface->selectionType(), Platform::SelectionType::Control);
+        select(QStringLiteral("two"));
+        QTest::keyClick(input, Qt::Key_V, Qt::ControlModifier);
+        QTRY_COMPARE(m_surface->images().size(), 2);
+        QVERIFY2(!body().contains(QLatin1String("outline")), qPrintable(body()));
+    }
+
+    void tabMovesBetweenCells_data()
+    {
+        columns<QString, int, QString, int>("from", "key", "typed", "steps");
+        const auto table = [](const char *b, const char *c, const char *extraRow = "") {
+            return QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr><tr><td>%2</td>"
+                                  "<td>d</td></tr>%3</tbody></table>")
+                .arg(QLatin1String(b), QLatin1String(c), QLatin1String(extraRow));
+        };
+        row("Tab to the next cell", "a", int(Qt::Key_Tab), table("Xb", "c"), 1);
+        row("Tab to the next row", "b", int(Qt::Key_Tab), table("b", "Xc"), 1);
+        row("Shift+Tab back", "c", int(Qt::Key_Backtab), table("Xb", "c"), 1);
+        row("Tab in the last cell adds a row", "d", int(Qt::Key_Tab),
+            table("b", "c", "<tr><td>X</td><td></td></tr>"), 2);
+    }
+
+    void tabMovesBetweenCells()
+    {
+        auto [from, key, typed, steps]
+            = fetch<QString, int, QString, int>("from", "key", "typed", "steps");
+        const QString start = QStringLiteral("<table><tbody><tr><td>a</td><td>b</td></"
+                                             "tr><tr><td>c</td><td>d</td></tr></tbody></table>");
+        load(start);
+        select(from);
+        QWidget *input = VantryTest::giveFocus(m_surface->widget());
+        QVERIFY(input);
+
+        QTest::keyClick(
+            input, Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        QTest::keyClicks(input, QStringLiteral("X"));
+
+        QTRY_COMPARE(body(), typed);
+        // The typing and an added row are undone step by step.
+        for (int i = 0; i < steps; ++i)
+            m_editor->UnDo();
+        QCOMPARE(body(), start);
+    }
+
+    // An editing-only style: never in the markup.
+    void newEmptyCellsCanBeClickedInto()
+    {
+        load(QStringLiteral("<table border=\"1\"><tr><td>a</td></tr></table>"));
+        select(QStringLiteral("a"));
+        m_editor->InsertRow();
+        m_editor->InsertColumn();
+        const QList<Element> cells = m_surface->elementsByTagName(QStringLiteral("TD"));
+        QCOMPARE(cells.size(), 4);
+        for (const Element &cell : cells)
+            QVERIFY2(m_surface->boundingRect(cell).height() >= 12,
+                qPrintable(QString::number(m_surface->boundingRect(cell).height())));
+        QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("height"), Qt::CaseInsensitive));
+    }
+
+    void findDialogOpensOnTheSelectedText()
+    {
+        load(QStringLiteral("<p>needle in a haystack, another needle</p>"));
+        select(QStringLiteral("needle"));
+        m_editor->Find();
+        auto *dialog = m_editor->findChild<Dialogs::FindReplaceDialog *>();
+        QVERIFY(dialog);
+        QVERIFY(dialog->isVisible());
+        QVERIFY(!dialog->isReplaceMode());
+        dialog->findNext();
+        QCOMPARE(dialog->statusText(), QString());
+        QCOMPARE(m_surface->rangeText(m_surface->selectionRange()), QStringLiteral("needle"));
+        QCOMPARE(m_surface->bodyInnerText().indexOf(QLatin1String("another")) + 8, [this] {
+            const TextRange range = m_surface->selectionRange();
+            const QString hit = m_surface->rangeText(range);
+            m_surface->moveRangeStart(range, Platform::TextUnit::TextEdit, -1);
+            return m_surface->rangeText(range).size() - hit.size();
+        }());
+        QVERIFY(!m_editor->isDirty());
+        dialog->close();
+
+        // Ctrl+F in the design view opens the same dialog again.
+        QAction *findKey = nullptr;
+        for (QAction *action : m_surface->widget()->actions()) {
+            if (action->shortcut() == QKeySequence(QKeySequence::Find))
+                findKey = action;
+        }
+        QVERIFY(findKey);
+        findKey->trigger();
+        QVERIFY(dialog->isVisible());
+        dialog->close();
+    }
+
+    void uploadImageOpensTheUploadForm()
+    {
+        load(QStringLiteral("<p>text</p>"));
+        const QString before = body();
+        ImageUploadValues seen;
+        m_editor->setEditorDialogs(std::make_unique<CancellingUpload>(&seen));
+        m_editor->setProperty("FTP_ServerName", QStringLiteral("ftp.example.com:2121"));
+        m_editor->setProperty("FTP_OverWriteFiles", QStringLiteral("true"));
+        m_editor->setProperty("FTP_AllowMultiableFiles", QStringLiteral("false"));
+        m_editor->setProperty("FTP_RistrictedDirectory", QStringLiteral("/www"));
+        m_editor->UploadImage();
+        m_editor->setEditorDialogs(nullptr);
+
+        QCOMPARE(seen.FTP_ServerName, QStringLiteral("ftp.example.com:2121"));
+        QCOMPARE(seen.FTP_RistrictedDirectory, QStringLiteral("/www"));
+        QVERIFY(seen.FTP_OverWriteFiles);
+        QVERIFY(!seen.FTP_AllowMultiableFiles);
+        QVERIFY(seen.FTP_IncermentExistingFileNames);
+        QCOMPARE(m_prompts->shown.size(), 0);
+        QCOMPARE(body(), before);
+        QVERIFY(!m_editor->isDirty());
+    }
+
+    void hyperlinkWrapsAndUnwraps()
+    {
+        load(QStringLiteral("<p>go there now</p>"));
+        select(QStringLiteral("there"));
+        Executor &executor = localExecutor();
+        LinkFields link;
+        link.href = QStringLiteral("http://example.org/");
+        link.target = QStringLiteral("_blank");
+        link.dataFld = QStringLiteral("page:7");
+        m_dialogs->answer = link;
+
+        executor.executeCommand(Command::Hyperlink);
+        QVERIFY(!m_dialogs->shownExisting);
+        QCOMPARE(m_dirtyMarks, 1);
+        QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+        QCOMPARE(anchors.size(), 1);
+        QCOMPARE(m_surface->attribute(anchors.first(), QStringLiteral("href")), link.href);
+        QCOMPARE(m_surface->attribute(anchors.first(), QStringLiteral("target")), link.target);
+        QVERIFY(!m_surface->outerHTML(anchors.first()).contains(QLatin1String("title=")));
+
+        // Editing it shows what it holds; no address and no reference take the anchor away.
+        select(QStringLiteral("there"));
+        m_dialogs->answer = LinkFields{};
+        executor.executeCommand(Command::Hyperlink);
+        QVERIFY(m_dialogs->shownExisting);
+        QCOMPARE(m_dialogs->shown.href, link.href);
+        QCOMPARE(m_dialogs->shown.dataFld, link.dataFld);
+        QVERIFY(m_surface->elementsByTagName(QStringLiteral("A")).isEmpty());
+        QVERIFY(body().contains(QLatin1String("go there now")));
+        QCOMPARE(m_dirtyMarks, 2);
+    }
+
+    // Command 13 through the link dialog's values: a portal page becomes an anchor with its
+    // reference in dataFld; edited into a plain address the reference and pop-up go.
+    void linkDialogWritesTheAnchorAndItsReference()
+    {
+        load(QStringLiteral("<p>go there now</p>"));
+        select(QStringLiteral("there"));
+        TableAnswers answers;
+        answers.link = [](LinkPropertiesValues &values) {
+            QCOMPARE(values.Targets, (QStringList{QStringLiteral("main"), QStringLiteral("side")}));
+            QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkAddress));
+            values.LinkOption = LinkPropertiesValues::LinkPortalPage;
+            values.PortalPageID = QStringLiteral("7");
+            values.URL = QStringLiteral("/shop");
+            values.Target = QStringLiteral("main");
+            values.Popup = QStringLiteral("Our shop");
+            values.LinkColor = QStringLiteral("#C00000");
+            values.Decoration = QStringLiteral("none");
+        };
+        Executor::Hooks hooks;
+        hooks.linkSources = [](LinkPropertiesValues &values) {
+            values.PortalPages = QStringLiteral("<P PortalPageID=\"7\"/>");
+            values.Targets = {QStringLiteral("main"), QStringLiteral("side")};
+        };
+        useDialogs(answers, std::move(hooks));
+
+        m_executor->executeCommand(Command::Hyperlink);
+        QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+        QCOMPARE(anchors.size(), 1);
+        const QString made = m_surface->outerHTML(anchors.first());
+        for (const char *part : {"href=\"/shop\"", "target=\"main\"", "title=\"Our shop\"",
+                 "datafld=\"portal:7\"", "text-decoration: none"})
+            QVERIFY2(made.contains(QLatin1String(part), Qt::CaseInsensitive), qPrintable(made));
+        QCOMPARE(m_dirtyMarks, 1);
+
+        select(QStringLiteral("there"));
+        answers.link = [](LinkPropertiesValues &values) {
+            QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkPortalPage));
+            QCOMPARE(values.PortalPageID, QStringLiteral("7"));
+            QCOMPARE(values.Popup, QStringLiteral("Our shop"));
+            QCOMPARE(values.LinkColor, QStringLiteral("#C00000"));
+            QCOMPARE(values.URL, QStringLiteral("/shop"));
+            values.LinkOption = LinkPropertiesValues::LinkAddress;
+            values.URL = QStringLiteral("http://example.org/");
+            values.Popup.clear();
+        };
+        m_executor->executeCommand(Command::Hyperlink);
+        anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+        QCOMPARE(anchors.size(), 1);
+        const QString edited = m_surface->outerHTML(anchors.first());
+        QVERIFY2(
+            edited.contains(QLatin1String("href=\"http://example.org/\"")), qPrintable(edited));
+        QVERIFY2(
+            !edited.contains(QLatin1String("datafld"), Qt::CaseInsensitive), qPrintable(edited));
+        QVERIFY2(!edited.contains(QLatin1String("title=")), qPrintable(edited));
+        QCOMPARE(m_dirtyMarks, 2);
+    }
+
+    // Command 50 reads the BODY in its order, writes the answer as one undo step (a newly
+    // picked background placed first) and the title beside it; Cancel writes nothing.
+    void pageDialogWritesTheBodyAsOneUndoStep()
+    {
+        load(QStringLiteral("<p>here</p>"));
+        const Element body = m_surface->elementsByTagName(QStringLiteral("BODY")).first();
+        QVERIFY(
+            m_surface->setAttribute(body, QStringLiteral("bgColor"), QStringLiteral("#FFFFFF")));
+        QVERIFY(m_surface->setAttribute(body, QStringLiteral("leftMargin"), QStringLiteral("5")));
+        // Last, since undo puts a removed attribute back at the end.
+        QVERIFY(m_surface->setAttribute(body, QStringLiteral("link"), QStringLiteral("#0000FF")));
+        QVERIFY(m_surface->setTitle(QStringLiteral("Old")));
+        select(QStringLiteral("here"));
+        const QString before = m_surface->outerHTML(body);
+        TableAnswers answers;
+        answers.page = [](PagePropertiesValues &values) {
+            QCOMPARE(values.BackgroundColor, QStringLiteral("#FFFFFF"));
+            QCOMPARE(values.LinkColor, QStringLiteral("#0000FF"));
+            QCOMPARE(values.LeftMargin, QStringLiteral("5"));
+            QCOMPARE(values.Title, QStringLiteral("Old"));
+            QCOMPARE(values.ImageDirectory, QStringLiteral("/srv/img"));
+            values.LinkColor.clear();
+            values.TextColor = QStringLiteral("#111111");
+            values.TopMargin = QStringLiteral("9");
+            values.BackgroundImage = QStringLiteral("/tmp/bg.gif");
+            values.Title = QStringLiteral("New");
+        };
+        Executor::Hooks hooks;
+        hooks.imageDirectory = [] { return QStringLiteral("/srv/img"); };
+        hooks.placeImage = [](const QString &path) -> QString {
+            return QStringLiteral("images/") + path.section(QLatin1Char('/'), -1);
+        };
+        useDialogs(answers, std::move(hooks));
+
+        m_executor->executeCommand(Command::PageProperties);
+        const auto attribute = [this, &body](const char *name) {
+            return m_surface->attribute(body, QLatin1String(name));
+        };
+        QCOMPARE(attribute("bgColor"), QStringLiteral("#FFFFFF"));
+        QCOMPARE(attribute("text"), QStringLiteral("#111111"));
+        QCOMPARE(attribute("topMargin"), QStringLiteral("9"));
+        QCOMPARE(attribute("background"), QStringLiteral("images/bg.gif"));
+        QVERIFY2(!m_surface->outerHTML(body).contains(QLatin1String(" link="), Qt::CaseInsensitive),
+            qPrintable(m_surface->outerHTML(body)));
+        QCOMPARE(m_surface->title(), QStringLiteral("New"));
+        QCOMPARE(m_dirtyMarks, 1);
+        m_executor->executeCommand(Command::UnDo);
+        QCOMPARE(m_surface->outerHTML(body), before);
+
+        answers.page = nullptr;
+        select(QStringLiteral("here"));
+        m_executor->executeCommand(Command::PageProperties);
+        QCOMPARE(m_surface->outerHTML(body), before);
+        QCOMPARE(m_dirtyMarks, 2);
+    }
+
+    void tableDialogsWriteOneUndoStep_data()
+    {
+        columns<int, QString, QString, QString>("number", "start", "expected", "info");
+        row("insert", 27, "<p>here</p>",
+            "<table border=\"1\" cellpadding=\"2\" cellspacing=\"0\" "
+            "width=\"50%\" align=\"center\"><tbody><tr><td bgcolor=\"#FF0000\">"
+            "</td><td bgcolor=\"#FF0000\"></td></tr></tbody></table>",
+            "");
+        row("insert refuses 0 rows", 27, "<p>here</p>", "",
+            "A table needs 1 to 1000 rows and 1 to 100 columns.");
+        row("table", 55,
+            "<table style=\"width: 80%;\" bordercolordark=\"#000000\" width=\"80%\">"
+            "<tbody><tr><td>here</td></tr></tbody></table>",
+            "<table style=\"height: 40px;\" bordercolordark=\"#000000\" "
+            "height=\"40\" bordercolorlight=\"#111111\"><tbody><tr><td>here</td>"
+            "</tr></tbody></table>",
+            "");
+        row("cell", 56,
+            "<table><tbody><tr><td bordercolorlight=\"#000000\" nowrap=\"\">here"
+            "</td></tr></tbody></table>",
+            "<table><tbody><tr><td bordercolorlight=\"#000000\" "
+            "width=\"30%\" style=\"width: 30%;\" valign=\"top\">here</td></tr>"
+            "</tbody></table>",
+            "");
+    }
+
+    // Each answer is checked against what the dialog was shown: the highlight box shows
+    // borderColorDark, the shadow box borderColorLight, and the no-wrap flag the bare attribute.
+    // Undo puts a removed attribute back last, so the documents hold those last already.
+    void tableDialogsWriteOneUndoStep()
+    {
+        auto [number, start, expected, info]
+            = fetch<int, QString, QString, QString>("number", "start", "expected", "info");
+        load(start);
+        select(QStringLiteral("here"));
+        TableAnswers answers;
+        answers.insert = [&info](InsertTableValues &values) {
+            values.Rows = info.isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
+            values.Columns = QStringLiteral("2");
+            values.Width = QStringLiteral("50%");
+            values.Alignment = QStringLiteral("center");
+            values.BGColorCell = QStringLiteral("#FF0000");
+        };
+        answers.table = [](TablePropertiesValues &values) {
+            QCOMPARE(values.BorderHighlight, QStringLiteral("#000000"));
+            QCOMPARE(values.Width, QStringLiteral("80%"));
+            values.Width = QStringLiteral("0");
+            values.Height = QStringLiteral("40");
+            values.BorderShadow = QStringLiteral("#111111");
+        };
+        answers.cell = [](CellPropertiesValues &values) {
+            QVERIFY(values.NoWrap);
+            QCOMPARE(values.BorderShadow, QStringLiteral("#000000"));
+            values.NoWrap = false;
+            values.Width = QStringLiteral("30%");
+            values.VerticalAlignment = QStringLiteral("top");
+        };
+        useDialogs(answers);
+        const QString before = body();
+
+        m_executor->executeCommand(Commands::Command(number));
+        const QString after = body();
+        if (!info.isEmpty()) {
+            QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{info});
+            QCOMPARE(after, before);
+            QCOMPARE(m_dirtyMarks, 0);
+            return;
+        }
+        QVERIFY2(after.contains(expected), qPrintable(after));
+        QCOMPARE(m_dirtyMarks, 1);
+        m_executor->executeCommand(Commands::Command(19));
+        QCOMPARE(body(), before);
+
+        // Cancel writes nothing.
+        answers.insert = nullptr;
+        answers.table = nullptr;
+        answers.cell = nullptr;
+        select(QStringLiteral("here"));
+        m_executor->executeCommand(Commands::Command(number));
+        QCOMPARE(body(), before);
+        QCOMPARE(m_dirtyMarks, 2);
+    }
+
+    void styleSheetsOfTheDocument_data()
+    {
+        columns<QString, QStringList, QVariantList, QString>(
+            "document", "sheets", "selectors", "links");
+
+        const QString elsewhere = QStringLiteral("http://example.invalid/css/main.css");
+        const QString linked
+            = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">").arg(elsewhere);
+        const QString embedded
+            = QStringLiteral("<style>.warn { color: red; } p { margin: 0px; }</style>");
+        const QString link = QStringLiteral("<LINK href=\"%1\" rel=\"StyleSheet\">").arg(elsewhere);
+        row("none", "<p>x</p>", QStringList{QString()}, QVariantList{}, QString());
+        row("embedded", embedded + QStringLiteral("<p>x</p>"), QStringList{QString()},
+            QVariantList{QStringLiteral(".warn"), QStringLiteral("p")}, QString());
+        // Another origin's rules are not ours to read: the sheet is listed by its address.
+        row("linked and embedded", linked + embedded + QStringLiteral("<p>x</p>"),
+            QStringList{elsewhere, QString()},
+            QVariantList{QStringLiteral(".warn"), QStringLiteral("p")}, link);
+    }
+
+    void styleSheetsOfTheDocument()
+    {
+        auto [document, sheets, selectors, links]
+            = fetch<QString, QStringList, QVariantList, QString>(
+                "document", "sheets", "selectors", "links");
+        load(document);
+        clsStyle &style = *m_editor->StyleSheet();
+        QCOMPARE(style.GetAllStyleSheets(), sheets);
+        QCOMPARE(style.GetAllStyleSheetRules(), selectors);
+        QCOMPARE(style.LoadStylesSource(), links);
+
+        const StyleSheetInfo found = style.GetStyleSheet(QStringLiteral("MAIN.css"));
+        QCOMPARE(found.href, links.isEmpty() ? QString() : sheets.first());
+        QVERIFY(found.isNull() || !found.rulesReadable);
+        // Every address contains the empty name: the first sheet.
+        const StyleSheetInfo first = style.GetStyleSheet(QString());
+        const bool embeddedFirst = sheets.first().isEmpty() && !selectors.isEmpty();
+        QCOMPARE(first.isNull(), selectors.isEmpty() && links.isEmpty());
+        QCOMPARE(
+            style.GetStyleSheetRule(first, QStringLiteral(".warn")).value<StyleSheetRule>().cssText,
+            embeddedFirst ? QStringLiteral("color: red;") : QString());
+        QVERIFY(!style.GetStyleSheetRule(first, QStringLiteral("warn")).isValid());
+
+        QVERIFY(!style.SetStyleSheet(QStringLiteral(" ")));
+        QVERIFY(style.SetStyleSheet(QStringLiteral("extra.css")));
+        QVERIFY(style.GetAllStyleSheets().contains(QStringLiteral("extra.css")));
+        // The link is one undo step; taking it back keeps it from the next document.
+        m_editor->UnDo();
+        QCOMPARE(style.GetAllStyleSheets(), sheets);
+    }
+
+    void styleOfTheCurrentElement()
+    {
+        load(QStringLiteral("<p>some text</p>"));
+        select(QStringLiteral("some"));
+        m_editor->SetStyleOfCurrentElement(
+            QStringLiteral("backgroundColor"), QStringLiteral("yellow"));
+        m_editor->SetFilterOfCurrentElement(QStringLiteral("Alpha"), QStringLiteral("opacity=50"));
+        QCOMPARE(body(),
+            QStringLiteral(
+                "<p style=\"background-color: yellow; "
+                "filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)\">some text</p>"));
+        QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("Filter")),
+            QStringLiteral("progid:DXImageTransform.Microsoft.Alpha(opacity=50)"));
+        QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("background-color")),
+            QStringLiteral("yellow"));
+        QVERIFY(m_editor->isDirty());
+
+        // A bare caret changes nothing.
+        const QString before = body();
+        const TextRange caret = m_surface->selectionRange();
+        QVERIFY(m_surface->collapseRange(caret, true));
+        QVERIFY(m_surface->selectRange(caret));
+        m_editor->SetStyleOfCurrentElement(QStringLiteral("color"), QStringLiteral("red"));
+        QCOMPARE(body(), before);
+    }
+
+    void styleDialogsWriteOneUndoStep_data()
+    {
+        columns<QString, QString, QString>("dialog", "start", "expected");
+
+        row("element attributes", "element", "<p id=\"a\" title=\"t\">here</p>",
+            "<p id=\"b\" onclick=\"alert(1)\">here</p>");
+        row("new Flash movie", "flash", "<p>here</p>",
+            "<param name=\"Movie\" value=\"m.swf\">    <param name=\"Src\" "
+            "value=\"m.swf\">");
+        row("Flash movie under the selection", "flash",
+            "<p><object classid=\"x\"><param name=\"movie\" value=\"old.swf\">"
+            "<param name=\"Play\" value=\"1\"></object> here</p>",
+            "<param name=\"movie\" value=\"new.swf\"><param name=\"Play\" value=\"0\">");
+        row("style class", "style", "<style>.warn { color: red; }</style><p class=\"x\">here</p>",
+            "<p class=\"x warn\">here</p>");
+    }
+
+    void styleDialogsWriteOneUndoStep()
+    {
+        auto [dialog, start, expected]
+            = fetch<QString, QString, QString>("dialog", "start", "expected");
+        load(start);
+        // A movie under the selection is selected whole, as a click selects it.
+        if (start.contains(QLatin1String("<object")))
+            selectElement(QStringLiteral("OBJECT"));
+        else
+            select(QStringLiteral("here"));
+        TableAnswers answers;
+        answers.element = [](ElementPropertiesValues &values) {
+            QCOMPARE(values.TagName, QStringLiteral("P"));
+            values.Attributes = {{QStringLiteral("id"), QStringLiteral("b")},
+                {QStringLiteral("onclick"), QStringLiteral("alert(1)")}};
+        };
+        answers.flash = [](FlashPropertiesValues &values) {
+            values.Play = values.MovieURL.isEmpty() ? 1 : 0;
+            values.MovieURL
+                = values.MovieURL.isEmpty() ? QStringLiteral("m.swf") : QStringLiteral("new.swf");
+        };
+        answers.style = [](SelectStyleValues &values) {
+            QCOMPARE(values.StyleSheets.size(), 1);
+            values.ClassName = QStringLiteral("warn");
+        };
+        useDialogs(answers);
+        DialogLauncher &launcher = m_executor->dialogs();
+        const auto run = [&] {
+            return dialog == QLatin1String("element") ? launcher.elementProperties()
+                : dialog == QLatin1String("flash")    ? launcher.flashProperties()
+                                                      : launcher.selectStyle();
+        };
+        const QString before = body();
+
+        QVERIFY(run());
+        QVERIFY2(body().contains(expected), qPrintable(body()));
+        m_executor->executeCommand(Command::UnDo);
+        QCOMPARE(body(), before);
+
+        // Cancel writes nothing.
+        answers.element = nullptr;
+        answers.flash = nullptr;
+        answers.style = nullptr;
+        QVERIFY(!run());
+        QCOMPARE(body(), before);
+    }
+
+    void contextMenuForWhatIsUnderTheSelection_data()
+    {
+        columns<QString, QString, QStringList, QStringList>(
+            "document", "target", "present", "absent");
+
+        const QString cut = QStringLiteral("Cut");
+        const QString page = QStringLiteral("Page Properties");
+        const QString element = QStringLiteral("Element Properties");
+        const QString insertRow = QStringLiteral("Insert Row");
+        const QString table = QStringLiteral("Table Properties");
+        const QString image = QStringLiteral("Image Properties");
+        const QString link = QStringLiteral("Link Properties");
+        const QString make2D = QStringLiteral("Make 2D");
+        row("text", "<p>plain</p>", "plain", QStringList{cut, page, element},
+            QStringList{insertRow, table, image, link, make2D});
+        row("table cell", "<table><tr><td>cell</td></tr></table>", "cell",
+            QStringList{cut, insertRow, QStringLiteral("Delete Column"),
+                QStringLiteral("Table Cell Properties"), table, page, element},
+            QStringList{image, link, make2D});
+        row("image in a cell", "<table><tr><td><img src=\"a.gif\"></td></tr></table>", "IMG",
+            QStringList{cut, image, make2D, element}, QStringList{insertRow, table});
+        row("Flash movie",
+            "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\">"
+            "</object></p>",
+            "OBJECT", QStringList{cut, QStringLiteral("Flash Movie Properties"), element},
+            QStringList{image});
+        row("link", "<p><a href=\"x.htm\">linked</a></p>", "linked", QStringList{link, page},
+            QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")});
+    }
+
+    void contextMenuForWhatIsUnderTheSelection()
+    {
+        auto [document, target, present, absent]
+            = fetch<QString, QString, QStringList, QStringList>(
+                "document", "target", "present", "absent");
+        load(document);
+        if (target == QLatin1String("IMG") || target == QLatin1String("OBJECT"))
+            selectElement(target);
+        else
+            select(target);
+        clsContextMenu settings;
+        ContextMenus menus(*m_surface, *m_selection, menuHooks(settings));
+        QStringList captions;
+        const QList<ContextMenuEntry> entries = menus.entriesForSelection();
+        for (const ContextMenuEntry &entry : entries)
+            captions.append(entry.caption);
+        for (const QString &caption : std::as_const(present))
+            QVERIFY2(captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
+        for (const QString &caption : std::as_const(absent))
+            QVERIFY2(!captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
+        QCOMPARE(captions.first(), QStringLiteral("Cut"));
+    }
+
+    void contextMenuRespectsHostSettings()
+    {
+        load(QStringLiteral("<table><tr><td>cell</td></tr></table>"));
+        select(QStringLiteral("cell"));
+        clsContextMenu &settings = *m_editor->ContextMenu();
+        ContextMenus menus(*m_surface, *m_selection, menuHooks(settings));
+        settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
+        QList<ContextMenuEntry> entries = menus.entriesForSelection();
+        const auto has = [&entries](const char *caption) {
+            return std::any_of(
+                entries.cbegin(), entries.cend(), [caption](const ContextMenuEntry &e) {
+                    return e.caption == QLatin1String(caption);
+                });
+        };
+        QVERIFY(!has("Table Properties"));
+        QVERIFY(has("Table Cell Properties"));
+        settings.ShowAllBuiltinContextMenuItems();
+
+        m_editor->setDisableContextMenus(true);
+        QVERIFY(menus.entriesForSelection().isEmpty());
+        m_editor->setDisableContextMenus(false);
+        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        QVERIFY(menus.entriesForSelection().isEmpty());
+    }
+
+    void customEntryRaisesItsKeyOnly()
+    {
+        load(QStringLiteral("<p>text</p>"));
+        select(QStringLiteral("text"));
+        QList<Command> executed;
+        QStringList clicked;
+        int elementDialogs = 0;
+        clsContextMenu settings;
+        settings.AddCustomContextMenuItem(QStringLiteral("host.key"), QStringLiteral("Do It"));
+        ContextMenus::Hooks hooks = menuHooks(settings);
+        hooks.execute = [&executed](Command command) { executed.append(command); };
+        hooks.elementProperties = [&elementDialogs] { ++elementDialogs; };
+        hooks.customClicked = [&clicked](const QString &key) { clicked.append(key); };
+        ContextMenus menus(*m_surface, *m_selection, std::move(hooks));
+        const QList<ContextMenuEntry> entries = menus.entriesForSelection();
+        QCOMPARE(entries.constLast().caption, QStringLiteral("Do It"));
+
+        menus.choose(entries.constLast());
+        QCOMPARE(clicked, QStringList{QStringLiteral("host.key")});
+        QVERIFY(executed.isEmpty());
+
+        menus.choose(entries.first());
+        QCOMPARE(executed, QList<Command>{Command::Cut});
+        for (const ContextMenuEntry &entry : entries) {
+            if (entry.kind == ContextMenuEntry::Kind::ElementProperties)
+                menus.choose(entry);
+        }
+        QCOMPARE(elementDialogs, 1);
+        QCOMPARE(clicked.size(), 1);
+    }
+
+private:
+    void load(const QString &body)
+    {
+        QVERIFY(m_surface->setBodyInnerHTML(body));
+        m_editor->setisDirty(false);
+    }
+
+    void selectElement(const QString &tagName)
+    {
+        const QList<Element> elements = m_surface->elementsByTagName(tagName);
+        QVERIFY(!elements.isEmpty());
+        QVERIFY(m_surface->selectElement(elements.first()));
+    }
+
+    QString body() { return m_surface->bodyInnerHTML(); }
+
+    // An executor on the editor's surface whose toolbar and dirty mark the test can see.
+    Executor &localExecutor()
+    {
+        SelectionAccess::Hooks selectionHooks;
+        selectionHooks.isReady = [] { return true; };
+        selectionHooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+        m_selection = std::make_unique<SelectionAccess>(
+            *m_surface, m_references, std::move(selectionHooks));
+        Executor::Hooks hooks;
+        hooks.designViewActive = [this] { return m_editor->DesignViewActive(); };
+        hooks.markDirty = [this] { ++m_dirtyMarks; };
+        hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+        hooks.setButtonPressed = [this](const QString &key, bool on) { m_pressed.insert(key, on); };
+        hooks.setButtonToolTip
+            = [this](const QString &key, const QString &text) { m_toolTips.insert(key, text); };
+        m_executor
+            = std::make_unique<Executor>(*m_surface, *m_selection, m_references, std::move(hooks));
+        auto dialogs = std::make_unique<ScriptedDialogs>(
+            [this]() -> Platform::UserPrompts & { return *m_prompts; });
+        m_dialogs = dialogs.get();
+        m_executor->setDialogLauncher(std::move(dialogs));
+        return *m_executor;
+    }
+
+    // A local executor whose property dialogs the given answers fill in.
+    void useDialogs(EditorDialogs &answers, Executor::Hooks hooks = {})
+    {
+        localExecutor();
+        hooks.prompts = [this]() -> Platform::UserPrompts & { return *m_prompts; };
+        hooks.dialogs = [&answers]() -> EditorDialogs & { return answers; };
+        m_executor->setDialogLauncher(std::make_unique<EditorDialogLauncher>(
+            *m_surface, *m_selection, m_references, std::move(hooks)));
+    }
+
+    // Menus on a local executor's selection that follow the editor's view and switch.
+    ContextMenus::Hooks menuHooks(clsContextMenu &settings)
+    {
+        localExecutor();
+        ContextMenus::Hooks hooks;
+        hooks.designViewActive = [this] { return m_editor->DesignViewActive(); };
+        hooks.disabled = [this] { return m_editor->DisableContextMenus(); };
+        hooks.settings = [&settings]() -> clsContextMenu & { return settings; };
+        return hooks;
+    }
+
+    RecordingPrompts *m_prompts = nullptr;
+    DocumentReferences m_references;
+    std::unique_ptr<SelectionAccess> m_selection;
+    std::unique_ptr<Executor> m_executor;
+    ScriptedDialogs *m_dialogs = nullptr;
+    int m_dirtyMarks = 0;
+    QHash<QString, bool> m_pressed;
+    QHash<QString, QString> m_toolTips;
+};
 
 QTEST_MAIN(tst_Executor)
 #include "tst_executor.moc"

@@ -12,6 +12,7 @@ using Platform::Element;
 using Platform::TextRange;
 using Platform::TextUnit;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
 using VantryTest::row;
 
@@ -60,8 +61,7 @@ private Q_SLOTS:
 
     void checkBoolean()
     {
-        QFETCH(QVariant, value);
-        QFETCH(bool, result);
+        auto [value, result] = fetch<QVariant, bool>("value", "result");
         const QVariant answer = m_editor->CheckBoolean(value);
         QCOMPARE(answer.typeId(), QMetaType::Bool);
         QCOMPARE(answer.toBool(), result);
@@ -78,9 +78,7 @@ private Q_SLOTS:
 
     void selectedElementObject()
     {
-        QFETCH(QString, needle);
-        QFETCH(QString, control);
-        QFETCH(QString, tag);
+        auto [needle, control, tag] = fetch<QString, QString, QString>("needle", "control", "tag");
         load(QStringLiteral("<p>plain <b>bold</b> <img src=\"x.png\"></p>"
                             "<table><tbody><tr><td>cell</td></tr></tbody></table>"));
         if (control.isEmpty())
@@ -126,9 +124,8 @@ private Q_SLOTS:
 
     void findSelectedElementByTag()
     {
-        QFETCH(QString, needle);
-        QFETCH(QString, wanted);
-        QFETCH(QString, found);
+        auto [needle, wanted, found]
+            = fetch<QString, QString, QString>("needle", "wanted", "found");
         load(QStringLiteral("<p>outside</p><table id=\"t\"><tbody><tr><td><b>cell</b></td></tr>"
                             "</tbody></table>"));
         select(needle, true);
@@ -170,9 +167,7 @@ private Q_SLOTS:
 
     void selectedHTML()
     {
-        QFETCH(QString, needle);
-        QFETCH(bool, image);
-        QFETCH(QString, html);
+        auto [needle, image, html] = fetch<QString, bool, QString>("needle", "image", "html");
         load(QStringLiteral("<p>plain <b>bold</b><img src=\"x.png\" alt=\"x\"></p>"));
         if (image)
             selectElement(QStringLiteral("IMG"));
@@ -198,10 +193,8 @@ private Q_SLOTS:
 
     void replaceSelectedHTML()
     {
-        QFETCH(QString, needle);
-        QFETCH(bool, image);
-        QFETCH(QString, replacement);
-        QFETCH(QString, body);
+        auto [needle, image, replacement, body]
+            = fetch<QString, bool, QString, QString>("needle", "image", "replacement", "body");
         load(QStringLiteral("<p>one two<img src=\"x.png\"></p><p>three</p>"));
         if (image)
             selectElement(QStringLiteral("IMG"));
@@ -245,10 +238,8 @@ private Q_SLOTS:
     // cell, as the engine's own Cut does.
     void replacingAcrossCellsKeepsTheTable()
     {
-        QFETCH(QByteArray, method);
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        QFETCH(QString, body);
+        auto [method, from, to, body]
+            = fetch<QByteArray, QString, QString, QString>("method", "from", "to", "body");
         load(QStringLiteral("<p>before</p><table><tbody><tr><td>a1</td><td>b1</td><td>c1</td></tr>"
                             "<tr><td>a2</td><td>b2</td><td>c2</td></tr></tbody></table>"
                             "<p>after</p>"));
@@ -286,8 +277,7 @@ private Q_SLOTS:
 
     void insertMethodsPasteTheirMarkup()
     {
-        QFETCH(QByteArray, method);
-        QFETCH(QString, markup);
+        auto [method, markup] = fetch<QByteArray, QString>("method", "markup");
         load(QStringLiteral("<p>before after</p>"));
         select(QStringLiteral("before "), true);
         QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));

@@ -4,6 +4,8 @@
 #include <QStringDecoder>
 #include <QTest>
 
+#include <tuple>
+
 namespace VantryTest {
 
 // Texts are UTF-8; unlike QString::fromUtf8, this keeps a leading byte-order mark.
@@ -28,6 +30,14 @@ template <typename... Types, typename... Names> void columns(const Names &...nam
 template <typename... Cells> void row(const char *tag, const Cells &...cells)
 {
     (QTest::newRow(tag) << ... << cell(cells));
+}
+
+// Fetches the current row's cells in one line:
+// auto [text, count] = fetch<QString, int>("text", "count").
+template <typename... Types, typename... Names> std::tuple<Types...> fetch(const Names &...names)
+{
+    static_assert(sizeof...(Types) == sizeof...(Names));
+    return {*static_cast<Types *>(QTest::qData(names, qMetaTypeId<Types>()))...};
 }
 
 } // namespace VantryTest

@@ -12,6 +12,7 @@ namespace {
 
 using Rule = std::function<QString(const QString &)>;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 
 const QString siteUrl = QStringLiteral("file:///C:/site/");
@@ -42,10 +43,8 @@ private slots:
 
     void replaceNoCase()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, find);
-        QFETCH(QString, replacement);
-        QFETCH(QString, expected);
+        auto [text, find, replacement, expected]
+            = fetch<QString, QString, QString, QString>("text", "find", "replacement", "expected");
 
         QCOMPARE(ReplaceNoCase(text, find, replacement), expected);
     }
@@ -123,9 +122,7 @@ private slots:
 
     void rules()
     {
-        QFETCH(Rule, rule);
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
+        auto [rule, text, expected] = fetch<Rule, QString, QString>("rule", "text", "expected");
 
         QCOMPARE(rule(text), expected);
     }

@@ -27,6 +27,7 @@ using namespace Vantry;
 using Platform::UserPrompts;
 using VantryTest::adapterValue;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::readBytes;
 using VantryTest::RecordingPrompts;
 using VantryTest::row;
@@ -125,13 +126,9 @@ private Q_SLOTS:
 
     void saveChangesPromptAnswers()
     {
-        QFETCH(QString, operation);
-        QFETCH(bool, untitled);
-        QFETCH(bool, edited);
-        QFETCH(int, answer);
-        QFETCH(QString, saveDialog);
-        QFETCH(bool, replaced);
-        QFETCH(QString, savedTo);
+        auto [operation, untitled, edited, answer, saveDialog, replaced, savedTo]
+            = fetch<QString, bool, bool, int, QString, bool, QString>(
+                "operation", "untitled", "edited", "answer", "saveDialog", "replaced", "savedTo");
 
         const QString opened = writeFile(QStringLiteral("alpha.html"), "<p>alpha</p>");
         const QString next = writeFile(QStringLiteral("beta.html"), "<p>beta</p>");
@@ -247,9 +244,8 @@ private Q_SLOTS:
 
     void fileOpenReportsLoadErrors()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, content);
-        QFETCH(QString, message);
+        auto [name, content, message]
+            = fetch<QString, QByteArray, QString>("name", "content", "message");
 
         const bool locked = QByteArray(QTest::currentDataTag()) == "unreadable file";
         // Root reads unreadable files: the case runs as a user who cannot.
@@ -291,8 +287,7 @@ private Q_SLOTS:
 
     void urlOpenReportsLoadErrors()
     {
-        QFETCH(QString, address);
-        QFETCH(QString, message);
+        auto [address, message] = fetch<QString, QString>("address", "message");
 
         m_editor->URLOpen(QString(address).replace(QStringLiteral("{dir}"), m_dir->path()));
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
@@ -473,8 +468,7 @@ private Q_SLOTS:
 
     void saveAsProposesTheDocumentAndAddsAnExtension()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, written);
+        auto [typed, written] = fetch<QString, QString>("typed", "written");
         const QString file = writeFile(QStringLiteral("named.html"), "<p>named</p>");
         m_editor->FileOpen(file);
         m_prompts->fileNames.enqueue(path(typed));
@@ -533,10 +527,8 @@ private Q_SLOTS:
 
     void failedSaveKeepsTheOldFile()
     {
-        QFETCH(QByteArray, original);
-        QFETCH(QString, target);
-        QFETCH(QString, insert);
-        QFETCH(QString, reason);
+        auto [original, target, insert, reason] = fetch<QByteArray, QString, QString, QString>(
+            "original", "target", "insert", "reason");
 
         const bool readOnly = QByteArray(QTest::currentDataTag()) == "read-only folder";
         // Root writes into read-only folders: the case runs as a user who cannot.
@@ -603,8 +595,7 @@ private Q_SLOTS:
 
     void encodingsSurviveOpenAndSave()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, text);
+        auto [bytes, text] = fetch<QByteArray, QString>("bytes", "text");
 
         m_editor->setReturnFullDocument(true);
         const QString file = writeFile(QStringLiteral("encoded.html"), bytes);

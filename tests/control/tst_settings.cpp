@@ -12,6 +12,7 @@
 using namespace Vantry;
 using namespace Vantry::Control;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 using VantryTest::writeFile;
 
@@ -232,9 +233,8 @@ private slots:
 
     void convert()
     {
-        QFETCH(QVariant, raw);
-        QFETCH(PropertyBag::Kind, kind);
-        QFETCH(QVariant, expected);
+        auto [raw, kind, expected]
+            = fetch<QVariant, PropertyBag::Kind, QVariant>("raw", "kind", "expected");
 
         QString error;
         const QVariant value = PropertyBag::convert(QStringLiteral("Prop"), raw, kind, &error);
@@ -255,9 +255,7 @@ private slots:
 
     void badValues()
     {
-        QFETCH(QString, key);
-        QFETCH(QVariant, raw);
-        QFETCH(QString, shown);
+        auto [key, raw, shown] = fetch<QString, QVariant, QString>("key", "raw", "shown");
 
         MemoryPropertyBag bag;
         ErrorLog log;
@@ -297,9 +295,8 @@ private slots:
 
     void handEditedIniTextKeepsCommas()
     {
-        QFETCH(QString, group);
-        QFETCH(QByteArray, line);
-        QFETCH(QString, expected);
+        auto [group, line, expected]
+            = fetch<QString, QByteArray, QString>("group", "line", "expected");
 
         QTemporaryDir dir;
         QVERIFY(dir.isValid());

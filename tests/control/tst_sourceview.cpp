@@ -31,6 +31,7 @@
 using namespace Vantry;
 using Platform::SourceEditor;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::fontDivision;
 using VantryTest::row;
 using VantryTest::surfaceOf;
@@ -105,9 +106,8 @@ private Q_SLOTS:
 
     void toggleNamesTheViewInAnyCase()
     {
-        QFETCH(bool, fromSource);
-        QFETCH(QVariant, view);
-        QFETCH(bool, designActive);
+        auto [fromSource, view, designActive]
+            = fetch<bool, QVariant, bool>("fromSource", "view", "designActive");
 
         if (fromSource)
             m_editor->ToggleDesignSourceView(QStringLiteral("source"));
@@ -372,9 +372,8 @@ private Q_SLOTS:
 
     void commentCommandsWorkOnWholeLines()
     {
-        QFETCH(QString, text);
-        QFETCH(QList<int>, selection);
-        QFETCH(QString, commented);
+        auto [text, selection, commented]
+            = fetch<QString, QList<int>, QString>("text", "selection", "commented");
 
         editor()->setText(text);
         if (!selection.isEmpty())
@@ -400,8 +399,7 @@ private Q_SLOTS:
 
     void caseCommandsChangeTheSelectionOnly()
     {
-        QFETCH(QString, item);
-        QFETCH(QString, expected);
+        auto [item, expected] = fetch<QString, QString>("item", "expected");
         editor()->setText(QStringLiteral("<p>MiXeD Case</p>"));
         editor()->select(1, 4, 1, 9);
         choose(item.toLatin1().constData());
@@ -562,9 +560,7 @@ private Q_SLOTS:
 
     void tagListOpensForTagNamesOrWhenAsked()
     {
-        QFETCH(QString, typed);
-        QFETCH(bool, ask);
-        QFETCH(QString, expected);
+        auto [typed, ask, expected] = fetch<QString, bool, QString>("typed", "ask", "expected");
         editor()->loadMemberList(QString());
         m_editor->ToggleDesignSourceView(QStringLiteral("source"));
         editor()->setText(QString());
@@ -587,8 +583,7 @@ private Q_SLOTS:
 
     void applicationDirectoryDropsOneSeparatorAndExists()
     {
-        QFETCH(QString, suffix);
-        QFETCH(QString, expected);
+        auto [suffix, expected] = fetch<QString, QString>("suffix", "expected");
         QTemporaryDir root;
         QVERIFY(root.isValid());
         const QString directory = Control::applicationDirectory(root.filePath(suffix));

@@ -12,6 +12,7 @@
 using namespace Vantry::Control;
 using TextCodec::Encoding;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 
 class tst_TextCodec : public QObject
@@ -83,11 +84,9 @@ private Q_SLOTS:
 
     void decodeRecognisesTheEncoding()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, transport);
-        QFETCH(QByteArray, encoding);
-        QFETCH(bool, bom);
-        QFETCH(QString, text);
+        auto [bytes, transport, encoding, bom, text]
+            = fetch<QByteArray, QByteArray, QByteArray, bool, QString>(
+                "bytes", "transport", "encoding", "bom", "text");
 
         const TextCodec::Decoded decoded = TextCodec::decode(bytes, transport);
         QCOMPARE(decoded.encoding.name, encoding);
@@ -124,8 +123,7 @@ private Q_SLOTS:
 
     void labelsResolveAsBrowsersResolveThem()
     {
-        QFETCH(QByteArray, label);
-        QFETCH(QByteArray, encoding);
+        auto [label, encoding] = fetch<QByteArray, QByteArray>("label", "encoding");
         QCOMPARE(TextCodec::encodingForLabel(label), encoding);
     }
 
@@ -146,11 +144,9 @@ private Q_SLOTS:
 
     void saveFollowsTheDeclaredCharset()
     {
-        QFETCH(QString, text);
-        QFETCH(QByteArray, opened);
-        QFETCH(bool, openedBom);
-        QFETCH(QByteArray, saved);
-        QFETCH(bool, savedBom);
+        auto [text, opened, openedBom, saved, savedBom]
+            = fetch<QString, QByteArray, bool, QByteArray, bool>(
+                "text", "opened", "openedBom", "saved", "savedBom");
         const Encoding result = TextCodec::encodingForSave(text, Encoding{opened, openedBom});
         QCOMPARE(result.name, saved);
         QCOMPARE(result.byteOrderMark, savedBom);
@@ -170,9 +166,8 @@ private Q_SLOTS:
 
     void unencodableCharacterBecomesAReference()
     {
-        QFETCH(QString, text);
-        QFETCH(QByteArray, encoding);
-        QFETCH(QByteArray, bytes);
+        auto [text, encoding, bytes]
+            = fetch<QString, QByteArray, QByteArray>("text", "encoding", "bytes");
         const TextCodec::Encoded encoded = TextCodec::encode(text, Encoding{encoding, false});
         QCOMPARE(encoded.error, QString());
         QCOMPARE(encoded.bytes, bytes);
@@ -193,8 +188,7 @@ private Q_SLOTS:
 
     void binaryFilesAreNotText()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(bool, binary);
+        auto [bytes, binary] = fetch<QByteArray, bool>("bytes", "binary");
         QCOMPARE(TextCodec::decode(bytes).binary, binary);
     }
 

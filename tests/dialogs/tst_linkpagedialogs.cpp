@@ -1,6 +1,7 @@
 // The link and page dialogs without an engine: the host's XML lists, targets and
 // references, the page-property orders, and the link dialog's lists, messages and answer.
 
+#include "../common/datarows.h"
 #include "../common/recordingprompts.h"
 
 #include "dialogs/linklists.h"
@@ -15,6 +16,9 @@ using namespace Vantry;
 using namespace Vantry::Dialogs;
 using VantryTest::RecordingPrompts;
 using namespace Qt::StringLiterals;
+using VantryTest::columns;
+using VantryTest::fetch;
+using VantryTest::row;
 
 namespace {
 
@@ -37,223 +41,195 @@ class tst_LinkPageDialogs : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void xmlLists_data();
-    void xmlLists();
-    void targets_data();
-    void targets();
-    void linkReferences();
-    void pageOrders();
-    void linkDialogOpensOnTheLinkedPageAndValidates_data();
-    void linkDialogOpensOnTheLinkedPageAndValidates();
-    void malformedListKeepsTheListAndSaysWhy();
+    void xmlLists_data()
+    {
+        columns<int, QString, QString, QStringList, QStringList, int, QString>(
+            "kind", "xml", "currentId", "entries", "addresses", "current", "error");
+        const int s = int(LinkListKind::Sites);
+        const int p = int(LinkListKind::Pages);
+        const int o = int(LinkListKind::PortalPages);
+        row("sites, 32-bit current", s, sites, u"70000"_s,
+            QStringList{u"Select a Site -->"_s, u"Main"_s, u"Archive"_s},
+            QStringList{u""_s, u""_s, u""_s}, 2, u""_s);
+        row("pages of site 3", p, pages, u"13"_s,
+            QStringList{u"Select a page -->"_s, u"News"_s, u"Jobs"_s},
+            QStringList{u""_s, u"/news.html"_s, u"/jobs.html"_s}, 2, u""_s);
+        row("portal, bare siblings", o, portal, u"7"_s,
+            QStringList{u"Select a portal page -->"_s, u"Home"_s, u"Shop"_s},
+            QStringList{u""_s, u"/home"_s, u"/shop"_s}, 2, u""_s);
+        row("no current", o, portal, u"x"_s, QStringList{}, QStringList{}, 0, u""_s);
+        row("pages, bare siblings", p, "<P ArticleSiteID=\"3\"/><P ArticleSiteID=\"3\"/>", u""_s,
+            QStringList{}, QStringList{}, 0,
+            u"Could not read the content pages (line 1, column 44): Extra content at end of "
+            u"document."_s);
+        row("section 40000", p,
+            "<Pages>\n<P ArticleSiteID=\"3\" ArticleSectionID=\"40000\"/></Pages>", u""_s,
+            QStringList{}, QStringList{}, 0,
+            u"Could not read the content pages (line 2, column 47): ArticleSectionID \"40000\" is "
+            u"not an identifier this list can hold."_s);
+        row("site 40000 of a page", p,
+            "<Pages><P ArticleSiteID=\"40000\" "
+            "ArticleSectionID=\"1\"/></Pages>",
+            u""_s, QStringList{}, QStringList{}, 0,
+            u"Could not read the content pages (line 1, column 54): ArticleSiteID \"40000\" is "
+            u"not an identifier this list can hold."_s);
+        row("unclosed site", s, "<Sites><Site ArticleSiteID=\"1\">", u""_s, QStringList{},
+            QStringList{}, 0,
+            u"Could not read the content sites (line 1, column 31): Premature end of "
+            u"document."_s);
+    }
+
+    void xmlLists()
+    {
+        auto [kind, xml, currentId, entries, addresses, current, error]
+            = fetch<int, QString, QString, QStringList, QStringList, int, QString>(
+                "kind", "xml", "currentId", "entries", "addresses", "current", "error");
+        const auto listKind = LinkListKind(kind);
+        const LinkListLoad load = loadLinkList(listKind, xml, currentId, 3);
+        if (!error.isEmpty()) {
+            QVERIFY(!load.list);
+            QCOMPARE(load.error.message(listKind), error);
+            return;
+        }
+        QVERIFY(load.list);
+        if (!entries.isEmpty()) {
+            QCOMPARE(load.list->names, entries);
+            QCOMPARE(load.list->addresses, addresses);
+        }
+        QCOMPARE(load.list->current, current);
+    }
+
+    void targets_data()
+    {
+        columns<QString, QStringList>("host", "targets");
+        const QStringList standard{u"_blank"_s, u"_parent"_s, u"_self"_s, u"_top"_s};
+        row("none", u""_s, standard);
+        row("separated", u" main; side,\nfooter "_s,
+            QStringList{u"main"_s, u"side"_s, u"footer"_s});
+        row("elements", u"<T Target=\"main\"/><T Name=\"side\"/><T>footer</T>"_s,
+            QStringList{u"main"_s, u"side"_s, u"footer"_s});
+        row("malformed elements", u"<T Target=\"main\">"_s, standard);
+    }
+
+    void targets()
+    {
+        auto [host, targets] = fetch<QString, QStringList>("host", "targets");
+        QCOMPARE(linkTargets(host), targets);
+    }
+
+    void linkReferences()
+    {
+        LinkPropertiesValues values;
+        readLinkReference(QStringLiteral("cms:3:13"), values);
+        QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkContentPage));
+        QCOMPARE(linkReference(values), QStringLiteral("cms:3:13"));
+        readLinkReference(QStringLiteral("portal:7"), values);
+        QCOMPARE(values.PortalPageID, QStringLiteral("7"));
+        QCOMPARE(linkReference(values), QStringLiteral("portal:7"));
+        readLinkReference(QStringLiteral("page:7"), values);
+        QCOMPARE(linkReference(values), QString());
+    }
+
+    void pageOrders()
+    {
+        QCOMPARE(pageReadAttributes(),
+            (QStringList{u"background"_s, u"bgColor"_s, u"Text"_s, u"link"_s, u"vLink"_s,
+                u"aLink"_s, u"leftMargin"_s, u"topMargin"_s, u"bottomMargin"_s, u"rightMargin"_s}));
+        PagePropertiesValues values;
+        QList<std::optional<QString>> read;
+        for (int i = 0; i < 10; ++i)
+            read.append(i == 2 ? std::nullopt : std::optional(QString::number(i)));
+        fillPageValues(values, read, QStringLiteral("T"));
+        QCOMPARE(values.BackgroundImage, QStringLiteral("0"));
+        QCOMPARE(values.Title, QStringLiteral("T"));
+        QCOMPARE(values.TextColor, QString());
+        QCOMPARE(values.LinkColor, QStringLiteral("3"));
+        QCOMPARE(values.BottomMargin, QStringLiteral("8"));
+        QCOMPARE(values.RightMargin, QStringLiteral("9"));
+
+        QStringList written;
+        for (const PageEdit &edit : pageEdits(values))
+            written.append(edit.attribute + QLatin1Char('=') + edit.value.value_or(u"-"_s));
+        QCOMPARE(written,
+            (QStringList{u"bgColor=1"_s, u"Text=-"_s, u"link=3"_s, u"vLink=4"_s, u"aLink=5"_s,
+                u"leftMargin=6"_s, u"topMargin=7"_s, u"bottomMargin=8"_s, u"rightMargin=9"_s,
+                u"background=0"_s}));
+
+        QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentvLinkColor")), u"vLink"_s);
+        QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentForegroundColor")), u"Text"_s);
+        QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentVLinkColor")), QString());
+    }
+
+    void linkDialogOpensOnTheLinkedPageAndValidates_data()
+    {
+        columns<int, QString, QString>("kind", "message", "url");
+        row("portal at its prompt", 2, u"Please select a Portal Page."_s, u""_s);
+        row("no site", 1, u"Please select a CMS Site."_s, u""_s);
+        row("site, no page", -1, u"Please select a CMS Page."_s, u""_s);
+        row("page", 1, u""_s, u"/jobs.html"_s);
+    }
+
+    // The dialog opens on the linked page (site 3, page 13); each row then undoes part of the
+    // choice and presses OK.
+    void linkDialogOpensOnTheLinkedPageAndValidates()
+    {
+        auto [kind, message, url] = fetch<int, QString, QString>("kind", "message", "url");
+        m_prompts.shown.clear();
+        LinkPropertiesDialog dialog([this]() -> UserPrompts & { return m_prompts; });
+        LinkPropertiesValues values;
+        values.ContentSites = sites;
+        values.ContentPages = pages;
+        values.PortalPages = portal;
+        values.Targets = linkTargets(QString());
+        readLinkReference(QStringLiteral("cms:3:13"), values);
+        values.URL = QStringLiteral("/jobs.html");
+        values.Target = QStringLiteral("main");
+        dialog.setValues(values);
+        QCOMPARE(dialog.sites()->currentText(), QStringLiteral("Main"));
+        QCOMPARE(dialog.pages()->currentText(), QStringLiteral("Jobs"));
+        QCOMPARE(dialog.portalPages()->count(), 3);
+
+        if (kind == 1 && !message.isEmpty())
+            dialog.sites()->setCurrentIndex(0);
+        if (kind == -1)
+            dialog.pages()->setCurrentIndex(0);
+        dialog.setLinkOption(qAbs(kind));
+        dialog.accept();
+        QCOMPARE(m_prompts.texts(RecordingPrompts::Kind::Information),
+            message.isEmpty() ? QStringList{} : QStringList{message});
+        QCOMPARE(
+            dialog.result(), message.isEmpty() ? int(QDialog::Accepted) : int(QDialog::Rejected));
+        if (message.isEmpty()) {
+            const LinkPropertiesValues answer = dialog.values();
+            QCOMPARE(answer.URL, url);
+            QCOMPARE(linkReference(answer), QStringLiteral("cms:3:13"));
+            QCOMPARE(answer.Target, QStringLiteral("main"));
+        }
+    }
+
+    void malformedListKeepsTheListAndSaysWhy()
+    {
+        m_prompts.shown.clear();
+        LinkPropertiesDialog dialog([this]() -> UserPrompts & { return m_prompts; });
+        LinkPropertiesValues values;
+        values.PortalPages = QStringLiteral("<Page PortalPageID=\"5\">");
+        values.ContentSites = sites;
+        values.URL = QStringLiteral("HTTP://example.org/");
+        dialog.setValues(values);
+        QCOMPARE(m_prompts.texts(RecordingPrompts::Kind::Information),
+            QStringList{
+                u"Could not read the portal pages (line 1, column 29): Opening and ending tag "
+                u"mismatch."_s});
+        QCOMPARE(dialog.portalPages()->count(), 1);
+        QCOMPARE(dialog.sites()->count(), 3);
+        QCOMPARE(dialog.prefix()->currentIndex(), 0);
+        QCOMPARE(dialog.address()->text(), QStringLiteral("example.org/"));
+        QCOMPARE(dialog.values().URL, QStringLiteral("http://example.org/"));
+    }
 
 private:
     RecordingPrompts m_prompts;
 };
-
-void tst_LinkPageDialogs::xmlLists_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QString>("xml");
-    QTest::addColumn<QString>("currentId");
-    QTest::addColumn<QStringList>("entries");
-    QTest::addColumn<QStringList>("addresses");
-    QTest::addColumn<int>("current");
-    QTest::addColumn<QString>("error");
-    const int s = int(LinkListKind::Sites);
-    const int p = int(LinkListKind::Pages);
-    const int o = int(LinkListKind::PortalPages);
-    QTest::newRow("sites, 32-bit current")
-        << s << sites << u"70000"_s << QStringList{u"Select a Site -->"_s, u"Main"_s, u"Archive"_s}
-        << QStringList{u""_s, u""_s, u""_s} << 2 << u""_s;
-    QTest::newRow("pages of site 3")
-        << p << pages << u"13"_s << QStringList{u"Select a page -->"_s, u"News"_s, u"Jobs"_s}
-        << QStringList{u""_s, u"/news.html"_s, u"/jobs.html"_s} << 2 << u""_s;
-    QTest::newRow("portal, bare siblings")
-        << o << portal << u"7"_s << QStringList{u"Select a portal page -->"_s, u"Home"_s, u"Shop"_s}
-        << QStringList{u""_s, u"/home"_s, u"/shop"_s} << 2 << u""_s;
-    QTest::newRow("no current") << o << portal << u"x"_s << QStringList{} << QStringList{} << 0
-                                << u""_s;
-    QTest::newRow("pages, bare siblings")
-        << p << QStringLiteral("<P ArticleSiteID=\"3\"/><P ArticleSiteID=\"3\"/>") << u""_s
-        << QStringList{} << QStringList{} << 0
-        << u"Could not read the content pages (line 1, column 44): Extra content at end of "
-           u"document."_s;
-    QTest::newRow("section 40000")
-        << p
-        << QStringLiteral("<Pages>\n<P ArticleSiteID=\"3\" ArticleSectionID=\"40000\"/></Pages>")
-        << u""_s << QStringList{} << QStringList{} << 0
-        << u"Could not read the content pages (line 2, column 47): ArticleSectionID \"40000\" is "
-           u"not an identifier this list can hold."_s;
-    QTest::newRow("site 40000 of a page")
-        << p
-        << QStringLiteral("<Pages><P ArticleSiteID=\"40000\" "
-                          "ArticleSectionID=\"1\"/></Pages>")
-        << u""_s << QStringList{} << QStringList{} << 0
-        << u"Could not read the content pages (line 1, column 54): ArticleSiteID \"40000\" is "
-           u"not an identifier this list can hold."_s;
-    QTest::newRow("unclosed site")
-        << s << QStringLiteral("<Sites><Site ArticleSiteID=\"1\">") << u""_s << QStringList{}
-        << QStringList{} << 0
-        << u"Could not read the content sites (line 1, column 31): Premature end of "
-           u"document."_s;
-}
-
-void tst_LinkPageDialogs::xmlLists()
-{
-    QFETCH(int, kind);
-    QFETCH(QString, xml);
-    QFETCH(QString, currentId);
-    QFETCH(QStringList, entries);
-    QFETCH(QStringList, addresses);
-    QFETCH(int, current);
-    QFETCH(QString, error);
-    const auto listKind = LinkListKind(kind);
-    const LinkListLoad load = loadLinkList(listKind, xml, currentId, 3);
-    if (!error.isEmpty()) {
-        QVERIFY(!load.list);
-        QCOMPARE(load.error.message(listKind), error);
-        return;
-    }
-    QVERIFY(load.list);
-    if (!entries.isEmpty()) {
-        QCOMPARE(load.list->names, entries);
-        QCOMPARE(load.list->addresses, addresses);
-    }
-    QCOMPARE(load.list->current, current);
-}
-
-void tst_LinkPageDialogs::targets_data()
-{
-    QTest::addColumn<QString>("host");
-    QTest::addColumn<QStringList>("targets");
-    const QStringList standard{u"_blank"_s, u"_parent"_s, u"_self"_s, u"_top"_s};
-    QTest::newRow("none") << u""_s << standard;
-    QTest::newRow("separated") << u" main; side,\nfooter "_s
-                               << QStringList{u"main"_s, u"side"_s, u"footer"_s};
-    QTest::newRow("elements") << u"<T Target=\"main\"/><T Name=\"side\"/><T>footer</T>"_s
-                              << QStringList{u"main"_s, u"side"_s, u"footer"_s};
-    QTest::newRow("malformed elements") << u"<T Target=\"main\">"_s << standard;
-}
-
-void tst_LinkPageDialogs::targets()
-{
-    QFETCH(QString, host);
-    QFETCH(QStringList, targets);
-    QCOMPARE(linkTargets(host), targets);
-}
-
-void tst_LinkPageDialogs::linkReferences()
-{
-    LinkPropertiesValues values;
-    readLinkReference(QStringLiteral("cms:3:13"), values);
-    QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkContentPage));
-    QCOMPARE(linkReference(values), QStringLiteral("cms:3:13"));
-    readLinkReference(QStringLiteral("portal:7"), values);
-    QCOMPARE(values.PortalPageID, QStringLiteral("7"));
-    QCOMPARE(linkReference(values), QStringLiteral("portal:7"));
-    readLinkReference(QStringLiteral("page:7"), values);
-    QCOMPARE(linkReference(values), QString());
-}
-
-void tst_LinkPageDialogs::pageOrders()
-{
-    QCOMPARE(pageReadAttributes(),
-        (QStringList{u"background"_s, u"bgColor"_s, u"Text"_s, u"link"_s, u"vLink"_s, u"aLink"_s,
-            u"leftMargin"_s, u"topMargin"_s, u"bottomMargin"_s, u"rightMargin"_s}));
-    PagePropertiesValues values;
-    QList<std::optional<QString>> read;
-    for (int i = 0; i < 10; ++i)
-        read.append(i == 2 ? std::nullopt : std::optional(QString::number(i)));
-    fillPageValues(values, read, QStringLiteral("T"));
-    QCOMPARE(values.BackgroundImage, QStringLiteral("0"));
-    QCOMPARE(values.Title, QStringLiteral("T"));
-    QCOMPARE(values.TextColor, QString());
-    QCOMPARE(values.LinkColor, QStringLiteral("3"));
-    QCOMPARE(values.BottomMargin, QStringLiteral("8"));
-    QCOMPARE(values.RightMargin, QStringLiteral("9"));
-
-    QStringList written;
-    for (const PageEdit &edit : pageEdits(values))
-        written.append(edit.attribute + QLatin1Char('=') + edit.value.value_or(u"-"_s));
-    QCOMPARE(written,
-        (QStringList{u"bgColor=1"_s, u"Text=-"_s, u"link=3"_s, u"vLink=4"_s, u"aLink=5"_s,
-            u"leftMargin=6"_s, u"topMargin=7"_s, u"bottomMargin=8"_s, u"rightMargin=9"_s,
-            u"background=0"_s}));
-
-    QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentvLinkColor")), u"vLink"_s);
-    QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentForegroundColor")), u"Text"_s);
-    QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentVLinkColor")), QString());
-}
-
-void tst_LinkPageDialogs::linkDialogOpensOnTheLinkedPageAndValidates_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("url");
-    QTest::newRow("portal at its prompt") << 2 << u"Please select a Portal Page."_s << u""_s;
-    QTest::newRow("no site") << 1 << u"Please select a CMS Site."_s << u""_s;
-    QTest::newRow("site, no page") << -1 << u"Please select a CMS Page."_s << u""_s;
-    QTest::newRow("page") << 1 << u""_s << u"/jobs.html"_s;
-}
-
-// The dialog opens on the linked page (site 3, page 13); each row then undoes part of the
-// choice and presses OK.
-void tst_LinkPageDialogs::linkDialogOpensOnTheLinkedPageAndValidates()
-{
-    QFETCH(int, kind);
-    QFETCH(QString, message);
-    QFETCH(QString, url);
-    m_prompts.shown.clear();
-    LinkPropertiesDialog dialog([this]() -> UserPrompts & { return m_prompts; });
-    LinkPropertiesValues values;
-    values.ContentSites = sites;
-    values.ContentPages = pages;
-    values.PortalPages = portal;
-    values.Targets = linkTargets(QString());
-    readLinkReference(QStringLiteral("cms:3:13"), values);
-    values.URL = QStringLiteral("/jobs.html");
-    values.Target = QStringLiteral("main");
-    dialog.setValues(values);
-    QCOMPARE(dialog.sites()->currentText(), QStringLiteral("Main"));
-    QCOMPARE(dialog.pages()->currentText(), QStringLiteral("Jobs"));
-    QCOMPARE(dialog.portalPages()->count(), 3);
-
-    if (kind == 1 && !message.isEmpty())
-        dialog.sites()->setCurrentIndex(0);
-    if (kind == -1)
-        dialog.pages()->setCurrentIndex(0);
-    dialog.setLinkOption(qAbs(kind));
-    dialog.accept();
-    QCOMPARE(m_prompts.texts(RecordingPrompts::Kind::Information),
-        message.isEmpty() ? QStringList{} : QStringList{message});
-    QCOMPARE(dialog.result(), message.isEmpty() ? int(QDialog::Accepted) : int(QDialog::Rejected));
-    if (message.isEmpty()) {
-        const LinkPropertiesValues answer = dialog.values();
-        QCOMPARE(answer.URL, url);
-        QCOMPARE(linkReference(answer), QStringLiteral("cms:3:13"));
-        QCOMPARE(answer.Target, QStringLiteral("main"));
-    }
-}
-
-void tst_LinkPageDialogs::malformedListKeepsTheListAndSaysWhy()
-{
-    m_prompts.shown.clear();
-    LinkPropertiesDialog dialog([this]() -> UserPrompts & { return m_prompts; });
-    LinkPropertiesValues values;
-    values.PortalPages = QStringLiteral("<Page PortalPageID=\"5\">");
-    values.ContentSites = sites;
-    values.URL = QStringLiteral("HTTP://example.org/");
-    dialog.setValues(values);
-    QCOMPARE(m_prompts.texts(RecordingPrompts::Kind::Information),
-        QStringList{u"Could not read the portal pages (line 1, column 29): Opening and ending tag "
-                    u"mismatch."_s});
-    QCOMPARE(dialog.portalPages()->count(), 1);
-    QCOMPARE(dialog.sites()->count(), 3);
-    QCOMPARE(dialog.prefix()->currentIndex(), 0);
-    QCOMPARE(dialog.address()->text(), QStringLiteral("example.org/"));
-    QCOMPARE(dialog.values().URL, QStringLiteral("http://example.org/"));
-}
 
 QTEST_MAIN(tst_LinkPageDialogs)
 #include "tst_linkpagedialogs.moc"

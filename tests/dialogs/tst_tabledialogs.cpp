@@ -18,6 +18,7 @@ using namespace Vantry;
 using namespace Qt::StringLiterals;
 using namespace Vantry::Dialogs;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
 using VantryTest::row;
 
@@ -46,9 +47,7 @@ private Q_SLOTS:
 
     void numberKeys()
     {
-        QFETCH(int, key);
-        QFETCH(bool, number);
-        QFETCH(bool, hex);
+        auto [key, number, hex] = fetch<int, bool, bool>("key", "number", "hex");
         QCOMPARE(CheckEnterNumber(key), number);
         QCOMPARE(CheckEnterHex(key), hex);
     }
@@ -76,8 +75,7 @@ private Q_SLOTS:
 
     void folderOfPath()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, folder);
+        auto [path, folder] = fetch<QString, QString>("path", "folder");
         QCOMPARE(GetFolderOfPath(path), folder);
     }
 
@@ -93,9 +91,7 @@ private Q_SLOTS:
 
     void dimensions()
     {
-        QFETCH(QString, value);
-        QFETCH(QString, number);
-        QFETCH(bool, percent);
+        auto [value, number, percent] = fetch<QString, QString, bool>("value", "number", "percent");
         const Dimension dimension = splitDimension(value);
         QCOMPARE(dimension.number, number);
         QCOMPARE(dimension.percent, percent);
@@ -132,10 +128,8 @@ private Q_SLOTS:
 
     void insertTableAttributes()
     {
-        QFETCH(QStringList, fields);
-        QFETCH(QString, background);
-        QFETCH(QString, table);
-        QFETCH(QString, cells);
+        auto [fields, background, table, cells] = fetch<QStringList, QString, QString, QString>(
+            "fields", "background", "table", "cells");
         InsertTableValues values;
         QString *texts[] = {&values.BorderSize, &values.CellPadding, &values.CellSpacing,
             &values.Width, &values.Height, &values.Alignment, &values.BorderColor, &values.BGColor,

@@ -9,6 +9,7 @@
 using namespace Vantry;
 using RollOver = ImageDialogValues::RollOver;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 
 class tst_ImageRules : public QObject
@@ -29,9 +30,8 @@ private Q_SLOTS:
 
     void pathParts()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, folder);
-        QFETCH(QString, fileName);
+        auto [path, folder, fileName]
+            = fetch<QString, QString, QString>("path", "folder", "fileName");
         QCOMPARE(Images::GetFolderFromPath(path), folder);
         QCOMPARE(Images::GetImageFileName(path), fileName);
     }
@@ -49,9 +49,8 @@ private Q_SLOTS:
 
     void incrementFileName()
     {
-        QFETCH(QString, fileName);
-        QFETCH(int, counter);
-        QFETCH(QString, numbered);
+        auto [fileName, counter, numbered]
+            = fetch<QString, int, QString>("fileName", "counter", "numbered");
         QCOMPARE(Images::IncrementFileName(fileName, counter), numbered);
     }
 
@@ -69,9 +68,8 @@ private Q_SLOTS:
 
     void insertedImageSource()
     {
-        QFETCH(QString, baseURL);
-        QFETCH(QString, vcDirectory);
-        QFETCH(QString, src);
+        auto [baseURL, vcDirectory, src]
+            = fetch<QString, QString, QString>("baseURL", "vcDirectory", "src");
         QCOMPARE(Images::insertedImageSource(
                      QStringLiteral("/srv/site/img/a b.png"), baseURL, vcDirectory),
             src);
@@ -122,8 +120,7 @@ private Q_SLOTS:
 
     void dialogMarkup()
     {
-        QFETCH(ImageDialogValues, values);
-        QFETCH(QString, markup);
+        auto [values, markup] = fetch<ImageDialogValues, QString>("values", "markup");
         QCOMPARE(Dialogs::imageDialogMarkup(values), markup);
     }
 
@@ -139,9 +136,8 @@ private Q_SLOTS:
 
     void linkPrefix()
     {
-        QFETCH(QString, address);
-        QFETCH(QString, prefix);
-        QFETCH(QString, rest);
+        auto [address, prefix, rest]
+            = fetch<QString, QString, QString>("address", "prefix", "rest");
         const Dialogs::SplitLink split = Dialogs::splitLinkPrefix(address);
         QCOMPARE(split.prefix, prefix);
         QCOMPARE(split.rest, rest);

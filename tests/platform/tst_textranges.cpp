@@ -12,6 +12,7 @@ using Platform::SelectionType;
 using Platform::TextRange;
 using Platform::TextUnit;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 
 class tst_TextRanges : public VantryTest::SurfaceFixture
@@ -41,8 +42,7 @@ private Q_SLOTS:
 
     void readerText()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, text);
+        auto [body, text] = fetch<QString, QString>("body", "text");
         load(body);
         QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), text);
     }
@@ -62,11 +62,8 @@ private Q_SLOTS:
 
     void characterMoves()
     {
-        QFETCH(QString, body);
-        QFETCH(int, start);
-        QFETCH(int, end);
-        QFETCH(int, moved);
-        QFETCH(QString, text);
+        auto [body, start, end, moved, text]
+            = fetch<QString, int, int, int, QString>("body", "start", "end", "moved", "text");
         load(body);
         const TextRange range = m_surface->bodyRange();
         QVERIFY(m_surface->collapseRange(range, true));
@@ -90,9 +87,7 @@ private Q_SLOTS:
 
     void wordMoves()
     {
-        QFETCH(QString, body);
-        QFETCH(int, words);
-        QFETCH(QString, word);
+        auto [body, words, word] = fetch<QString, int, QString>("body", "words", "word");
         load(body);
         const TextRange range = m_surface->bodyRange();
         QCOMPARE(m_surface->moveRange(range, TextUnit::Word, words), words);
@@ -179,9 +174,7 @@ private Q_SLOTS:
 
     void findText()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, needle);
-        QFETCH(QString, hit);
+        auto [body, needle, hit] = fetch<QString, QString, QString>("body", "needle", "hit");
         load(body);
         const TextRange range = m_surface->bodyRange();
         QCOMPARE(m_surface->findText(range, needle), !hit.isNull());
@@ -288,9 +281,7 @@ private Q_SLOTS:
 
     void parentElement()
     {
-        QFETCH(QString, needle);
-        QFETCH(bool, collapse);
-        QFETCH(QString, tag);
+        auto [needle, collapse, tag] = fetch<QString, bool, QString>("needle", "collapse", "tag");
         load(QStringLiteral("<div><p>plain <b>bold</b></p><p>next</p></div>"));
         const TextRange range = found(needle);
         QVERIFY(!range.isNull());
@@ -385,9 +376,7 @@ private Q_SLOTS:
 
     void clickingChoosesElementsWhole()
     {
-        QFETCH(QString, tag);
-        QFETCH(QPointF, offset);
-        QFETCH(bool, whole);
+        auto [tag, offset, whole] = fetch<QString, QPointF, bool>("tag", "offset", "whole");
         load(QStringLiteral(
             "<p>text <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///wAAACH5"
             "BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"40\" height=\"30\"> "
@@ -492,10 +481,8 @@ private Q_SLOTS:
 
     void replaceAllTextReturnsFalseWhenDone()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, find);
-        QFETCH(QString, replacement);
-        QFETCH(QString, text);
+        auto [body, find, replacement, text]
+            = fetch<QString, QString, QString, QString>("body", "find", "replacement", "text");
         load(body);
         QVERIFY(!m_editor->ReplaceAllText(find, replacement));
         QVERIFY(!m_surface->lastCallFailed());
@@ -547,9 +534,8 @@ private Q_SLOTS:
     // Past the last hit in the selection the search starts over at its first.
     void findNextInSelectionWrapsToTheFirstHit()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, selected);
-        QFETCH(QStringList, hits);
+        auto [body, selected, hits]
+            = fetch<QString, QString, QStringList>("body", "selected", "hits");
         load(body);
         select(selected);
         const QString lorem = QStringLiteral("lorem");
@@ -662,8 +648,7 @@ private Q_SLOTS:
     // the earlier step is still there to undo.
     void editsAreUndoneOneAtATime()
     {
-        QFETCH(int, edit);
-        QFETCH(QString, changed);
+        auto [edit, changed] = fetch<int, QString>("edit", "changed");
         load(QStringLiteral("<p>lorem a dolor</p>"));
         select(QStringLiteral("dolor"));
         m_editor->InsertHTML(QStringLiteral("lorem"));
@@ -756,7 +741,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("tag");
         for (const char *tag : {"section", "article", "header", "footer", "nav", "main", "figure",
                  "center", "fieldset"})
-            QTest::newRow(tag) << QString::fromLatin1(tag);
+            row(tag, QString::fromLatin1(tag));
     }
 
     void wholeWordsEndAtEveryBlock()

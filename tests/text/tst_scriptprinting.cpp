@@ -16,6 +16,7 @@
 
 using namespace Vantry;
 using VantryTest::columns;
+using VantryTest::fetch;
 using VantryTest::row;
 
 namespace {
@@ -107,8 +108,7 @@ private Q_SLOTS:
 
     void otherNamesChangeNothing()
     {
-        QFETCH(QVariant, name);
-        QFETCH(bool, withScript);
+        auto [name, withScript] = fetch<QVariant, bool>("name", "withScript");
         load(withScript ? QStringLiteral("<html><head><script>var a;</script></head>"
                                          "<body><p>x</p></body></html>")
                         : plainPage);
