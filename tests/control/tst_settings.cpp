@@ -274,7 +274,7 @@ private slots:
         QVERIFY2(handled.first().contains(u'"' + key + u'"'), qPrintable(handled.first()));
         QVERIFY2(handled.first().contains(shown), qPrintable(handled.first()));
         const auto property = std::find_if(storedProperties().begin(), storedProperties().end(),
-            [&key](const PropertyInfo &info) { return info.bagName == key; });
+            [name = key](const PropertyInfo &info) { return info.bagName == name; });
         QCOMPARE(property->get(settings), property->defaultValue());
 
         QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
