@@ -252,6 +252,7 @@ void tst_ImageUpload::upload_data()
             {"collision numbered, SFTP", "sftp", "/a.jpg", "a.jpg", "MIS", "/", "/a.jpg /a_001.jpg",
                 ""},
             {"collision overwritten", "ftp", "/a.jpg", "a.jpg", "MOIS", "/", "/a.jpg", ""},
+            {"collision overwritten, SFTP", "sftp", "/a.jpg", "a.jpg", "MOIS", "/", "/a.jpg", ""},
             {"collision refused", "ftp", "/a.jpg", "a.jpg", "MS", "/", "/a.jpg", "already in /"},
             {"leaving the restricted folder", "ftp", "/site/keep", "a.jpg", "MIS", "../outside",
                 "/site/keep", "may only go to /site"},

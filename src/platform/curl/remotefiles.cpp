@@ -465,6 +465,12 @@ RemoteFiles::Worker::Outcome RemoteFiles::Worker::runUpload(
     curl_easy_setopt(handle.curl, CURLOPT_READDATA, &transfer);
     curl_easy_setopt(handle.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(file.size()));
     if (m_endpoint.sftp) {
+        // SFTP's rename never replaces a file: the old one goes once the new one is whole
+        // ("*": a file already gone is no failure).
+        if (upload.replaces) {
+            const QByteArray remove = "*rm " + quotePath(m_endpoint, upload.remotePath);
+            handle.quote = curl_slist_append(handle.quote, remove.constData());
+        }
         const QByteArray rename = "rename " + quotePath(m_endpoint, partPath) + ' '
             + quotePath(m_endpoint, upload.remotePath);
         handle.quote = curl_slist_append(handle.quote, rename.constData());

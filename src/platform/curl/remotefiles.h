@@ -32,6 +32,8 @@ struct RemoteUpload
     QString localPath;
     // Absolute, as the server shows it after login.
     QString remotePath;
+    // A file of that name is there and is to be replaced.
+    bool replaces = false;
 };
 
 // The failures a user is told about, in plain words.
