@@ -13,7 +13,7 @@ PACKAGES=(
   libqscintilla2-qt6-dev
   libhunspell-dev hunspell-en-us hunspell-de-de
   libcurl4-openssl-dev
-  python3-pyftpdlib python3-openssl openssl
+  python3-pyftpdlib python3-openssl openssl python3-asyncssh
   breeze-icon-theme
   fonts-dejavu-core fonts-liberation2
   poppler-utils

@@ -50,8 +50,9 @@ struct ImageUploadValues
     // Where the web server publishes the upload root (see the editor's README).
     QString BaseURL;
     QString ImageVCDirectory;
-    // A PEM file of the authorities an FTPS server's certificate is checked against;
-    // empty for the system's.
+    // A PEM file of the authorities an FTPS server's certificate is checked against, or
+    // the known_hosts file an SFTP server's host key is looked up in; empty for the
+    // system's authorities and the user's ~/.ssh/known_hosts.
     QString certificateAuthorities;
 
     // The user's choice: local image files and the server folder they go to.

@@ -153,8 +153,8 @@ void UploadFlow::startTransfer()
             Q_EMIT finished(false);
             return;
         }
+        uploads.append({local, remotePath(m_folder, *name), taken.contains(*name)});
         taken.insert(*name);
-        uploads.append({local, remotePath(m_folder, *name)});
     }
     m_state = State::Uploading;
     Q_EMIT totalProgress(0, m_total);

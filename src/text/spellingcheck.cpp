@@ -38,7 +38,6 @@ bool SpellingCheck::read()
 void SpellingCheck::take(DesignSurface::SpellingText text)
 {
     m_text = std::move(text);
-    m_dictionaries.forgetVerdicts();
     const QString own = dictionaryForLanguage(m_text.documentLanguage, m_dictionaries.installed());
     m_dictionary = own.isEmpty() ? m_dictionaries.systemDictionary() : own;
     rebuildRuns();

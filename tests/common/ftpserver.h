@@ -7,22 +7,37 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// Tests that include this define VANTRY_FTP_SERVER_SCRIPT (tests/images/ftpserver.py).
+// Tests that include this define VANTRY_FTP_SERVER_SCRIPT (tests/images/ftpserver.py) and
+// VANTRY_SFTP_SERVER_SCRIPT (tests/images/sftpserver.py).
 namespace VantryTest {
 
 using namespace Qt::StringLiterals;
 
 inline const QString python = u"/usr/bin/python3"_s;
 
-// pyftpdlib on 127.0.0.1, serving a temporary folder; stopped with the object.
+// pyftpdlib (python3-asyncssh for SFTP) on 127.0.0.1, serving a temporary folder; stopped
+// with the object.
 class FtpServer
 {
 public:
+    enum Protocol
+    {
+        Ftp,
+        Ftps,
+        Sftp
+    };
     explicit FtpServer(bool tls)
+        : FtpServer(tls ? Ftps : Ftp)
+    { }
+    explicit FtpServer(Protocol protocol)
+        : m_sftp(protocol == Sftp)
     {
         QStringList arguments{
             QStringLiteral(VANTRY_FTP_SERVER_SCRIPT), root(), m_dir.filePath(u"port"_s)};
-        if (tls) {
+        if (m_sftp)
+            arguments = QStringList{QStringLiteral(VANTRY_SFTP_SERVER_SCRIPT), root(),
+                m_dir.filePath(u"port"_s), certificate()};
+        if (protocol == Ftps) {
             QProcess openssl;
             openssl.start(u"openssl"_s,
                 u"req -x509 -newkey rsa:2048 -nodes -days 1 -subj /CN=localhost -addext "
@@ -39,7 +54,7 @@ public:
         for (int i = 0; i < 200 && !portFile.exists(); ++i)
             QTest::qWait(50);
         if (!portFile.open(QIODevice::ReadOnly))
-            qFatal("the test FTP server (python3-pyftpdlib) did not start");
+            qFatal("the test server (python3-pyftpdlib, python3-asyncssh) did not start");
         m_port = portFile.readAll().toInt();
     }
     ~FtpServer() { stop(); }
@@ -50,7 +65,12 @@ public:
         m_process.waitForFinished();
     }
     QString root() const { return m_dir.filePath(u"root"_s); }
-    QString certificate() const { return m_dir.filePath(u"cert.pem"_s); }
+    // What a client verifies the server with: the certificate of an FTPS server, the
+    // known_hosts file of an SFTP server.
+    QString certificate() const
+    {
+        return m_dir.filePath(m_sftp ? u"known_hosts"_s : u"cert.pem"_s);
+    }
     QString address(const QString &scheme) const
     {
         return scheme + u"://127.0.0.1:"_s + QString::number(m_port);
@@ -81,6 +101,7 @@ public:
 private:
     QTemporaryDir m_dir;
     QProcess m_process;
+    bool m_sftp = false;
     int m_port = 0;
 };
 

@@ -15,6 +15,7 @@
 #include <VantryHTMLEditor/EditorDialogs.h>
 
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 using namespace Vantry;
@@ -446,26 +447,41 @@ private Q_SLOTS:
         QTest::addColumn<bool>("chosen"); // the form is left with OK, else cancelled
         QTest::addColumn<QString>("password");
         QTest::addColumn<QString>("message"); // empty: the upload works
+        QTest::addColumn<bool>("sftp");
 
-        row("UploadImage", false, true, "editor-pass", "");
-        row("inserted and uploaded", true, true, "editor-pass", "");
-        row("UploadImage, login refused", false, true, "wrong",
-            "refused the user name or password");
+        row("UploadImage", false, true, "editor-pass", "", false);
+        row("inserted and uploaded", true, true, "editor-pass", "", false);
+        row("inserted and uploaded over SFTP", true, true, "editor-pass", "", true);
+        row("UploadImage, login refused", false, true, "wrong", "refused the user name or password",
+            false);
         row("inserted, login refused", true, true, "wrong",
-            "not inserted. The server refused the user name");
+            "not inserted. The server refused the user name", false);
         row("inserted, upload cancelled", true, false, "editor-pass",
-            "not inserted: the upload was cancelled");
+            "not inserted: the upload was cancelled", false);
     }
 
     void uploadedImageGoesIntoTheDocument()
     {
-        auto [insert, chosen, password, message]
-            = fetch<bool, bool, QString, QString>("insert", "chosen", "password", "message");
-        if (!m_ftp)
-            m_ftp = std::make_unique<VantryTest::FtpServer>(false);
-        m_ftp->clear();
-        QVERIFY(QDir(m_ftp->root()).mkpath(QStringLiteral("www")));
-        m_editor->setFTP_ServerName(m_ftp->address(QStringLiteral("ftp")));
+        auto [insert, chosen, password, message, sftp] = fetch<bool, bool, QString, QString, bool>(
+            "insert", "chosen", "password", "message", "sftp");
+        std::unique_ptr<VantryTest::FtpServer> &server = sftp ? m_sftp : m_ftp;
+        if (!server)
+            server = std::make_unique<VantryTest::FtpServer>(
+                sftp ? VantryTest::FtpServer::Sftp : VantryTest::FtpServer::Ftp);
+        server->clear();
+        QVERIFY(QDir(server->root()).mkpath(QStringLiteral("www")));
+        // The editor looks the SFTP server's host key up in the user's known_hosts.
+        QTemporaryDir home;
+        const QByteArray userHome = qgetenv("HOME");
+        const auto restoreHome = qScopeGuard([&userHome] { qputenv("HOME", userHome); });
+        if (sftp) {
+            QVERIFY(QDir(home.path()).mkpath(QStringLiteral(".ssh")));
+            QVERIFY(QFile::copy(
+                server->certificate(), home.filePath(QStringLiteral(".ssh/known_hosts"))));
+            qputenv("HOME", home.path().toLocal8Bit());
+        }
+        m_editor->setFTP_ServerName(
+            server->address(sftp ? QStringLiteral("sftp") : QStringLiteral("ftp")));
         m_editor->setFTP_UserName(QStringLiteral("editor"));
         m_editor->setFTP_Password(password);
         m_editor->setFTP_RistrictedDirectory(QStringLiteral("/www"));
@@ -494,7 +510,7 @@ private Q_SLOTS:
             QVERIFY2(
                 body().contains(QStringLiteral("src=\"http://www.example.com/pictures/a.png\"")),
                 qPrintable(body()));
-            QCOMPARE(m_ftp->files(), QStringList{QStringLiteral("/www/a.png")});
+            QCOMPARE(server->files(), QStringList{QStringLiteral("/www/a.png")});
             QVERIFY(!QFileInfo::exists(m_editor->ImageDirectory()));
             QCOMPARE(m_prompts->shown.size(), insert ? 1 : 0); // the picker
             return;
@@ -505,7 +521,7 @@ private Q_SLOTS:
         QVERIFY(!said.contains(password));
         QCOMPARE(body(), loaded);
         QVERIFY(m_events.isEmpty());
-        QCOMPARE(m_ftp->files(), QStringList());
+        QCOMPARE(server->files(), QStringList());
     }
 
 private:
@@ -530,6 +546,7 @@ private:
     ImageAnswers *m_dialogs = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<VantryTest::FtpServer> m_ftp;
+    std::unique_ptr<VantryTest::FtpServer> m_sftp;
 };
 
 QTEST_MAIN(tst_Images)

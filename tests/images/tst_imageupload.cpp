@@ -15,6 +15,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 using namespace Vantry;
 using namespace Qt::StringLiterals;
@@ -93,10 +94,15 @@ private:
     QString localFile(const QString &name, qint64 size = 1000);
     ImageUploadValues account(
         const FtpServer &server, const QString &scheme, const QString &user = u"editor"_s) const;
+    FtpServer &server(const QString &scheme) const
+    {
+        return scheme == u"ftps"_s ? *m_ftps : scheme == u"sftp"_s ? *m_sftp : *m_ftp;
+    }
 
     QTemporaryDir m_local;
     std::unique_ptr<FtpServer> m_ftp;
     std::unique_ptr<FtpServer> m_ftps;
+    std::unique_ptr<FtpServer> m_sftp;
 };
 
 void tst_ImageUpload::initTestCase()
@@ -104,6 +110,7 @@ void tst_ImageUpload::initTestCase()
     QVERIFY(QFile::exists(VantryTest::python));
     m_ftp = std::make_unique<FtpServer>(false);
     m_ftps = std::make_unique<FtpServer>(true);
+    m_sftp = std::make_unique<FtpServer>(FtpServer::Sftp);
 }
 
 QString tst_ImageUpload::localFile(const QString &name, qint64 size)
@@ -231,19 +238,25 @@ void tst_ImageUpload::publishedAddress()
 void tst_ImageUpload::upload_data()
 {
     // settings, as letters: Multiple files, Overwrite, Increment, Strip. local is split at
-    // '|', existing and expected (the server afterwards) at spaces.
+    // '|', existing and expected (the server afterwards) at spaces, or at '|' when it has one.
     table({"scheme", "existingNames", "localNames", "settings", "folder", "expectedNames", "error"},
         {
             {"one file", "ftp", "", "a.jpg", "MIS", "/", "/a.jpg", ""},
             {"one file, explicit TLS", "ftps", "", "a.jpg", "MIS", "/img", "/img/a.jpg", ""},
+            {"one file, SFTP", "sftp", "", "a b.jpg", "MI", "/img", "/img/a b.jpg|", ""},
             {"several files, prefix, suffix, stripped", "ftp", "/img/x", "my photo.jpg|b.png",
                 "MIS", "/img", "/img/pre-b-post.png /img/pre-my_photo-post.jpg /img/x", ""},
             {"several files not allowed", "ftp", "", "a.jpg|b.png", "IS", "/", "", "Only one file"},
             {"collision numbered", "ftp", "/a.jpg /a_001.jpg", "a.jpg", "MIS", "/",
                 "/a.jpg /a_001.jpg /a_002.jpg", ""},
+            {"collision numbered, SFTP", "sftp", "/a.jpg", "a.jpg", "MIS", "/", "/a.jpg /a_001.jpg",
+                ""},
             {"collision overwritten", "ftp", "/a.jpg", "a.jpg", "MOIS", "/", "/a.jpg", ""},
+            {"collision overwritten, SFTP", "sftp", "/a.jpg", "a.jpg", "MOIS", "/", "/a.jpg", ""},
             {"collision refused", "ftp", "/a.jpg", "a.jpg", "MS", "/", "/a.jpg", "already in /"},
             {"leaving the restricted folder", "ftp", "/site/keep", "a.jpg", "MIS", "../outside",
+                "/site/keep", "may only go to /site"},
+            {"leaving the restricted folder, SFTP", "sftp", "/site/keep", "a.jpg", "MIS", "/etc",
                 "/site/keep", "may only go to /site"},
         });
 }
@@ -259,9 +272,9 @@ void tst_ImageUpload::upload()
     QFETCH(QString, expectedNames);
     const QStringList existing = list(existingNames);
     const QStringList local = list(localNames, u'|');
-    const QStringList expected = list(expectedNames);
+    const QStringList expected = list(expectedNames, expectedNames.contains(u'|') ? u'|' : u' ');
 
-    FtpServer &server = scheme == u"ftps"_s ? *m_ftps : *m_ftp;
+    FtpServer &server = this->server(scheme);
     server.clear();
     for (const QString &path : std::as_const(existing))
         server.put(path);
@@ -295,8 +308,8 @@ void tst_ImageUpload::upload()
         QCOMPARE(record.finished.value(0).value(0).toBool(), true);
         QCOMPARE(record.uploaded.size(), files.size());
         const QString remote = record.uploaded.at(0).at(1).toString();
-        QCOMPARE(
-            record.uploaded.at(0).at(2).toString(), u"http://www.example.com/pictures"_s + remote);
+        QCOMPARE(QUrl::fromPercentEncoding(record.uploaded.at(0).at(2).toByteArray()),
+            u"http://www.example.com/pictures"_s + remote);
         QCOMPARE(QFile(server.root() + remote).size(), 1000);
     } else {
         QVERIFY2(record.messages().contains(error), qPrintable(record.messages()));
@@ -316,6 +329,9 @@ void tst_ImageUpload::failure_data()
                 "refused the user name or password"},
             {"unknown certificate", "ftps", "editor", "editor-pass", "",
                 "certificate could not be verified"},
+            {"wrong password over SFTP", "sftp", "editor", "Wr0ng-Secret", "y",
+                "refused the user name or password"},
+            {"unknown host key", "sftp", "editor", "editor-pass", "", "host key"},
             {"server full", "ftp", "full", "full-pass", "y", "no room"},
             {"no server", "closed", "editor", "editor-pass", "y", "Cannot connect"},
             {"not a server address", "http", "editor", "editor-pass", "y", "not supported"},
@@ -330,7 +346,7 @@ void tst_ImageUpload::failure()
     QFETCH(QString, trust);
     QFETCH(QString, error);
 
-    FtpServer &server = scheme == u"ftps"_s ? *m_ftps : *m_ftp;
+    FtpServer &server = this->server(scheme);
     server.clear();
     ImageUploadValues values = account(server, scheme, user);
     values.FTP_Password = password;
@@ -353,19 +369,24 @@ void tst_ImageUpload::failure()
 
 void tst_ImageUpload::cutMidTransfer_data()
 {
+    QTest::addColumn<FtpServer::Protocol>("protocol");
     QTest::addColumn<bool>("serverStops");
     QTest::addColumn<QString>("error");
-    QTest::newRow("cancelled") << false << "The upload was cancelled.";
-    QTest::newRow("server stops") << true << "The connection to the server was lost.";
+    QTest::newRow("cancelled") << FtpServer::Ftp << false << "The upload was cancelled.";
+    QTest::newRow("cancelled, SFTP") << FtpServer::Sftp << false << "The upload was cancelled.";
+    QTest::newRow("server stops") << FtpServer::Ftp << true
+                                  << "The connection to the server was lost.";
 }
 
 void tst_ImageUpload::cutMidTransfer()
 {
+    QFETCH(FtpServer::Protocol, protocol);
     QFETCH(bool, serverStops);
     QFETCH(QString, error);
-    FtpServer server(false);
+    FtpServer server(protocol);
     server.put(u"/a.jpg"_s, "the old picture");
-    ImageUploadValues values = account(server, u"ftp"_s, u"slow"_s);
+    ImageUploadValues values
+        = account(server, protocol == FtpServer::Sftp ? u"sftp"_s : u"ftp"_s, u"slow"_s);
     values.FTP_OverWriteFiles = true;
     UploadFlow flow(values);
     FlowRecord record(flow);

@@ -1,5 +1,6 @@
 #include "platform/curl/remotefiles.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QThread>
@@ -28,6 +29,10 @@ QString remoteErrorText(RemoteError error)
         return QStringLiteral("The server does not offer a secure connection.");
     case RemoteError::CertificateRejected:
         return QStringLiteral("The server's certificate could not be verified.");
+    case RemoteError::HostKeyRejected:
+        return QStringLiteral("The server's host key is not the one known for it. Check it, "
+                              "and add it to ~/.ssh/known_hosts (for example by connecting "
+                              "once with ssh).");
     case RemoteError::FolderNotAllowed:
         return QStringLiteral("The server does not allow this in that folder.");
     case RemoteError::ServerFull:
@@ -138,13 +143,19 @@ QByteArray urlPath(const Endpoint &endpoint, const QString &path, bool folder)
     return out;
 }
 
-// A command path for QUOTE, which FTP sends before changing folder.
+// A command path for QUOTE, relative to the login folder: FTP sends it before changing
+// folder, and an SFTP server resolves relative paths from the home folder. libcurl only
+// reads an SFTP path with spaces when it is quoted, and takes no "~" inside quotes.
 QByteArray quotePath(const Endpoint &endpoint, const QString &path)
 {
     QString relative = path;
     while (relative.startsWith(QLatin1Char('/')))
         relative.remove(0, 1);
-    return endpoint.sftp ? QByteArrayLiteral("~/") + relative.toUtf8() : relative.toUtf8();
+    if (!endpoint.sftp)
+        return relative.toUtf8();
+    relative.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+    relative.replace(QLatin1Char('"'), QLatin1String("\\\""));
+    return '"' + relative.toUtf8() + '"';
 }
 
 QString folderOf(const QString &path)
@@ -323,6 +334,14 @@ void RemoteFiles::Worker::prepare(CurlHandle &handle, const QByteArray &url, Tra
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, 30L);
     curl_easy_setopt(curl, CURLOPT_SERVER_RESPONSE_TIMEOUT, 30L);
+    if (m_endpoint.sftp) {
+        // Without a known host key the password would go to whoever answers: libcurl
+        // refuses a key that is not in the file, as it refuses an unknown certificate.
+        const QString knownHosts = m_account.certificateAuthorities.isEmpty()
+            ? QDir::homePath() + QStringLiteral("/.ssh/known_hosts")
+            : m_account.certificateAuthorities;
+        curl_easy_setopt(curl, CURLOPT_SSH_KNOWNHOSTS, QFile::encodeName(knownHosts).constData());
+    }
     if (m_endpoint.secure) {
         curl_easy_setopt(curl, CURLOPT_USE_SSL, long(CURLUSESSL_ALL));
         curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 1L);
@@ -358,7 +377,9 @@ RemoteFiles::Worker::Outcome RemoteFiles::Worker::perform(CurlHandle &handle, qu
     curl_easy_getinfo(handle.curl, CURLINFO_RESPONSE_CODE, &response);
     curl_off_t connectTime = 0;
     curl_easy_getinfo(handle.curl, CURLINFO_CONNECT_TIME_T, &connectTime);
-    const RemoteError error = classify(code, response, connectTime > 0 || response > 0);
+    RemoteError error = classify(code, response, connectTime > 0 || response > 0);
+    if (m_endpoint.sftp && error == RemoteError::CertificateRejected)
+        error = RemoteError::HostKeyRejected;
     QString detail = QString::fromUtf8(handle.errorText);
     if (detail.isEmpty())
         detail = QString::fromUtf8(curl_easy_strerror(code));
@@ -444,8 +465,14 @@ RemoteFiles::Worker::Outcome RemoteFiles::Worker::runUpload(
     curl_easy_setopt(handle.curl, CURLOPT_READDATA, &transfer);
     curl_easy_setopt(handle.curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(file.size()));
     if (m_endpoint.sftp) {
-        const QByteArray rename = "rename \"" + quotePath(m_endpoint, partPath) + "\" \""
-            + quotePath(m_endpoint, upload.remotePath) + '"';
+        // SFTP's rename never replaces a file: the old one goes once the new one is whole
+        // ("*": a file already gone is no failure).
+        if (upload.replaces) {
+            const QByteArray remove = "*rm " + quotePath(m_endpoint, upload.remotePath);
+            handle.quote = curl_slist_append(handle.quote, remove.constData());
+        }
+        const QByteArray rename = "rename " + quotePath(m_endpoint, partPath) + ' '
+            + quotePath(m_endpoint, upload.remotePath);
         handle.quote = curl_slist_append(handle.quote, rename.constData());
     } else {
         const QByteArray from = "RNFR " + partName.toUtf8();

@@ -15,13 +15,15 @@ namespace Vantry::Platform {
 // The server an upload goes to. server is a host, host:port or URL: "ftp://" (and a bare
 // host) is plain FTP, "ftps://" FTP with explicit TLS (AUTH TLS, the certificate verified
 // against the system's authorities or certificateAuthorities), "sftp://" SFTP where the
-// curl library has it.
+// curl library has it (the host key checked against ~/.ssh/known_hosts, or the known_hosts
+// file certificateAuthorities names).
 struct RemoteAccount
 {
     QString server;
     QString userName;
     QString password;
-    // A PEM file of authorities to verify the server with, instead of the system's.
+    // What the server is verified with instead of the user's defaults: a PEM file of
+    // authorities for FTPS, a known_hosts file for SFTP.
     QString certificateAuthorities;
 };
 
@@ -30,6 +32,8 @@ struct RemoteUpload
     QString localPath;
     // Absolute, as the server shows it after login.
     QString remotePath;
+    // A file of that name is there and is to be replaced.
+    bool replaces = false;
 };
 
 // The failures a user is told about, in plain words.
@@ -42,6 +46,7 @@ enum class RemoteError
     LoginRefused,
     NotSecure,
     CertificateRejected,
+    HostKeyRejected,
     FolderNotAllowed,
     ServerFull,
     ConnectionLost,

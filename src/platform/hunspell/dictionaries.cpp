@@ -128,6 +128,10 @@ bool Dictionaries::isCorrect(const QString &dictionary, const QString &word)
     if (known != loaded->verdicts.cend())
         return *known;
     const bool correct = loaded->hunspell->spell(loaded->encode(word));
+    // Answers outlive a read (the next check, the underlines after a scroll, find next
+    // ask about the same words), but not without bound.
+    if (loaded->verdicts.size() >= 200000)
+        loaded->verdicts.clear();
     loaded->verdicts.insert(word, correct);
     return correct;
 }

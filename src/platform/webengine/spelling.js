@@ -9,19 +9,20 @@
         return;
     V.spellingLoaded = true;
 
-    // Text that is no prose: its words are never checked.
-    const SKIP = new Set(['SCRIPT', 'STYLE', 'NOSCRIPT', 'TEMPLATE', 'TEXTAREA', 'SELECT',
-        'OPTION', 'OBJECT', 'EMBED', 'IFRAME', 'SVG', 'MATH']);
+    // Text that is no prose: its words are never checked. Sets of local names, which need
+    // no case folding in an HTML document.
+    const SKIP = new Set(['script', 'style', 'noscript', 'template', 'textarea', 'select',
+        'option', 'object', 'embed', 'iframe', 'svg', 'math']);
     // Where a run of text ends, so that words never join across it.
-    const BOUNDARY = new Set(['ADDRESS', 'BLOCKQUOTE', 'BODY', 'BR', 'CAPTION', 'DD', 'DIV',
-        'DL', 'DT', 'FORM', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'HR', 'IMG', 'INPUT', 'LI',
-        'OBJECT', 'OL', 'P', 'PRE', 'SELECT', 'TABLE', 'TD', 'TH', 'TR', 'UL']);
+    const BOUNDARY = new Set(['address', 'blockquote', 'body', 'br', 'caption', 'dd', 'div',
+        'dl', 'dt', 'form', 'h1', 'h2', 'h3', 'h4', 'h5', 'h6', 'hr', 'img', 'input', 'li',
+        'object', 'ol', 'p', 'pre', 'select', 'table', 'td', 'th', 'tr', 'ul']);
 
     // The nodes of the last snapshot; indices in later calls refer to them.
     let nodes = [];
 
     function skipped(element) {
-        return SKIP.has(element.tagName.toUpperCase())
+        return SKIP.has(element.localName)
                || element.hasAttribute(V.EDITOR_LAYER_ATTR);
     }
 
@@ -41,16 +42,18 @@
         return [nodes.length, 0];
     }
 
-    // { t: the texts joined, n: their lengths, l: per node the index into langs as one
+    // { t: the texts joined, n: their lengths as one text of decimal numbers each ended by
+    // a comma, l: per node the index into langs as one
     // character, b: per node "1" where a run starts, else "0", langs, s: the selection's
     // end as [node, offset], d: the document's language }. Packed into few values, since
     // every value costs as it crosses to C++. The walk carries the language and block of
     // the element it is in instead of looking them up per text node. The text nodes read
     // go into found, in the order of roots, each root read whole.
     function pack(roots, found) {
-        const out = { t: '', n: [], l: '', b: '', langs: [], s: [0, 0],
+        const out = { t: '', n: '', l: '', b: '', langs: [], s: [0, 0],
                       d: document.documentElement.getAttribute('lang') || '' };
         const texts = [];
+        const lengths = [];
         const langs = [];
         const breaks = [];
         const langIndex = new Map();
@@ -65,8 +68,9 @@
         };
         const addText = (node, lang, brk) => {
             found.push(node);
-            texts.push(node.data);
-            out.n.push(node.data.length);
+            const data = node.data;
+            texts.push(data);
+            lengths.push(data.length);
             langs.push(lang);
             breaks.push(brk ? '1' : '0');
         };
@@ -126,13 +130,14 @@
             }
         }
         out.t = texts.join('');
+        out.n = lengths.length ? lengths.join(',') + ',' : '';
         out.l = langs.join('');
         out.b = breaks.join('');
         return out;
     }
 
     function isBoundary(node) {
-        return node.nodeType === Node.ELEMENT_NODE && BOUNDARY.has(node.tagName.toUpperCase());
+        return node.nodeType === Node.ELEMENT_NODE && BOUNDARY.has(node.localName);
     }
 
     function snapshot() {

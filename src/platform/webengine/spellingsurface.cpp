@@ -28,28 +28,39 @@ std::optional<DesignSurface::SpellingText> unpackSpellingText(const QVariantMap 
 {
     DesignSurface::SpellingText text;
     const QString joined = answer.value(QStringLiteral("t")).toString();
-    const QVariantList lengths = answer.value(QStringLiteral("n")).toList();
+    // One text rather than a list: a value per node would cost more to cross than the text.
+    const QString lengths = answer.value(QStringLiteral("n")).toString();
     const QString languages = answer.value(QStringLiteral("l")).toString();
     const QString starts = answer.value(QStringLiteral("b")).toString();
-    text.texts.reserve(lengths.size());
-    text.languageOf.reserve(lengths.size());
-    text.runStarts.reserve(lengths.size());
+    text.texts.reserve(languages.size());
+    text.languageOf.reserve(languages.size());
+    text.runStarts.reserve(languages.size());
     qsizetype at = 0;
-    for (qsizetype i = 0; i < lengths.size() && i < languages.size() && i < starts.size(); ++i) {
-        const qsizetype length = lengths[i].toLongLong();
-        if (length < 0 || at + length > joined.size())
-            break;
+    qsizetype length = 0;
+    bool digits = false;
+    qsizetype i = 0;
+    for (const QChar c : lengths) {
+        if (c.isDigit() && c.unicode() < 128 && length < joined.size()) {
+            length = length * 10 + (c.unicode() - u'0');
+            digits = true;
+            continue;
+        }
+        if (c != u',' || !digits || at + length > joined.size() || i >= languages.size()
+            || i >= starts.size())
+            return std::nullopt;
         text.texts.append(joined.mid(at, length));
-        at += length;
         text.languageOf.append(languages[i].unicode());
         text.runStarts.append(starts[i] == u'1');
+        at += length;
+        length = 0;
+        digits = false;
+        ++i;
     }
     text.languages = answer.value(QStringLiteral("langs")).toStringList();
     text.documentLanguage = answer.value(QStringLiteral("d")).toString();
     const QVariantList selection = answer.value(QStringLiteral("s")).toList();
     text.selectionEnd = {selection.value(0).toInt(), selection.value(1).toInt()};
-    if (text.texts.size() != lengths.size() || at != joined.size()
-        || languages.size() != lengths.size() || starts.size() != lengths.size())
+    if (digits || at != joined.size() || languages.size() != i || starts.size() != i)
         return std::nullopt;
     return text;
 }
