@@ -71,10 +71,12 @@ QString remoteFileName(
         if (extension == QLatin1String("."))
             extension.clear();
     }
-    base.remove(slash());
-    base.remove(QLatin1Char('\\'));
-    extension.remove(slash());
-    extension.remove(QLatin1Char('\\'));
+    // A line break would end the server command the name travels in; no name needs one.
+    for (QString *part : {&base, &extension}) {
+        part->remove(slash());
+        part->remove(QLatin1Char('\\'));
+        part->removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
+    }
     if (base.isEmpty() || base == QLatin1String(".") || base == QLatin1String(".."))
         base = QStringLiteral("image");
     return base + extension;

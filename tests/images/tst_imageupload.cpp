@@ -146,6 +146,8 @@ void tst_ImageUpload::remoteNames_data()
                 "Sommer_Foto_1.JPG"},
             {"kept unstripped", "/tmp/Foto ä.png", "", "", "", "", "refuse", "Foto ä.png"},
             {"no slashes ever", "/tmp/a.png", "../../", "", "", "", "refuse", "....a.png"},
+            {"no line breaks ever", "/tmp/a\r\nDELE b.png", "", "\n", "", "", "refuse",
+                "aDELE b.png"},
             {"nothing left", "/tmp/äöü.gif", "", "", "y", "", "refuse", "image.gif"},
             {"numbered", "/tmp/a.jpg", "", "", "y", "a.jpg a_001.jpg", "number", "a_002.jpg"},
             {"several dots", "/tmp/my.photo.jpg", "", "", "y", "my.photo.jpg", "number",
