@@ -723,45 +723,54 @@
 
     // Operations that change the document; each runs as one step of the undo history.
     const changing = new Set(['editBodyInnerHTML']);
+    // Operations that may change much of the document in one call: what follows edits
+    // (observers, layers) rests while one runs and catches up once after it.
+    const bulk = new Set(['setBodyInnerHTML', 'editBodyInnerHTML']);
     let recordChange = fn => fn();
 
     // What the other adapter files do at these moments, in the order they were added: a
     // new document (loaded, or its body replaced: handles and listeners are gone), a
-    // display switch set, and the start of every operation.
+    // display switch set, and the start and end of every operation (given its name).
     const newDocumentHooks = [];
     const displayHooks = [];
     const operationHooks = [];
+    const afterOperationHooks = [];
 
-    function runHooks(hooks) {
+    function runHooks(hooks, name) {
         for (const hook of hooks)
-            hook();
+            hook(name);
     }
 
     function invoke(name, args, serial) {
         if (serial)
             lastSerial = serial;
+        let answer;
         try {
             const fn = ops[name];
             if (!fn)
                 throw new Error('Unknown operation ' + name);
-            runHooks(operationHooks);
+            runHooks(operationHooks, name);
             const run = () => fn.apply(null, args || []);
             const result = changing.has(name) ? recordChange(run) : run();
-            return { r: result === undefined ? null : result };
+            answer = { r: result === undefined ? null : result };
         } catch (e) {
-            return { e: String(e && e.message ? e.message : e) };
+            answer = { e: String(e && e.message ? e.message : e) };
         }
+        runHooks(afterOperationHooks, name);
+        return answer;
     }
 
     // Further adapter files loaded into this world add their operations here, saying
     // whether each changes the document. They get the shared helpers they need for
     // handles and notifications.
-    function register(name, fn, changesDocument) {
+    function register(name, fn, changesDocument, isBulk) {
         if (ops[name])
             throw new Error('Operation ' + name + ' exists already');
         ops[name] = fn;
         if (changesDocument)
             changing.add(name);
+        if (isBulk)
+            bulk.add(name);
     }
 
     window.__vantry = {
@@ -771,6 +780,9 @@
         onNewDocument: fn => { newDocumentHooks.push(fn); },
         onDisplaySet: fn => { displayHooks.push(fn); },
         beforeOperations: fn => { operationHooks.push(fn); },
+        afterOperations: fn => { afterOperationHooks.push(fn); },
+        isBulk: name => bulk.has(name),
+        soon: soon,
         recordChangesWith: fn => { recordChange = fn; },
         handleFor: handleFor,
         nodeFor: nodeFor,

@@ -711,6 +711,11 @@
     }
 
     V.reportDisplayWith(reportedStatus);
+    // Commands that may change much of a long document (a table's structure): reading the
+    // states would lay the whole change out before the answer goes. Their answer leaves the
+    // states out; the display change each command announces brings them, read once.
+    const bulkCommands = new Set();
+    V.bulkCommands = ids => { for (const id of ids) bulkCommands.add(id); };
     V.onContextMenu(menuTarget);
 
     // withStatus: the answer brings the reported states along, except after a reading
@@ -720,7 +725,9 @@
         if (!withStatus)
             return value;
         const reading = commands.get(id).name.startsWith('get');
-        return { value: value, status: reading ? null : reportedStatus() };
+        if (reading || bulkCommands.has(id))
+            return { value: value, status: null };
+        return { value: value, status: reportedStatus() };
     });
     // Asked with follow, the commands are the ones reported from then on.
     V.register('commandStatus', (ids, withValues, follow) => {

@@ -171,6 +171,15 @@
     });
     follow();
     window.addEventListener('resize', () => { if (host) schedule(); });
+    // The observer rests during a bulk operation; the marks follow once after it.
+    V.beforeOperations(name => {
+        if (V.isBulk(name))
+            bodyObserver.disconnect();
+    });
+    V.afterOperations(name => {
+        if (V.isBulk(name) && wanted())
+            schedule();
+    });
 
     V.detailMarks = () => drawn.slice();
 })();

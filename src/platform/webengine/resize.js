@@ -190,21 +190,15 @@
             document.addEventListener(type, fn, true);
     }
 
-    let seenGeneration = null;
-    const invokeAdapter = V.invoke;
-    V.invoke = function (name, args, serial) {
-        if (V.generation() !== seenGeneration) {
-            seenGeneration = V.generation();
-            drag = null;
-            host = null;
-            listen();
-        }
-        try {
-            return invokeAdapter(name, args, serial);
-        } finally {
-            schedule();
-        }
-    };
+    V.onNewDocument(() => {
+        drag = null;
+        if (host)
+            host.remove();
+        host = null;
+        listen();
+    });
+    // An operation may select an element, or move or resize the one selected.
+    V.afterOperations(schedule);
     listen();
 
     // For tests: the centres of the handles shown, in window coordinates, in the order

@@ -239,14 +239,9 @@
             const caret = document.createRange();
             setBounds(caret, lastReplaced, lastReplaced);
             pendingSelection = caret;
-            // A posted message runs right after this call (timers do not run in this
-            // world while the page's own scripts are off).
-            const channel = new MessageChannel();
-            channel.port1.onmessage = () => {
-                channel.port1.close();
-                applyPendingSelection();
-            };
-            channel.port2.postMessage(null);
+            // Queued ahead of the display change this call announces, so that the state
+            // it carries is read once, with the selection in place.
+            V.soon(applyPendingSelection);
         }
         return { found: found, replaced: replaced, search: textHandle(searchRange),
                  copy: textHandle(copy), bookmark: bookmark };
@@ -267,5 +262,5 @@
 
     V.register('rangeFindText', rangeFindText);
     V.register('replaceAll', (inSelection, find, replacement) =>
-        replaceAll(!!inSelection, find, replacement), true);
+        replaceAll(!!inSelection, find, replacement), true, true);
 })();

@@ -438,6 +438,17 @@
             scheduleLines();
     }
 
+    // A bulk operation's changes would each make a record for the lines' observer: it rests
+    // while one runs, and the lines are drawn again once after it.
+    V.beforeOperations(name => {
+        if (V.isBulk(name))
+            lineObserver.disconnect();
+    });
+    V.afterOperations(name => {
+        if (V.isBulk(name))
+            redrawLines();
+    });
+
     // Loading a document takes the window's listeners away.
     function listen() {
         window.addEventListener('scroll', scrolled, true);

@@ -422,6 +422,7 @@
     V.defineCommand(5005, 'deleteCells', table(deleteCells), inCell);
     V.defineCommand(5029, 'mergeCells', table(mergeCells), inCell);
     V.defineCommand(5047, 'splitCell', table(splitCell), inCell);
+    V.bulkCommands([5021, 5020, 5019, 5007, 5006, 5005, 5029, 5047]);
     V.defineCommand(5022, 'insertTable', (option, argument) => insertTable(argument), () => {
         if (!V.editing())
             return DISABLED;

@@ -172,13 +172,10 @@
     V.onDisplaySet(forget);
     // Operations that change the page's width or the editor's rules without a mutation.
     const restyling = new Set(['configure', 'refresh', 'setScrollBarsVisible']);
-    const invokeNext = V.invoke;
-    // Whatever else the call carries (its serial) passes through untouched.
-    V.invoke = function (name, ...rest) {
-        if (restyling.has(name))
+    V.beforeOperations(name => {
+        if (restyling.has(name) || V.isBulk(name))
             forget();
-        return invokeNext.call(this, name, ...rest);
-    };
+    });
     window.addEventListener('resize', forget);
     if (document.fonts)
         document.fonts.addEventListener('loadingdone', forget);
