@@ -433,46 +433,72 @@
     // ---- inline formats of the adapter's own -------------------------------------------
 
     // The engine's inline formatting lays a long page out several times over, which is
-    // most of a bold's time there. The common case, a selection inside one text run that
-    // lacks the format, is wrapped here in the element the engine would make, as one undo
-    // step announced like the engine's edit. Everything else (removing a format, runs that
-    // may merge with a neighbouring element, selections across nodes) stays the engine's.
+    // most of a bold's time there. The common cases, a run inside one text node that lacks
+    // the format and the run a bare element of the format holds alone, are wrapped and
+    // unwrapped here as the engine would, as one undo step announced like the engine's
+    // edit. Everything else (runs that may merge with a neighbouring element, formats set
+    // by style, selections across nodes) stays the engine's.
     const INLINE_FORMATS = {
         bold: { tag: 'b', property: 'fontWeight' },
         italic: { tag: 'i', property: 'fontStyle' },
         underline: { tag: 'u', property: 'textDecoration' },
     };
 
-    function wrappable(r, property, test) {
+    // The text node that holds the whole selection, if it is worth formatting.
+    function selectedRun(r) {
         const t = r.startContainer;
         if (t.nodeType !== 3 || t !== r.endContainer || r.collapsed
             || !t.data.slice(r.startOffset, r.endOffset).trim() || !inBody(t)
             || !t.parentElement.isContentEditable || document.queryCommandState('styleWithCSS'))
-            return false;
+            return null;
+        return t;
+    }
+
+    // An ancestor that sets the property itself is split or rewritten by the engine.
+    function setInline(el, property) {
+        for (let n = el; n && n !== document.body; n = n.parentElement) {
+            if (n.style && n.style[property])
+                return true;
+        }
+        return false;
+    }
+
+    // The format's element the selection fills, when removing the format unwraps it.
+    function wrapperToRemove(r, t, format, test) {
+        const el = t.parentElement;
+        if (r.startOffset !== 0 || r.endOffset !== t.length || el.localName !== format.tag
+            || el.attributes.length || el.childNodes.length !== 1
+            || setInline(el.parentElement, format.property) || test(el.parentElement))
+            return null;
+        return el;
+    }
+
+    function wrappable(r, t, format, test) {
         // The engine merges a run that touches an element with it when it can.
         const before = r.startOffset === 0 ? t.previousSibling : null;
         const after = r.endOffset === t.length ? t.nextSibling : null;
         if ((before && before.nodeType !== 3) || (after && after.nodeType !== 3))
             return false;
-        // An ancestor that sets the property itself is split or rewritten by the engine.
-        for (let n = t.parentElement; n && n !== document.body; n = n.parentElement) {
-            if (n.style && n.style[property])
-                return false;
-        }
-        return !test(t.parentElement);
+        return !setInline(t.parentElement, format.property) && !test(t.parentElement);
     }
 
     // True when the selection is formatted, false to leave it to the engine. Like the
     // engine's, the element goes in whatever the page's style sheet makes of it.
-    function wrapSelectedText(format, test) {
+    function inlineFormat(format, test) {
         const s = document.getSelection();
         const r = selectionRange();
-        if (recording || !r || !wrappable(r, format.property, test))
+        const t = !recording && r ? selectedRun(r) : null;
+        const wrapper = t && wrapperToRemove(r, t, format, test);
+        if (!t || (!wrapper && !wrappable(r, t, format, test)))
             return false;
         const backwards = s.anchorNode === s.focusNode && s.anchorOffset > s.focusOffset;
         const start = r.startOffset, end = r.endOffset;
-        let text = r.startContainer;
+        let text = t;
         recorded(() => {
+            if (wrapper) {
+                wrapper.replaceWith(text);
+                return;
+            }
             if (start > 0)
                 text = text.splitText(start);
             if (end - start < text.length)
@@ -526,7 +552,7 @@
     function formatCommand(id, name, nativeName, test) {
         const format = INLINE_FORMATS[nativeName];
         const engine = native(nativeName);
-        const exec = format ? () => wrapSelectedText(format, test) || engine() : engine;
+        const exec = format ? () => inlineFormat(format, test) || engine() : engine;
         defineCommand(id, name, exec,
                       test ? () => textState(test, nativeName) : nativeStatus(nativeName));
     }
