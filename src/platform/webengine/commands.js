@@ -709,11 +709,28 @@
         keyStep = null;
     }
 
+    // The engine offers its undo keys only while its own stack has a step, but the
+    // adapter's steps are in the same history: the keys walk that history themselves.
+    function historyKey(e) {
+        if (!editing() || !e.ctrlKey || e.altKey || e.metaKey)
+            return;
+        const key = e.key.toLowerCase();
+        const redoKey = key === 'y' || (key === 'z' && e.shiftKey);
+        if (key !== 'z' && !redoKey)
+            return;
+        e.preventDefault();
+        if (redoKey)
+            redo();
+        else
+            undo();
+    }
+
     const windowListeners = {
         keydown: e => {
             finishKeyStep();
             if ((e.key === 'Delete' || e.key === 'Backspace') && selectedElement())
                 keyStep = startRecording(true);
+            historyKey(e);
         },
     };
 
