@@ -119,6 +119,51 @@ private Q_SLOTS:
         QCOMPARE(m_surface->commandStatus(Bold), 3);
     }
 
+    // A run inside one text node is formatted by the adapter, the rest by the engine; both
+    // must leave what the engine would, pressed, and one undo step. The same command again
+    // removes the format.
+    void inlineFormats_data()
+    {
+        columns<QString, QString, int, QString, QString>(
+            "body", "selected", "command", "formatted", "toggled");
+
+        const QString plain = QStringLiteral("<p>one two three</p>");
+        row("bold", plain, "two", int(Bold), "<p>one <b>two</b> three</p>", plain);
+        row("italic", plain, "two", int(Italic), "<p>one <i>two</i> three</p>", plain);
+        row("underline", plain, "two", int(Underline), "<p>one <u>two</u> three</p>", plain);
+        row("whole paragraph", plain, "one two three", int(Bold), "<p><b>one two three</b></p>",
+            plain);
+        row("run touching bold", "<p><b>one</b>two three</p>", "two", int(Bold),
+            "<p><b>onetwo</b> three</p>", "<p><b>one</b>two three</p>");
+        row("inside a light span", "<p><span style=\"font-weight: 300;\">one two</span></p>", "two",
+            int(Bold), "<p><span style=\"font-weight: 300;\">one </span><b>two</b></p>",
+            "<p><span style=\"font-weight: 300;\">one </span>two</p>");
+    }
+
+    void inlineFormats()
+    {
+        QFETCH(QString, body);
+        QFETCH(QString, selected);
+        QFETCH(int, command);
+        QFETCH(QString, formatted);
+        QFETCH(QString, toggled);
+        load(body);
+        m_surface->useElementFormatting();
+        const QString loaded = m_surface->bodyInnerHTML();
+        select(selected);
+        QVERIFY2(m_surface->execCommand(command), qPrintable(m_surface->lastError()));
+        QCOMPARE(m_surface->bodyInnerHTML(), formatted);
+        QCOMPARE(m_surface->commandStatus(command), 7);
+        QVERIFY(m_surface->execCommand(Undo));
+        QCOMPARE(m_surface->bodyInnerHTML(), loaded);
+        QVERIFY(m_surface->execCommand(Redo));
+        QCOMPARE(m_surface->bodyInnerHTML(), formatted);
+        select(selected);
+        QVERIFY(m_surface->execCommand(command));
+        QCOMPARE(m_surface->bodyInnerHTML(), toggled);
+        QCOMPARE(m_surface->commandStatus(command), 3);
+    }
+
     void fontStates_data()
     {
         columns<QString, int, int, QVariant>("selected", "command", "state", "value");

@@ -1,7 +1,7 @@
 // Editing commands by their numeric identifiers, loaded into the adapter's world after
-// selection.js. Formatting goes through the engine's own editing commands; states are computed
-// from the live selection. tables.js and positioning.js add their commands to the same
-// table through V.defineCommand.
+// selection.js. Formatting goes through the engine's own editing commands, but for the
+// simplest inline case; states are computed from the live selection. tables.js and
+// positioning.js add their commands to the same table through V.defineCommand.
 //
 // Undo. The engine's undo stack only knows its own editing commands, so the adapter keeps
 // one history of its own in which every step is either "native" (an engine edit: typing,
@@ -286,8 +286,8 @@
     }
 
     // Runs fn as one undoable adapter step.
-    function recorded(fn) {
-        const finish = startRecording();
+    function recorded(fn, byUser) {
+        const finish = startRecording(byUser);
         try {
             return fn();
         } finally {
@@ -430,6 +430,90 @@
         };
     }
 
+    // ---- inline formats of the adapter's own -------------------------------------------
+
+    // The engine's inline formatting lays a long page out several times over, which is
+    // most of a bold's time there. The common cases, a run inside one text node that lacks
+    // the format and the run a bare element of the format holds alone, are wrapped and
+    // unwrapped here as the engine would, as one undo step announced like the engine's
+    // edit. Everything else (runs that may merge with a neighbouring element, formats set
+    // by style, selections across nodes) stays the engine's.
+    const INLINE_FORMATS = {
+        bold: { tag: 'b', property: 'fontWeight' },
+        italic: { tag: 'i', property: 'fontStyle' },
+        underline: { tag: 'u', property: 'textDecoration' },
+    };
+
+    // The text node that holds the whole selection, if it is worth formatting.
+    function selectedRun(r) {
+        const t = r.startContainer;
+        if (t.nodeType !== 3 || t !== r.endContainer || r.collapsed
+            || !t.data.slice(r.startOffset, r.endOffset).trim() || !inBody(t)
+            || !t.parentElement.isContentEditable || document.queryCommandState('styleWithCSS'))
+            return null;
+        return t;
+    }
+
+    // An ancestor that sets the property itself is split or rewritten by the engine.
+    function setInline(el, property) {
+        for (let n = el; n && n !== document.body; n = n.parentElement) {
+            if (n.style && n.style[property])
+                return true;
+        }
+        return false;
+    }
+
+    // The format's element the selection fills, when removing the format unwraps it.
+    function wrapperToRemove(r, t, format, test) {
+        const el = t.parentElement;
+        if (r.startOffset !== 0 || r.endOffset !== t.length || el.localName !== format.tag
+            || el.attributes.length || el.childNodes.length !== 1
+            || setInline(el.parentElement, format.property) || test(el.parentElement))
+            return null;
+        return el;
+    }
+
+    function wrappable(r, t, format, test) {
+        // The engine merges a run that touches an element with it when it can.
+        const before = r.startOffset === 0 ? t.previousSibling : null;
+        const after = r.endOffset === t.length ? t.nextSibling : null;
+        if ((before && before.nodeType !== 3) || (after && after.nodeType !== 3))
+            return false;
+        return !setInline(t.parentElement, format.property) && !test(t.parentElement);
+    }
+
+    // True when the selection is formatted, false to leave it to the engine. Like the
+    // engine's, the element goes in whatever the page's style sheet makes of it.
+    function inlineFormat(format, test) {
+        const s = document.getSelection();
+        const r = selectionRange();
+        const t = !recording && r ? selectedRun(r) : null;
+        const wrapper = t && wrapperToRemove(r, t, format, test);
+        if (!t || (!wrapper && !wrappable(r, t, format, test)))
+            return false;
+        const backwards = s.anchorNode === s.focusNode && s.anchorOffset > s.focusOffset;
+        const start = r.startOffset, end = r.endOffset;
+        let text = t;
+        recorded(() => {
+            if (wrapper) {
+                wrapper.replaceWith(text);
+                return;
+            }
+            if (start > 0)
+                text = text.splitText(start);
+            if (end - start < text.length)
+                text.splitText(end - start);
+            const el = document.createElement(format.tag);
+            text.parentNode.insertBefore(el, text);
+            el.appendChild(text);
+        }, true);
+        if (backwards)
+            s.setBaseAndExtent(text, text.length, text, 0);
+        else
+            s.setBaseAndExtent(text, 0, text, text.length);
+        return true;
+    }
+
     // ---- enter in an element with an id ---------------------------------------------------
 
     // Splitting a block copies its attributes to the new one; an id must stay unique.
@@ -466,7 +550,10 @@
     }
 
     function formatCommand(id, name, nativeName, test) {
-        defineCommand(id, name, native(nativeName),
+        const format = INLINE_FORMATS[nativeName];
+        const engine = native(nativeName);
+        const exec = format ? () => inlineFormat(format, test) || engine() : engine;
+        defineCommand(id, name, exec,
                       test ? () => textState(test, nativeName) : nativeStatus(nativeName));
     }
 
@@ -622,11 +709,28 @@
         keyStep = null;
     }
 
+    // The engine offers its undo keys only while its own stack has a step, but the
+    // adapter's steps are in the same history: the keys walk that history themselves.
+    function historyKey(e) {
+        if (!editing() || !e.ctrlKey || e.altKey || e.metaKey)
+            return;
+        const key = e.key.toLowerCase();
+        const redoKey = key === 'y' || (key === 'z' && e.shiftKey);
+        if (key !== 'z' && !redoKey)
+            return;
+        e.preventDefault();
+        if (redoKey)
+            redo();
+        else
+            undo();
+    }
+
     const windowListeners = {
         keydown: e => {
             finishKeyStep();
             if ((e.key === 'Delete' || e.key === 'Backspace') && selectedElement())
                 keyStep = startRecording(true);
+            historyKey(e);
         },
     };
 
