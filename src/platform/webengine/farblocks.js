@@ -121,7 +121,7 @@
                 }
             }
         }
-        const seen = lookAtView === true || !view ? viewBlock(parent) : null;
+        const seen = lookAtView === true ? viewBlock(parent) : null;
         if (seen && seen !== lastViewBlock) {
             lastViewBlock = seen;
             const at = indexOf(seen);
@@ -150,10 +150,13 @@
         window.addEventListener('resize', () => follow(true));
     }
 
+    // A new document starts from the top; where the view really is waits for the first
+    // frame, which lays the page out anyway (a load must not wait for that layout).
     V.onNewDocument(() => {
         showAll();
         listen();
-        follow(true);
+        follow();
+        requestAnimationFrame(() => follow(true));
     });
     // An operation may act on a selection made before the engine announced it.
     V.beforeOperations(() => {
