@@ -47,6 +47,8 @@
         detailMarks: () => V.detailMarks(),
         underlinedWords: () => V.underlinedWords(),
         tableRowWidths: h => V.tableRowWidths(h),
+        // The selection's text as the engine gives it to the clipboard: rendered text only.
+        engineSelectionText: () => document.getSelection().toString(),
         // The block typing lays out on its own, and whether it is too small for its text.
         typingBlock: () => {
             const el = V.typingBlock();

@@ -640,6 +640,26 @@ private Q_SLOTS:
         QVERIFY(!js(QStringLiteral("typingBlock")).isValid());
     }
 
+    // Far from the view and the caret, blocks skip their rendering outright; a search and a
+    // caret put there by a call still find them rendered.
+    void farBlocksComeBackWhenReached()
+    {
+        QString body;
+        for (int i = 0; i < 3000; ++i)
+            body += QStringLiteral("<p>paragraph %1 text</p>").arg(i);
+        m_editor->setSetHtmlSource(body);
+        QTRY_VERIFY(m_editor->isDocumentReady());
+        waitForFrame();
+
+        QVERIFY(m_surface->findNext(QStringLiteral("paragraph 2900 text"), {}));
+        QCOMPARE(js(QStringLiteral("engineSelectionText")), QStringLiteral("paragraph 2900 text"));
+
+        QWidget *keys = input();
+        caretAt(QStringLiteral("paragraph 1500 text"), true);
+        QTest::keyClicks(keys, QStringLiteral("ab"));
+        QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("paragraph 1500 textab")));
+    }
+
 private:
     // The divs named by their text, bottom to top as they are painted, with "text" where the
     // page's text lies between the layers below it and those above it.

@@ -75,6 +75,9 @@
             return false;
         const selection = document.getSelection();
         const before = selection.rangeCount ? selection.getRangeAt(0).cloneRange() : null;
+        // The engine searches only blocks it may render.
+        if (V.farBlocks)
+            V.farBlocks.showAll();
         let first = null;
         for (let i = 0; i < MAX_HITS; ++i) {
             if (!window.find(text, !!matchCase, !!backwards, true, false, false, false))
