@@ -49,6 +49,12 @@
         tableRowWidths: h => V.tableRowWidths(h),
         // The selection's text as the engine gives it to the clipboard: rendered text only.
         engineSelectionText: () => document.getSelection().toString(),
+        // Keeps the page busy, so that a call can be sure to outlast its bound.
+        busy: (ms = 500) => {
+            const end = performance.now() + ms;
+            while (performance.now() < end) {}
+            return true;
+        },
         // The block typing lays out on its own, and whether it is too small for its text.
         typingBlock: () => {
             const el = V.typingBlock();
