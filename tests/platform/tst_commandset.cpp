@@ -546,6 +546,30 @@ private Q_SLOTS:
         QCOMPARE(m_surface->commandStatus(Redo), 1);
     }
 
+    // The engine ends its typing step when the selection is set, even to where the caret
+    // was; the history's one typing step still goes back, and comes again, whole.
+    void typingGoesBackWholeWhereTheEngineSplitIt()
+    {
+        load(QStringLiteral("<p>first</p><p>word</p>"));
+        const QString loaded = m_surface->bodyInnerHTML();
+        QWidget *keys = input();
+        caretAt(QStringLiteral("word"), true);
+        QTest::keyClicks(keys, QStringLiteral("xy"));
+        QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxy")));
+        caretAt(QStringLiteral("wordxy"), true);
+        QTest::keyClicks(keys, QStringLiteral("z"));
+        QTest::keyClick(keys, Qt::Key_Backspace);
+        QTest::keyClicks(keys, QStringLiteral("Z"));
+        QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxyZ")));
+        const QString typed = m_surface->bodyInnerHTML();
+
+        QVERIFY(m_surface->execCommand(Undo));
+        QCOMPARE(m_surface->bodyInnerHTML(), loaded);
+        QCOMPARE(m_surface->commandStatus(Undo), 1);
+        QVERIFY(m_surface->execCommand(Redo));
+        QCOMPARE(m_surface->bodyInnerHTML(), typed);
+    }
+
     void enterDoesNotCopyIds()
     {
         load(QStringLiteral("<p id=\"intro\">first</p>"));

@@ -236,25 +236,75 @@
         }
     }
 
+    const TYPING = new Set(['insertText', 'deleteContentBackward', 'deleteContentForward']);
+
+    // Typing and deleting at the caret where the last of it ended go on one step, as the
+    // engine's own typing does.
+    function continuesTyping(inputType) {
+        const last = undoSteps[undoSteps.length - 1];
+        return TYPING.has(inputType) && last && last.native && last.typing && lastTyping
+               && caretBefore && caretBefore[0] === lastTyping[0]
+               && caretBefore[1] === lastTyping[1];
+    }
+
     function onInput(e) {
         if (replaying || e.inputType === 'historyUndo' || e.inputType === 'historyRedo')
             return;
-        const typing = e.inputType === 'insertText' || e.inputType === 'deleteContentBackward'
-                       || e.inputType === 'deleteContentForward';
-        const last = undoSteps[undoSteps.length - 1];
-        const continues = typing && last && last.native && last.typing === e.inputType
-                          && lastTyping && caretBefore && caretBefore[0] === lastTyping[0]
-                          && caretBefore[1] === lastTyping[1];
-        if (!continues)
-            undoSteps.push({ native: true, typing: typing ? e.inputType : null });
+        const typing = TYPING.has(e.inputType);
+        if (!continuesTyping(e.inputType)) {
+            undoSteps.push({ native: true, typing: typing, block: blockBefore,
+                             before: blockBefore ? htmlBefore : null });
+        }
         redoSteps.length = 0;
         lastTyping = typing ? caretKey() : null;
     }
 
     let caretBefore = null;
+    let blockBefore = null;   // the block a new typing step starts in, and its markup then
+    let htmlBefore = null;
     function rememberCaret(e) {
-        if (!replaying && e.inputType !== 'historyUndo' && e.inputType !== 'historyRedo')
-            caretBefore = caretKey();
+        if (replaying || e.inputType === 'historyUndo' || e.inputType === 'historyRedo')
+            return;
+        caretBefore = caretKey();
+        blockBefore = null;
+        if (TYPING.has(e.inputType) && !continuesTyping(e.inputType)) {
+            blockBefore = caretBlock();
+            htmlBefore = blockBefore ? blockBefore.innerHTML : null;
+        }
+    }
+
+    function caretBlock() {
+        const r = selectionRange();
+        for (let n = r ? r.startContainer : null; n && n !== document.body; n = n.parentNode) {
+            if (n.nodeType === Node.ELEMENT_NODE
+                && V.textClasses.elementKind(n) === V.textClasses.BLOCK)
+                return n;
+        }
+        return null;
+    }
+
+    // The engine may end its own typing step where the history goes on with one (a
+    // selection set to where the caret already was ends it): undoing a typing step takes
+    // the engine's steps back until its block is as the step found it, each further one
+    // only while it changes nothing outside that block. Returns how many it took.
+    const probe = new MutationObserver(() => {});
+    function undoNative(step) {
+        document.execCommand('undo');
+        let taken = 1;
+        const block = step.block;
+        while (block && block.isConnected && block.innerHTML !== step.before && taken < 64
+               && document.queryCommandEnabled('undo')) {
+            probe.observe(document.documentElement, OBSERVE);
+            document.execCommand('undo');
+            const outside = probe.takeRecords().some(m => !block.contains(m.target));
+            probe.disconnect();
+            if (outside) {
+                document.execCommand('redo');
+                break;
+            }
+            ++taken;
+        }
+        return taken;
     }
 
     // Starts recording the DOM mutations of one adapter step; the function returned ends
@@ -383,7 +433,7 @@
         replaying = true;
         try {
             if (step.native)
-                document.execCommand('undo');
+                step.engineSteps = undoNative(step);
             else {
                 revert(step.records);
                 placeCaretIn(step.records);
@@ -404,8 +454,10 @@
             return false;
         replaying = true;
         try {
-            if (step.native)
-                document.execCommand('redo');
+            if (step.native) {
+                for (let i = 0; i < (step.engineSteps || 1); ++i)
+                    document.execCommand('redo');
+            }
             else {
                 reapply(step.records);
                 placeCaretIn(step.records);
