@@ -30,9 +30,6 @@
 using namespace Vantry;
 using namespace Vantry::Commands;
 using Entry = ContextMenuEntry;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 Q_DECLARE_METATYPE(Vantry::Commands::CommandAction)
 Q_DECLARE_METATYPE(Vantry::Commands::MenuContext)

@@ -11,10 +11,7 @@ using namespace Vantry;
 using Platform::Element;
 using Platform::TextRange;
 using Platform::TextUnit;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 
 class tst_SelectionAccess : public VantryTest::SurfaceFixture
 {
@@ -337,13 +334,6 @@ private:
         if (caretAfter)
             QVERIFY(m_surface->collapseRange(range, false));
         QVERIFY(m_surface->selectRange(range));
-    }
-
-    void selectElement(const QString &tagName)
-    {
-        const QList<Element> elements = m_surface->elementsByTagName(tagName);
-        QVERIFY(!elements.isEmpty());
-        QVERIFY(m_surface->selectElement(elements.first()));
     }
 
     RecordingPrompts *m_prompts = nullptr;

@@ -11,9 +11,6 @@ using namespace Vantry::Control::ContentRules;
 namespace {
 
 using Rule = std::function<QString(const QString &)>;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 const QString siteUrl = QStringLiteral("file:///C:/site/");
 const QString siteBase = QStringLiteral("<BASE HREF=\"file:///C:/site/\">");

@@ -26,11 +26,8 @@
 using namespace Vantry;
 using Platform::UserPrompts;
 using VantryTest::adapterValue;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::readBytes;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 using VantryTest::surfaceOf;
 using VantryTest::TinyHttpServer;
 

@@ -11,9 +11,6 @@
 
 using namespace Vantry;
 using namespace Vantry::Control;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 using VantryTest::writeFile;
 
 namespace {

@@ -30,10 +30,7 @@
 
 using namespace Vantry;
 using Platform::SourceEditor;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::fontDivision;
-using VantryTest::row;
 using VantryTest::surfaceOf;
 using VantryTest::writeFile;
 

@@ -11,9 +11,6 @@
 
 using namespace Vantry::Control;
 using TextCodec::Encoding;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 class tst_TextCodec : public QObject
 {

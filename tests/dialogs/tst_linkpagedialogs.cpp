@@ -16,9 +16,6 @@ using namespace Vantry;
 using namespace Vantry::Dialogs;
 using VantryTest::RecordingPrompts;
 using namespace Qt::StringLiterals;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 namespace {
 

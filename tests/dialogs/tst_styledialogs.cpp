@@ -16,9 +16,6 @@ using namespace Vantry::Dialogs;
 using VantryTest::RecordingPrompts;
 
 using Edits = QList<std::pair<QString, std::optional<QString>>>;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 Q_DECLARE_METATYPE(Edits)
 
 class tst_StyleDialogs : public QObject

@@ -17,10 +17,7 @@
 using namespace Vantry;
 using namespace Qt::StringLiterals;
 using namespace Vantry::Dialogs;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 
 class tst_TableDialogs : public QObject
 {

@@ -8,9 +8,6 @@
 
 using namespace Vantry;
 using RollOver = ImageDialogValues::RollOver;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 class tst_ImageRules : public QObject
 {

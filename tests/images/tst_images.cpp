@@ -19,10 +19,7 @@
 #include <QTemporaryDir>
 
 using namespace Vantry;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 using VantryTest::writeFile;
 
 namespace {

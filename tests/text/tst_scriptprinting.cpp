@@ -15,9 +15,6 @@
 #include <QTemporaryDir>
 
 using namespace Vantry;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 namespace {
 const QString plainPage

@@ -11,9 +11,6 @@
 
 using Vantry::Platform::Dictionaries;
 using namespace Vantry::Text;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 class tst_Spelling : public QObject
 {
