@@ -16,6 +16,7 @@
 #include <QStandardPaths>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using Action = EditorDialogs::SpellingAnswer::Action;
 using VantryTest::RecordingPrompts;
 
@@ -103,8 +104,8 @@ private Q_SLOTS:
             Answers{just(Action::IgnoreAll)}, words("tehh wrold"),
             "<p>tehh cat, tehh dog and wrold.</p>", false);
         row("change all", "<p>thw cat <u>thw</u> dog thwx</p>",
-            Answers{{Action::ChangeAll, QStringLiteral("the")}, just(Action::Ignore)},
-            words("thw thwx"), "<p>the cat <u>the</u> dog thwx</p>", true);
+            Answers{{Action::ChangeAll, u"the"_s}, just(Action::Ignore)}, words("thw thwx"),
+            "<p>the cat <u>the</u> dog thwx</p>", true);
         row("undo last change and ignore", "<p>wrdo and spelng</p>",
             Answers{change("word"), just(Action::UndoLast), just(Action::Ignore),
                 just(Action::UndoLast), just(Action::Ignore), just(Action::Ignore)},
@@ -113,7 +114,7 @@ private Q_SLOTS:
             Answers{just(Action::AddToDictionary)}, words("Vantryzed"),
             "<p>Vantryzed here, Vantryzed there.</p>", true);
         row("switch dictionary", "<p>Stra\u00dfe</p>",
-            Answers{{Action::SwitchDictionary, QStringLiteral("de_DE")}}, words("Stra\u00dfe"),
+            Answers{{Action::SwitchDictionary, u"de_DE"_s}}, words("Stra\u00dfe"),
             "<p>Stra\u00dfe</p>", true);
         row("empty document", QString(), Answers{}, QStringList{}, QString(), true);
     }
@@ -134,8 +135,7 @@ private Q_SLOTS:
         if (!after.isEmpty())
             QCOMPARE(m_surface->bodyInnerHTML(), after);
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
-            completed ? QStringList{QStringLiteral("The spelling check is complete.")}
-                      : QStringList{});
+            completed ? QStringList{u"The spelling check is complete."_s} : QStringList{});
         if (qstrcmp(QTest::currentDataTag(), "add to dictionary") == 0) {
             QFile list(Platform::Dictionaries::defaultPersonalWordList());
             QVERIFY(list.open(QIODevice::ReadOnly));
@@ -145,16 +145,16 @@ private Q_SLOTS:
 
     void correctionsAreOneUndoStep()
     {
-        const QString body = QStringLiteral("<p>a qwz b <i>qwz</i></p>");
+        const QString body = u"<p>a qwz b <i>qwz</i></p>"_s;
         load(body);
-        m_dialogs->answers.enqueue({Action::ChangeAll, QStringLiteral("quiz")});
+        m_dialogs->answers.enqueue({Action::ChangeAll, u"quiz"_s});
         m_editor->SpellCheck();
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>a quiz b <i>quiz</i></p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>a quiz b <i>quiz</i></p>"_s);
         QVERIFY(m_editor->isDirty());
         // The question showed the word in its sentence with the dictionary's suggestions.
         const EditorDialogs::SpellingQuestion &question = m_dialogs->questions.first();
-        QCOMPARE(question.sentence.mid(question.wordStart, 3), QStringLiteral("qwz"));
-        QVERIFY(question.dictionaries.contains(QStringLiteral("de_DE")));
+        QCOMPARE(question.sentence.mid(question.wordStart, 3), u"qwz"_s);
+        QVERIFY(question.dictionaries.contains(u"de_DE"_s));
         QVERIFY(m_surface->execCommand(5049));
         QCOMPARE(m_surface->bodyInnerHTML(), body);
     }
@@ -197,19 +197,17 @@ private Q_SLOTS:
 
     void contextMenuSuggestsAndReplaces()
     {
-        load(QStringLiteral("<p id=\"p\">Some <i>wrod</i> here</p>"));
+        load(u"<p id=\"p\">Some <i>wrod</i> here</p>"_s);
         Platform::Dictionaries dictionaries;
         Text::SpellingCheck check(*m_surface, dictionaries);
-        const QRectF word
-            = m_surface->boundingRect(m_surface->elementsByTagName(QStringLiteral("i")).first());
+        const QRectF word = m_surface->boundingRect(m_surface->elementsByTagName(u"i"_s).first());
         QVERIFY(!check.misspeltAt(QPoint(2, 2)));
         const auto misspelt = check.misspeltAt(word.center().toPoint());
         QVERIFY(misspelt);
-        QCOMPARE(misspelt->word, QStringLiteral("wrod"));
-        QVERIFY(misspelt->suggestions.contains(QStringLiteral("word")));
-        QVERIFY(check.replaceMisspelt(QStringLiteral("word")));
-        QCOMPARE(
-            m_surface->bodyInnerHTML(), QStringLiteral("<p id=\"p\">Some <i>word</i> here</p>"));
+        QCOMPARE(misspelt->word, u"wrod"_s);
+        QVERIFY(misspelt->suggestions.contains(u"word"_s));
+        QVERIFY(check.replaceMisspelt(u"word"_s));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p id=\"p\">Some <i>word</i> here</p>"_s);
     }
 
     void underlinesWhileTyping_data()
@@ -225,14 +223,14 @@ private Q_SLOTS:
         m_editor->setSpellCheckAsYouType(on);
         // The underlines follow the walk's rules: a word added to the dictionary there, text in
         // a language without a dictionary, addresses and words with digits are no errors.
-        load(QStringLiteral("<p>x</p><p>Vantryqz</p><p lang=\"fr\">Bonjur</p>"));
+        load(u"<p>x</p><p>Vantryqz</p><p lang=\"fr\">Bonjur</p>"_s);
         m_dialogs->answers.enqueue({Action::AddToDictionary, {}});
         m_editor->SpellCheck();
         QWidget *input = VantryTest::giveFocus(m_surface->widget());
         QVERIFY(input);
-        select(QStringLiteral("x"));
-        QTest::keyClicks(input,
-            QStringLiteral("Thiss abc123 http://exmple.com/pth bob@exmple.com Vantryqz is wrng. "));
+        select(u"x"_s);
+        QTest::keyClicks(
+            input, u"Thiss abc123 http://exmple.com/pth bob@exmple.com Vantryqz is wrng. "_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wrng")));
         if (on) {
             QTRY_COMPARE_WITH_TIMEOUT(underlined(), words("Thiss wrng"), 10000);
@@ -249,16 +247,15 @@ private Q_SLOTS:
     {
         // Only the text in view is checked: a word far down is underlined once it is scrolled
         // to, not after the load.
-        m_editor->setSetHtmlSource(QStringLiteral("<p>Topp wrd here.</p>")
-            + QStringLiteral("<p>The quick brown fox jumps over the lazy dog.</p>").repeated(3000)
-            + QStringLiteral("<h2>Farr down</h2>")
-            + QStringLiteral("<p>The end.</p>").repeated(300));
+        m_editor->setSetHtmlSource(u"<p>Topp wrd here.</p>"_s
+            + u"<p>The quick brown fox jumps over the lazy dog.</p>"_s.repeated(3000)
+            + u"<h2>Farr down</h2>"_s + u"<p>The end.</p>"_s.repeated(300));
         QTRY_COMPARE_WITH_TIMEOUT(underlined(), words("Topp wrd"), 10000);
-        const QList<Platform::Element> far = m_surface->elementsByTagName(QStringLiteral("h2"));
+        const QList<Platform::Element> far = m_surface->elementsByTagName(u"h2"_s);
         QCOMPARE(far.size(), 1);
         const QPoint scroll = m_surface->scrollPosition();
         QVERIFY(m_surface->setScrollTop(scroll.y() + int(m_surface->boundingRect(far[0]).top())));
-        QTRY_VERIFY_WITH_TIMEOUT(underlined().contains(QStringLiteral("Farr")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(underlined().contains(u"Farr"_s), 10000);
     }
 
 private:
@@ -268,7 +265,7 @@ private:
         m_editor->setisDirty(false);
     }
 
-    QStringList underlined() { return js(QStringLiteral("underlinedWords")).toStringList(); }
+    QStringList underlined() { return js(u"underlinedWords"_s).toStringList(); }
 
     // Red pixels of the view, where the underlines are drawn.
     int redPixels()
