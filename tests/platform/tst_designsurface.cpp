@@ -362,7 +362,7 @@ private Q_SLOTS:
         columns<QString, int, int, QString>("operation", "timeout", "level", "trace");
         row("refused by the adapter", "noSuchOperation", 10000, int(QtDebugMsg),
             "^noSuchOperation failed: ");
-        row("no answer in time", "title", 0, int(QtWarningMsg), "^title timed out");
+        row("no answer in time", "busy", 0, int(QtWarningMsg), "^busy timed out");
     }
 
     void failedCallsLeaveATrace()
