@@ -28,11 +28,9 @@
 #include <memory>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using namespace Vantry::Commands;
 using Entry = ContextMenuEntry;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 Q_DECLARE_METATYPE(Vantry::Commands::CommandAction)
 Q_DECLARE_METATYPE(Vantry::Commands::MenuContext)
@@ -44,21 +42,20 @@ namespace {
 
 QString cells(int rows, int columns)
 {
-    QString row = QStringLiteral("<TR>");
+    QString row = u"<TR>"_s;
     for (int i = 0; i < columns; ++i)
-        row += QStringLiteral("<TD ><div></div></TD>");
-    row += QStringLiteral("</TR>");
+        row += u"<TD ><div></div></TD>"_s;
+    row += u"</TR>"_s;
     return row.repeated(rows);
 }
 
-const QStringList standard{QStringLiteral("Cut"), QStringLiteral("Copy"), QStringLiteral("Paste"),
-    QStringLiteral("Select All"), QStringLiteral("Font...")};
+const QStringList standard{u"Cut"_s, u"Copy"_s, u"Paste"_s, u"Select All"_s, u"Font..."_s};
 
 QStringList captions(const QList<Entry> &entries)
 {
     QStringList result;
     for (const Entry &entry : entries)
-        result.append(entry.kind == Entry::Kind::Separator ? QStringLiteral("-") : entry.caption);
+        result.append(entry.kind == Entry::Kind::Separator ? u"-"_s : entry.caption);
     return result;
 }
 
@@ -67,7 +64,7 @@ QStringList join(std::initializer_list<QStringList> parts)
     QStringList result;
     for (const QStringList &part : parts) {
         if (!result.isEmpty())
-            result.append(QStringLiteral("-"));
+            result.append(u"-"_s);
         result.append(part);
     }
     return result;
@@ -127,13 +124,13 @@ private Q_SLOTS:
             QCOMPARE(model.permission(QString(entry.key).toUpper()), std::optional<bool>(true));
             QCOMPARE(model.latched(QString(entry.key)), std::optional<bool>(true));
         }
-        QVERIFY(!model.permission(QStringLiteral("Font")).has_value());
+        QVERIFY(!model.permission(u"Font"_s).has_value());
 
         // The host's table spells the key differently from the toolbar.
         model.setPermission(ToolbarModel::buttonKey(clsToolbar::tbb_UploadImage), false);
-        QVERIFY(!model.isAllowed(QStringLiteral("uploadimage")));
-        model.setLatched(QStringLiteral("INSERTTABLE"), false);
-        QCOMPARE(model.latched(QStringLiteral("InsertTable")), std::optional<bool>(false));
+        QVERIFY(!model.isAllowed(u"uploadimage"_s));
+        model.setLatched(u"INSERTTABLE"_s, false);
+        QCOMPARE(model.latched(u"InsertTable"_s), std::optional<bool>(false));
     }
 
     void displayOrder_data()
@@ -183,10 +180,9 @@ private Q_SLOTS:
             QVERIFY2(button(ToolbarModel::buttonKey(member)),
                 qPrintable(ToolbarModel::buttonKey(member)));
 
-        QCOMPARE(button(QStringLiteral("Font"))->parent(),
+        QCOMPARE(button(u"Font"_s)->parent(),
             static_cast<QObject *>(m_rows[ToolbarButtons::Formatting]));
-        QCOMPARE(button(QStringLiteral("Absolute"))->toolTip(),
-            QStringLiteral("Set Position Attribute To Absolute"));
+        QCOMPARE(button(u"Absolute"_s)->toolTip(), u"Set Position Attribute To Absolute"_s);
     }
 
     void shortcuts_data()
@@ -218,16 +214,16 @@ private Q_SLOTS:
     void clickingAToggleReportsTheKeyWithoutFlippingIt()
     {
         QSignalSpy clicked(m_toolbar.get(), &EditorToolbar::buttonClicked);
-        QAction *bold = button(QStringLiteral("bold"));
+        QAction *bold = button(u"bold"_s);
         QVERIFY(bold->isCheckable());
 
         bold->trigger();
         QVERIFY(!bold->isChecked());
-        button(QStringLiteral("uploadimage"))->trigger();
+        button(u"uploadimage"_s)->trigger();
 
         QCOMPARE(clicked.size(), 2);
-        QCOMPARE(clicked[0][0].toString(), QStringLiteral("Bold"));
-        QCOMPARE(clicked[1][0].toString(), QStringLiteral("uploadimage"));
+        QCOMPARE(clicked[0][0].toString(), u"Bold"_s);
+        QCOMPARE(clicked[1][0].toString(), u"uploadimage"_s);
     }
 
     void movingOrHidingARowAsksForLayout()
@@ -257,11 +253,11 @@ private Q_SLOTS:
 
     void forbiddingDisablesAtOnceAllowingWaits()
     {
-        QAction *bold = button(QStringLiteral("Bold"));
+        QAction *bold = button(u"Bold"_s);
         QVERIFY(m_object->setButtonEnabledState(clsToolbar::tbb_bold, false));
         QVERIFY(!bold->isEnabled());
         QVERIFY(!m_object->ButtonEnabledState(clsToolbar::tbb_bold));
-        QCOMPARE(m_toolbar->buttonEnabledState(QStringLiteral("BOLD")), QVariant(false));
+        QCOMPARE(m_toolbar->buttonEnabledState(u"BOLD"_s), QVariant(false));
 
         QVERIFY(m_object->setButtonEnabledState(clsToolbar::tbb_bold, true));
         QVERIFY(m_object->ButtonEnabledState(clsToolbar::tbb_bold));
@@ -408,8 +404,8 @@ private Q_SLOTS:
     void absolutePositionToolTip_data()
     {
         columns<int, QString>("status", "toolTip");
-        const QString relative = QStringLiteral("Set Position Attribute To Relitive");
-        const QString absolute = QStringLiteral("Set Position Attribute To Absolute");
+        const QString relative = u"Set Position Attribute To Relitive"_s;
+        const QString absolute = u"Set Position Attribute To Absolute"_s;
         row("latched", 7, relative);
         row("enabled", 3, absolute);
         row("ninched", 11, absolute);
@@ -450,35 +446,30 @@ private Q_SLOTS:
         columns<TableArguments, QString>("table", "markup");
 
         row("empty rows and columns: one row of three", TableArguments{},
-            QStringLiteral("<TABLE >") + cells(1, 3) + QStringLiteral("</TABLE>"));
+            u"<TABLE >"_s + cells(1, 3) + u"</TABLE>"_s);
         TableArguments letters;
-        letters.rows = QStringLiteral("x");
-        letters.columns = QStringLiteral("2");
-        row("rows not numeric", letters,
-            QStringLiteral("<TABLE >") + cells(1, 2) + QStringLiteral("</TABLE>"));
+        letters.rows = u"x"_s;
+        letters.columns = u"2"_s;
+        row("rows not numeric", letters, u"<TABLE >"_s + cells(1, 2) + u"</TABLE>"_s);
         TableArguments badColumns;
-        badColumns.rows = QStringLiteral("2");
-        badColumns.columns = QStringLiteral("many");
-        row("columns not numeric", badColumns,
-            QStringLiteral("<TABLE >") + cells(2, 1) + QStringLiteral("</TABLE>"));
-        TableArguments all{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
-            QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
-            QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
-            QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
-            QStringLiteral("color:red"), QStringLiteral("grid")};
+        badColumns.rows = u"2"_s;
+        badColumns.columns = u"many"_s;
+        row("columns not numeric", badColumns, u"<TABLE >"_s + cells(2, 1) + u"</TABLE>"_s);
+        TableArguments all{u"100%"_s, u"50"_s, u"2"_s, u"2"_s, u"center"_s, u"top"_s, u"bg.gif"_s,
+            u"#FF0000"_s, u"1"_s, u"3"_s, u"4"_s, u"#00FF00"_s, u"color:red"_s, u"grid"_s};
         row("every attribute in order", all,
             QStringLiteral(
                 "<TABLE Class=\"grid\" style=\"color:red\" border=\"1\"  cellPadding=\"4\"  "
                 "cellSpacing=\"3\"  width=\"100%\"  height=\"50\"  bordercolor=\"#00FF00\"  "
                 "bgcolor=\"#FF0000\"  background=\"bg.gif\"  align=\"center\"  "
                 "valign=\"top\" >")
-                + cells(2, 2) + QStringLiteral("</TABLE>"));
+                + cells(2, 2) + u"</TABLE>"_s);
         TableArguments some;
-        some.width = QStringLiteral("200");
-        some.rows = QStringLiteral("1");
-        some.columns = QStringLiteral("1");
+        some.width = u"200"_s;
+        some.rows = u"1"_s;
+        some.columns = u"1"_s;
         row("empty arguments leave no attribute", some,
-            QStringLiteral("<TABLE  width=\"200\" >") + cells(1, 1) + QStringLiteral("</TABLE>"));
+            u"<TABLE  width=\"200\" >"_s + cells(1, 1) + u"</TABLE>"_s);
     }
 
     void tableMarkup()
@@ -493,31 +484,21 @@ private Q_SLOTS:
         // The markup of the arguments taken, or empty when they are refused.
         columns<QString, QString>("markup", "refusedKey");
 
-        const QVariantMap all{{QStringLiteral("Width"), QStringLiteral("100%")},
-            {QStringLiteral("HEIGHT"), 50}, {QStringLiteral("rows"), 2},
-            {QStringLiteral("Columns"), QStringLiteral("2")},
-            {QStringLiteral("Align"), QStringLiteral("center")},
-            {QStringLiteral("VAlign"), QStringLiteral("top")},
-            {QStringLiteral("BGImage"), QStringLiteral("bg.gif")},
-            {QStringLiteral("BgColor"), QStringLiteral("#FF0000")}, {QStringLiteral("Border"), 1},
-            {QStringLiteral("CellSpacing"), 3}, {QStringLiteral("cellpadding"), 4},
-            {QStringLiteral("BorderColor"), QStringLiteral("#00FF00")},
-            {QStringLiteral("Style"), QStringLiteral("color:red")},
-            {QStringLiteral("Class"), QStringLiteral("grid")}};
-        TableArguments expected{QStringLiteral("100%"), QStringLiteral("50"), QStringLiteral("2"),
-            QStringLiteral("2"), QStringLiteral("center"), QStringLiteral("top"),
-            QStringLiteral("bg.gif"), QStringLiteral("#FF0000"), QStringLiteral("1"),
-            QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("#00FF00"),
-            QStringLiteral("color:red"), QStringLiteral("grid")};
+        const QVariantMap all{{u"Width"_s, u"100%"_s}, {u"HEIGHT"_s, 50}, {u"rows"_s, 2},
+            {u"Columns"_s, u"2"_s}, {u"Align"_s, u"center"_s}, {u"VAlign"_s, u"top"_s},
+            {u"BGImage"_s, u"bg.gif"_s}, {u"BgColor"_s, u"#FF0000"_s}, {u"Border"_s, 1},
+            {u"CellSpacing"_s, 3}, {u"cellpadding"_s, 4}, {u"BorderColor"_s, u"#00FF00"_s},
+            {u"Style"_s, u"color:red"_s}, {u"Class"_s, u"grid"_s}};
+        TableArguments expected{u"100%"_s, u"50"_s, u"2"_s, u"2"_s, u"center"_s, u"top"_s,
+            u"bg.gif"_s, u"#FF0000"_s, u"1"_s, u"3"_s, u"4"_s, u"#00FF00"_s, u"color:red"_s,
+            u"grid"_s};
         row("every argument, any case, numbers as text", all, true, Commands::tableMarkup(expected),
             QString());
         row("none: the defaults", QVariantMap{}, false, Commands::tableMarkup(TableArguments{}),
             QString());
         row("class only for the second form", all, false, QString(), "Class");
-        row("a key that is no argument",
-            QVariantMap{
-                {QStringLiteral("Rows"), 2}, {QStringLiteral("Colour"), QStringLiteral("red")}},
-            true, QString(), "Colour");
+        row("a key that is no argument", QVariantMap{{u"Rows"_s, 2}, {u"Colour"_s, u"red"_s}}, true,
+            QString(), "Colour");
     }
 
     void tableArgumentsByName()
@@ -541,13 +522,12 @@ private Q_SLOTS:
         columns<ImageArguments, QString>("image", "markup");
 
         ImageArguments srcAndWidth;
-        srcAndWidth.src = QStringLiteral("a.gif");
-        srcAndWidth.width = QStringLiteral("100");
+        srcAndWidth.src = u"a.gif"_s;
+        srcAndWidth.width = u"100"_s;
         row("source and width", srcAndWidth,
             "<IMG Width=\"100\" STYLE=\"WIDTH:100;\" SRC=\"a.gif\" >");
-        const ImageArguments all{QStringLiteral("10"), QStringLiteral("20"), QStringLiteral("1"),
-            QStringLiteral("2"), QStringLiteral("left"), QStringLiteral("0"), QStringLiteral("Alt"),
-            QStringLiteral("b.png"), QStringLiteral("float:left")};
+        const ImageArguments all{u"10"_s, u"20"_s, u"1"_s, u"2"_s, u"left"_s, u"0"_s, u"Alt"_s,
+            u"b.png"_s, u"float:left"_s};
         row("every argument, hspace its own", all,
             "<IMG Width=\"10\" Height=\"20\" VSPACE=\"1\" "
             "STYLE=\"WIDTH:10;HEIGHT:20;float:left\" HSPACE=\"2\" ALIGN=\"left\" "
@@ -575,24 +555,23 @@ private Q_SLOTS:
         QCOMPARE(htmlSizeForPointSize(72), 7);
         QCOMPARE(htmlSizeForPointSize(6), 1);
 
-        QCOMPARE(colorFromCss(QStringLiteral("rgb(0, 128, 255)")), QColor(0, 128, 255));
-        QCOMPARE(colorFromCss(QStringLiteral(" rgba(1,2,3,0.5) ")).alpha(), 128);
-        QCOMPARE(colorFromCss(QStringLiteral("#0f0")), QColor(0, 255, 0));
-        QCOMPARE(colorFromCss(QStringLiteral("navy")), QColor(0, 0, 128));
+        QCOMPARE(colorFromCss(u"rgb(0, 128, 255)"_s), QColor(0, 128, 255));
+        QCOMPARE(colorFromCss(u" rgba(1,2,3,0.5) "_s).alpha(), 128);
+        QCOMPARE(colorFromCss(u"#0f0"_s), QColor(0, 255, 0));
+        QCOMPARE(colorFromCss(u"navy"_s), QColor(0, 0, 128));
         QVERIFY(!colorFromCss(QString()).isValid());
-        QVERIFY(!colorFromCss(QStringLiteral("rgb(1, 2)")).isValid());
+        QVERIFY(!colorFromCss(u"rgb(1, 2)"_s).isValid());
     }
 
     void contextMenuEntries_data()
     {
         columns<MenuContext, QList<int>, QStringList>("context", "hidden", "expected");
 
-        const QStringList element{QStringLiteral("Element Properties")};
-        const QStringList page{QStringLiteral("Page Properties")};
-        const QStringList cell{QStringLiteral("Insert Row"), QStringLiteral("Insert Column"),
-            QStringLiteral("Delete Row"), QStringLiteral("Delete Column"),
-            QStringLiteral("Table Cell Properties")};
-        const QStringList table{QStringLiteral("Table Properties")};
+        const QStringList element{u"Element Properties"_s};
+        const QStringList page{u"Page Properties"_s};
+        const QStringList cell{u"Insert Row"_s, u"Insert Column"_s, u"Delete Row"_s,
+            u"Delete Column"_s, u"Table Cell Properties"_s};
+        const QStringList table{u"Table Properties"_s};
 
         MenuContext text;
         text.body = true;
@@ -607,20 +586,20 @@ private Q_SLOTS:
         MenuContext imageInCell = inCell;
         imageInCell.image = true;
         row("image in a table cell", imageInCell, QList<int>{},
-            join({standard, {QStringLiteral("Image Properties")}, page, element}));
+            join({standard, {u"Image Properties"_s}, page, element}));
 
         MenuContext positioned = text;
         positioned.position = {true, true};
         row("positioned element", positioned, QList<int>{},
-            join({standard, {QStringLiteral("Make 1D")}, page, element}));
+            join({standard, {u"Make 1D"_s}, page, element}));
         positioned.position = {true, false};
         row("element that can be positioned", positioned, QList<int>{},
-            join({standard, {QStringLiteral("Make 2D")}, page, element}));
+            join({standard, {u"Make 2D"_s}, page, element}));
 
         MenuContext link = positioned;
         link.hyperlink = true;
         row("link: no positioning", link, QList<int>{},
-            join({standard, {QStringLiteral("Link Properties")}, page, element}));
+            join({standard, {u"Link Properties"_s}, page, element}));
 
         row("standard and element hidden", text,
             QList<int>{clsContextMenu::cm_StandardMenus, clsContextMenu::cm_ElementPropertiesMenus},
@@ -661,39 +640,38 @@ private Q_SLOTS:
         const bool values[] = {c.image, c.body, c.hyperlink, c.table, c.cell, c.position.available,
             c.position.absolute, c.object};
         for (qsizetype i = 0; i < 8; ++i)
-            flags += values[i] ? QStringLiteral("ibhtcpao").at(i) : QLatin1Char('.');
+            flags += values[i] ? u"ibhtcpao"_s.at(i) : QLatin1Char('.');
         QCOMPARE(flags, expected);
     }
 
     void customItemsFollowTheBuiltInOnesAndGoByKey()
     {
         clsContextMenu settings;
-        settings.AddCustomContextMenuItem(QStringLiteral("k1"), QStringLiteral("First"));
-        settings.AddCustomContextMenuItem(QStringLiteral("Spacer"), QStringLiteral("ignored"));
-        settings.AddCustomContextMenuItem(QStringLiteral("k2"), QStringLiteral("Second"));
+        settings.AddCustomContextMenuItem(u"k1"_s, u"First"_s);
+        settings.AddCustomContextMenuItem(u"Spacer"_s, u"ignored"_s);
+        settings.AddCustomContextMenuItem(u"k2"_s, u"Second"_s);
         QCOMPARE(settings.CountCustomContextMenuItems(), 3);
 
         MenuContext text;
         const QList<Entry> entries = Commands::contextMenuEntries(text, settings);
         QCOMPARE(captions(entries),
-            join({standard, {QStringLiteral("Element Properties")},
-                {QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}}));
+            join({standard, {u"Element Properties"_s}, {u"First"_s, u"-"_s, u"Second"_s}}));
         QCOMPARE(entries.constLast().kind, Entry::Kind::Custom);
-        QCOMPARE(entries.constLast().customKey, QStringLiteral("k2"));
+        QCOMPARE(entries.constLast().customKey, u"k2"_s);
         QCOMPARE(entries.first().command, Command::Cut);
 
         settings.HideAllBuiltinContextMenuItems();
         QCOMPARE(captions(Commands::contextMenuEntries(text, settings)),
-            (QStringList{QStringLiteral("First"), QStringLiteral("-"), QStringLiteral("Second")}));
+            (QStringList{u"First"_s, u"-"_s, u"Second"_s}));
         settings.ShowAllBuiltinContextMenuItems();
         QCOMPARE(Commands::contextMenuEntries(text, settings), entries);
 
         // Removed by key, not by caption.
-        settings.RemoveCustomContextMenuItem(QStringLiteral("First"));
+        settings.RemoveCustomContextMenuItem(u"First"_s);
         QCOMPARE(settings.CountCustomContextMenuItems(), 3);
-        settings.RemoveCustomContextMenuItem(QStringLiteral("k1"));
+        settings.RemoveCustomContextMenuItem(u"k1"_s);
         QCOMPARE(settings.CountCustomContextMenuItems(), 2);
-        QCOMPARE(settings.customContextMenuItems().first().text, QStringLiteral("ignored"));
+        QCOMPARE(settings.customContextMenuItems().first().text, u"ignored"_s);
         settings.RemoveAllCustomContextMenuItems();
         QCOMPARE(settings.CountCustomContextMenuItems(), 0);
     }

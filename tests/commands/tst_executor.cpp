@@ -24,15 +24,13 @@
 #include <QRegularExpression>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using namespace Vantry::Commands;
 using Platform::Element;
 using Platform::TextRange;
 using VantryTest::RecordingPrompts;
 
 using EditorMethod = void (HTMLEditorComponent::*)();
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 Q_DECLARE_METATYPE(EditorMethod)
 
 namespace {
@@ -110,7 +108,7 @@ private Q_SLOTS:
         m_editor->setUserPrompts(std::move(prompts));
         // The editor's own dialogs would wait for a user; these cancel at once.
         m_editor->setEditorDialogs(std::make_unique<TableAnswers>());
-        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        m_editor->ToggleDesignSourceView(u"design"_s);
         m_dirtyMarks = 0;
         m_pressed.clear();
         m_toolTips.clear();
@@ -136,9 +134,9 @@ private Q_SLOTS:
     void commandsDoNothingInTheSourceView()
     {
         QFETCH(EditorMethod, method);
-        load(QStringLiteral("<table><tr><td>only</td></tr></table>"));
-        select(QStringLiteral("only"));
-        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        load(u"<table><tr><td>only</td></tr></table>"_s);
+        select(u"only"_s);
+        m_editor->ToggleDesignSourceView(u"source"_s);
         QVERIFY(!m_editor->DesignViewActive());
         m_editor->setisDirty(false);
 
@@ -160,8 +158,8 @@ private Q_SLOTS:
     void inertCommandsLeaveTheDocumentClean()
     {
         QFETCH(QString, key);
-        load(QStringLiteral("<p>text</p>"));
-        select(QStringLiteral("text"));
+        load(u"<p>text</p>"_s);
+        select(u"text"_s);
         const QString before = body();
 
         localExecutor().executeKey(key);
@@ -178,24 +176,24 @@ private Q_SLOTS:
     // The public methods, the toolbar keys and the design commands the toolbar's boxes run.
     void commandsRunInTheDesignViewAndMarkItDirty()
     {
-        load(QStringLiteral("<p>bold lean under</p>"));
-        select(QStringLiteral("bold"));
+        load(u"<p>bold lean under</p>"_s);
+        select(u"bold"_s);
         m_editor->Bold();
         QVERIFY(m_editor->isDirty());
-        QVERIFY(body().contains(QStringLiteral("<b>bold</b>"), Qt::CaseInsensitive));
+        QVERIFY(body().contains(u"<b>bold</b>"_s, Qt::CaseInsensitive));
 
         Executor &executor = localExecutor();
         CommandSink &sink = executor;
-        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-        executor.executeKey(QStringLiteral("Italic"));
+        m_editor->ToggleDesignSourceView(u"source"_s);
+        executor.executeKey(u"Italic"_s);
         QVERIFY(!sink.execute(DesignCommand::Underline));
-        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        m_editor->ToggleDesignSourceView(u"design"_s);
         QCOMPARE(m_dirtyMarks, 0);
-        select(QStringLiteral("lean"));
-        executor.executeKey(QStringLiteral("Italic"));
+        select(u"lean"_s);
+        executor.executeKey(u"Italic"_s);
         QCOMPARE(m_dirtyMarks, 1);
-        QVERIFY(body().contains(QStringLiteral("<i>lean</i>"), Qt::CaseInsensitive));
-        select(QStringLiteral("under"));
+        QVERIFY(body().contains(u"<i>lean</i>"_s, Qt::CaseInsensitive));
+        select(u"under"_s);
         QVERIFY(sink.execute(DesignCommand::Underline));
         QCOMPARE(m_dirtyMarks, 2);
         QVERIFY(body().contains(QLatin1String("<u>under</u>"), Qt::CaseInsensitive));
@@ -210,13 +208,13 @@ private Q_SLOTS:
         // The selection runs from a1 to this text; empty for a caret-sized selection of a1.
         columns<QString, QString>("to", "message");
 
-        const QString lastRow = QStringLiteral("Unable to remove the last table row.");
-        const QString column = QStringLiteral("Unable to remove the last table column.");
-        const QString cell = QStringLiteral("Unable to remove the last table cell.");
-        const QString oneRow = QStringLiteral("<table><tr><td>a1</td><td>b1</td></tr></table>");
+        const QString lastRow = u"Unable to remove the last table row."_s;
+        const QString column = u"Unable to remove the last table column."_s;
+        const QString cell = u"Unable to remove the last table cell."_s;
+        const QString oneRow = u"<table><tr><td>a1</td><td>b1</td></tr></table>"_s;
         const QString oneColumn = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
                                                  "</table>");
-        const QString single = QStringLiteral("<table><tr><td>a1</td></tr></table>");
+        const QString single = u"<table><tr><td>a1</td></tr></table>"_s;
         const QString nested = QStringLiteral(
             "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
             "</table></td></tr></table>");
@@ -245,9 +243,9 @@ private Q_SLOTS:
             = fetch<EditorMethod, QString, QString, QString>("method", "table", "to", "message");
         load(table);
         if (to.isEmpty())
-            select(QStringLiteral("a1"));
+            select(u"a1"_s);
         else
-            QVERIFY(js(QStringLiteral("selectBetween"), {QStringLiteral("a1"), to}).toBool());
+            QVERIFY(js(u"selectBetween"_s, {u"a1"_s, to}).toBool());
         const QString before = body();
 
         (m_editor.get()->*method)();
@@ -345,14 +343,11 @@ private Q_SLOTS:
 
         executor.executeCommand(Command::AbsolutePosition);
         QCOMPARE(m_dirtyMarks, 1);
-        QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
-            QStringLiteral("Set Position Attribute To Relitive"));
-        QCOMPARE(m_surface->styleProperty(element, QStringLiteral("position")),
-            QStringLiteral("absolute"));
+        QCOMPARE(m_toolTips.value(u"Absolute"_s), u"Set Position Attribute To Relitive"_s);
+        QCOMPARE(m_surface->styleProperty(element, u"position"_s), u"absolute"_s);
 
         executor.executeCommand(Command::AbsolutePosition);
-        QCOMPARE(m_toolTips.value(QStringLiteral("Absolute")),
-            QStringLiteral("Set Position Attribute To Absolute"));
+        QCOMPARE(m_toolTips.value(u"Absolute"_s), u"Set Position Attribute To Absolute"_s);
         QCOMPARE(m_dirtyMarks, 2);
         QCOMPARE(body(), before);
     }
@@ -367,8 +362,8 @@ private Q_SLOTS:
     void colourPickerColoursTheSelection()
     {
         QFETCH(QColor, chosen);
-        load(QStringLiteral("<p>paint me</p>"));
-        select(QStringLiteral("paint"));
+        load(u"<p>paint me</p>"_s);
+        select(u"paint"_s);
         const QString before = body();
         m_prompts->colors.enqueue(chosen.isValid() ? std::optional(chosen) : std::nullopt);
         m_editor->ForeColor();
@@ -406,18 +401,18 @@ private Q_SLOTS:
         auto [rows, columns, width, expectedRows, expectedCells]
             = fetch<QString, QString, QString, int, int>(
                 "rows", "columns", "width", "expectedRows", "expectedCells");
-        load(QStringLiteral("<p>put it here</p>"));
-        select(QStringLiteral("here"));
+        load(u"<p>put it here</p>"_s);
+        select(u"here"_s);
 
         QString height, align, valign, image, color, border, spacing, padding, borderColor, style;
         m_editor->InsertTABLENoPrompt(width, height, rows, columns, align, valign, image, color,
             border, spacing, padding, borderColor, style);
 
-        const QList<Element> tables = m_surface->elementsByTagName(QStringLiteral("TABLE"));
+        const QList<Element> tables = m_surface->elementsByTagName(u"TABLE"_s);
         if (expectedRows == 0) {
             QVERIFY(tables.isEmpty());
             QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
-                QStringList{QStringLiteral("A table needs 1 to 1000 rows and 1 to 100 columns.")});
+                QStringList{u"A table needs 1 to 1000 rows and 1 to 100 columns."_s});
             QVERIFY(body().contains(QLatin1String("here")));
             QVERIFY(!m_editor->isDirty());
             return;
@@ -436,66 +431,59 @@ private Q_SLOTS:
 
     void tablesFromLiteralsAndByName()
     {
-        load(QStringLiteral("<p>first</p><p>last</p>"));
-        select(QStringLiteral("first"));
-        m_editor->InsertTABLENoPrompt(QStringLiteral("100%"), {}, QStringLiteral("1"),
-            QStringLiteral("1"), {}, {}, {}, {}, {}, {}, {}, {}, {});
-        QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 1);
+        load(u"<p>first</p><p>last</p>"_s);
+        select(u"first"_s);
+        m_editor->InsertTABLENoPrompt(
+            u"100%"_s, {}, u"1"_s, u"1"_s, {}, {}, {}, {}, {}, {}, {}, {}, {});
+        QCOMPARE(m_surface->elementsByTagName(u"TABLE"_s).size(), 1);
 
         // Past the ten arguments QMetaObject::invokeMethod takes, by name.
         bool inserted = false;
         QVERIFY(QMetaObject::invokeMethod(m_editor.get(), "InsertTABLENoPrompt2",
             Q_RETURN_ARG(bool, inserted),
             Q_ARG(QVariantMap,
-                (QVariantMap{{QStringLiteral("Rows"), 1}, {QStringLiteral("Columns"), 1},
-                    {QStringLiteral("Class"), QStringLiteral("grid")}}))));
+                (QVariantMap{{u"Rows"_s, 1}, {u"Columns"_s, 1}, {u"Class"_s, u"grid"_s}}))));
         QVERIFY(inserted);
         const QString html = body();
         // The second form appends to the body.
         QVERIFY2(
             html.indexOf(QLatin1String("last")) < html.indexOf(QLatin1String("class=\"grid\"")),
             qPrintable(html));
-        QCOMPARE(m_surface->elementsByTagName(QStringLiteral("TABLE")).size(), 2);
+        QCOMPARE(m_surface->elementsByTagName(u"TABLE"_s).size(), 2);
         QVERIFY(m_editor->isDirty());
 
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"Class\"")));
-        QVERIFY(!m_editor->InsertTABLENoPrompt(
-            QVariantMap{{QStringLiteral("Class"), QStringLiteral("x")}}));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"\"Class\""_s));
+        QVERIFY(!m_editor->InsertTABLENoPrompt(QVariantMap{{u"Class"_s, u"x"_s}}));
         QCOMPARE(body(), html);
     }
 
     void imageFromArguments()
     {
-        load(QStringLiteral("<p>picture</p>"));
-        select(QStringLiteral("picture"));
-        m_editor->InsertImageNoPrompt(
-            QStringLiteral("100"), {}, {}, {}, {}, {}, {}, QStringLiteral("pic.gif"), {});
+        load(u"<p>picture</p>"_s);
+        select(u"picture"_s);
+        m_editor->InsertImageNoPrompt(u"100"_s, {}, {}, {}, {}, {}, {}, u"pic.gif"_s, {});
         QVERIFY(m_prompts->shown.isEmpty());
         const QList<Element> images = m_surface->images();
         QCOMPARE(images.size(), 1);
-        QCOMPARE(
-            m_surface->attribute(images.first(), QStringLiteral("src")), QStringLiteral("pic.gif"));
-        QCOMPARE(
-            m_surface->attribute(images.first(), QStringLiteral("width")), QStringLiteral("100"));
+        QCOMPARE(m_surface->attribute(images.first(), u"src"_s), u"pic.gif"_s);
+        QCOMPARE(m_surface->attribute(images.first(), u"width"_s), u"100"_s);
         QVERIFY(m_editor->isDirty());
 
         // Without a source the picker asks for one; cancelled, nothing is inserted.
-        load(QStringLiteral("<p>picture</p>"));
-        select(QStringLiteral("picture"));
+        load(u"<p>picture</p>"_s);
+        select(u"picture"_s);
         const QString before = body();
-        QString width = QStringLiteral("100"), height, vspace, hspace, align, border, alt, src,
-                style;
+        QString width = u"100"_s, height, vspace, hspace, align, border, alt, src, style;
         m_editor->InsertImageNoPrompt(
             width, height, vspace, hspace, align, border, alt, src, style);
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
-            QStringList{QStringLiteral("Pick Image")});
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile), QStringList{u"Pick Image"_s});
         QCOMPARE(body(), before);
         QVERIFY(!m_editor->isDirty());
 
-        m_prompts->fileNames.enqueue(QStringLiteral("/tmp/picked.png"));
+        m_prompts->fileNames.enqueue(u"/tmp/picked.png"_s);
         m_editor->InsertImageNoPrompt(
             width, height, vspace, hspace, align, border, alt, src, style);
-        QCOMPARE(src, QStringLiteral("/tmp/picked.png"));
+        QCOMPARE(src, u"/tmp/picked.png"_s);
         // A picked picture keeps its natural size.
         QVERIFY(width.isEmpty());
         QCOMPARE(m_surface->images().size(), 1);
@@ -509,7 +497,7 @@ private Q_SLOTS:
             "<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
             "</font> plain</p>"));
         m_surface->useElementFormatting();
-        select(QStringLiteral("styled"));
+        select(u"styled"_s);
 
         // Cancelled: nothing changes.
         m_prompts->fonts.enqueue(std::nullopt);
@@ -517,11 +505,7 @@ private Q_SLOTS:
         m_editor->Font();
         QCOMPARE(m_prompts->fontsShown.size(), 1);
         const FontChoice shown = m_prompts->fontsShown.first();
-        QCOMPARE(shown.family, QStringLiteral("Courier New"));
-        QCOMPARE(shown.htmlSize, 5);
-        QCOMPARE(shown.color, QColor(0, 0x80, 0));
-        QVERIFY(shown.bold);
-        QVERIFY(!shown.italic);
+        QCOMPARE(shown, (FontChoice{u"Courier New"_s, 5, QColor(0, 0x80, 0), true}));
         QCOMPARE(body(), before);
         QVERIFY(!m_editor->isDirty());
 
@@ -538,23 +522,14 @@ private Q_SLOTS:
         QVERIFY(m_editor->isDirty());
         const QString html = body().toLower();
         QVERIFY2(!html.contains(QLatin1String("<b>")), qPrintable(html));
-        QVERIFY2(html.contains(QLatin1String("<i>")) && html.contains(QLatin1String("<u>")),
-            qPrintable(html));
-        QVERIFY2(html.contains(QLatin1String("size=\"2\"")), qPrintable(html));
-        QVERIFY2(html.contains(QLatin1String("#ff0000")), qPrintable(html));
-        QVERIFY2(html.contains(QLatin1String("courier new")), qPrintable(html));
+        for (const char *part : {"<i>", "<u>", "size=\"2\"", "#ff0000", "courier new"})
+            QVERIFY2(html.contains(QLatin1String(part)), qPrintable(html));
 
         // The dialog reads the result back as the user left it.
-        select(QStringLiteral("styled"));
+        select(u"styled"_s);
         m_prompts->fonts.enqueue(std::nullopt);
         m_editor->Font();
-        const FontChoice after = m_prompts->fontsShown.last();
-        QCOMPARE(after.family, QStringLiteral("Courier New"));
-        QCOMPARE(after.htmlSize, 2);
-        QCOMPARE(after.color, QColor(0xff, 0, 0));
-        QVERIFY(!after.bold);
-        QVERIFY(after.italic);
-        QVERIFY(after.underline);
+        QCOMPARE(m_prompts->fontsShown.last(), chosen);
         QVERIFY(m_prompts->unexpected.isEmpty());
     }
 
@@ -568,7 +543,7 @@ private Q_SLOTS:
             if (box->isVisible())
                 boxes.append(box->text().remove(QLatin1Char('&')));
         }
-        QCOMPARE(boxes, QStringList{QStringLiteral("Underline")});
+        QCOMPARE(boxes, QStringList{u"Underline"_s});
 
         auto *families = dialog.fontChooser()->findChild<QListView *>();
         QVERIFY(families);
@@ -591,23 +566,23 @@ private Q_SLOTS:
     {
         auto [html, fromButton, pasted]
             = fetch<QString, bool, QString>("html", "fromButton", "pasted");
-        load(QStringLiteral("<p>one XX two</p>"));
-        select(QStringLiteral("XX"));
+        load(u"<p>one XX two</p>"_s);
+        select(u"XX"_s);
         auto *data = new QMimeData;
-        data->setText(QStringLiteral("pasted"));
+        data->setText(u"pasted"_s);
         if (!html.isEmpty())
             data->setHtml(html);
         QGuiApplication::clipboard()->setMimeData(data);
 
         if (fromButton)
-            m_editor->findChild<QAction *>(QStringLiteral("Paste"))->trigger();
+            m_editor->findChild<QAction *>(u"Paste"_s)->trigger();
         else
             m_editor->Paste();
 
         QVERIFY2(body().contains(QRegularExpression(pasted)), qPrintable(body()));
         QVERIFY(m_editor->isDirty());
         m_editor->UnDo();
-        QVERIFY2(body().contains(QStringLiteral("one XX two")), qPrintable(body()));
+        QVERIFY2(body().contains(u"one XX two"_s), qPrintable(body()));
     }
 
     void shortcutsComeBeforeTheEnginesKeys_data()
@@ -638,8 +613,8 @@ private Q_SLOTS:
                 action = candidate;
         }
         QVERIFY(action);
-        load(QStringLiteral("<p>keep every word of this line</p>"));
-        select(QStringLiteral("every"));
+        load(u"<p>keep every word of this line</p>"_s);
+        select(u"every"_s);
         // Something to undo and to redo, so that every button is on.
         m_editor->Bold();
         m_editor->Bold();
@@ -652,7 +627,7 @@ private Q_SLOTS:
         QTest::keyClick(input, Qt::Key(key), Qt::ControlModifier);
 
         QCOMPARE(triggered.count(), 1);
-        QVERIFY2(body().contains(QStringLiteral("of this line")), qPrintable(body()));
+        QVERIFY2(body().contains(u"of this line"_s), qPrintable(body()));
         // Dialogs opened by the keys (find) go away with the test.
         for (QDialog *dialog : m_editor->findChildren<QDialog *>())
             dialog->close();
@@ -663,9 +638,9 @@ private Q_SLOTS:
         columns<QString, QKeyCombination>("button", "keys");
         // Whether the host allows the button; the document's state has it off either way.
         columns<bool, bool, QString, QString>("allowed", "undoFirst", "expected", "clipboard");
-        const QString bold = QStringLiteral("<p>keep <b>every</b> word</p>");
-        const QString plain = QStringLiteral("<p>keep every word</p>");
-        const QString pasted = QStringLiteral("pasted");
+        const QString bold = u"<p>keep <b>every</b> word</p>"_s;
+        const QString plain = u"<p>keep every word</p>"_s;
+        const QString pasted = u"pasted"_s;
         row("Ctrl+C", "Copy", (Qt::CTRL | Qt::Key_C), true, false, bold, "every");
         row("Ctrl+X", "Cut", (Qt::CTRL | Qt::Key_X), true, false, "<p>keep( |&nbsp;){1,2}word</p>",
             "every");
@@ -686,12 +661,12 @@ private Q_SLOTS:
         auto [button, keys, allowed, undoFirst, expected, clipboard]
             = fetch<QString, QKeyCombination, bool, bool, QString, QString>(
                 "button", "keys", "allowed", "undoFirst", "expected", "clipboard");
-        load(QStringLiteral("<p>keep every word</p>"));
-        select(QStringLiteral("every"));
+        load(u"<p>keep every word</p>"_s);
+        select(u"every"_s);
         m_editor->Bold();
         if (undoFirst)
             m_editor->UnDo();
-        QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+        QGuiApplication::clipboard()->setText(u"pasted"_s);
         m_editor->SetButtonState(button, allowed);
         QAction *action = m_editor->findChild<QAction *>(button);
         QVERIFY(action);
@@ -704,7 +679,7 @@ private Q_SLOTS:
         QTest::keyClick(input, keys.key(), keys.keyboardModifiers());
         // Input is handled in order: once the next key is typed, the first has had its effect.
         QTest::keyClick(input, Qt::Key_End);
-        QTest::keyClicks(input, QStringLiteral("!"));
+        QTest::keyClicks(input, u"!"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().endsWith(QLatin1Char('!')));
 
         m_editor->SetButtonState(button, true);
@@ -726,12 +701,12 @@ private Q_SLOTS:
                             "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> two</p>"));
         QWidget *input = VantryTest::giveFocus(m_surface->widget());
         QVERIFY(input);
-        selectElement(QStringLiteral("IMG"));
+        selectElement(u"IMG"_s);
         QTest::keyClick(input, Qt::Key_C, Qt::ControlModifier);
         QTRY_VERIFY(
             QGuiApplication::clipboard()->mimeData()->html().contains(QLatin1String("<img")));
         QCOMPARE(m_surface->selectionType(), Platform::SelectionType::Control);
-        select(QStringLiteral("two"));
+        select(u"two"_s);
         QTest::keyClick(input, Qt::Key_V, Qt::ControlModifier);
         QTRY_COMPARE(m_surface->images().size(), 2);
         QVERIFY2(!body().contains(QLatin1String("outline")), qPrintable(body()));
@@ -765,7 +740,7 @@ private Q_SLOTS:
 
         QTest::keyClick(
             input, Qt::Key(key), key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-        QTest::keyClicks(input, QStringLiteral("X"));
+        QTest::keyClicks(input, u"X"_s);
 
         QTRY_COMPARE(body(), typed);
         // The typing and an added row are undone step by step.
@@ -777,22 +752,22 @@ private Q_SLOTS:
     // An editing-only style: never in the markup.
     void newEmptyCellsCanBeClickedInto()
     {
-        load(QStringLiteral("<table border=\"1\"><tr><td>a</td></tr></table>"));
-        select(QStringLiteral("a"));
+        load(u"<table border=\"1\"><tr><td>a</td></tr></table>"_s);
+        select(u"a"_s);
         m_editor->InsertRow();
         m_editor->InsertColumn();
-        const QList<Element> cells = m_surface->elementsByTagName(QStringLiteral("TD"));
+        const QList<Element> cells = m_surface->elementsByTagName(u"TD"_s);
         QCOMPARE(cells.size(), 4);
         for (const Element &cell : cells)
             QVERIFY2(m_surface->boundingRect(cell).height() >= 12,
                 qPrintable(QString::number(m_surface->boundingRect(cell).height())));
-        QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("height"), Qt::CaseInsensitive));
+        QVERIFY(!m_editor->GetHtmlSource().contains(u"height"_s, Qt::CaseInsensitive));
     }
 
     void findDialogOpensOnTheSelectedText()
     {
-        load(QStringLiteral("<p>needle in a haystack, another needle</p>"));
-        select(QStringLiteral("needle"));
+        load(u"<p>needle in a haystack, another needle</p>"_s);
+        select(u"needle"_s);
         m_editor->Find();
         auto *dialog = m_editor->findChild<Dialogs::FindReplaceDialog *>();
         QVERIFY(dialog);
@@ -800,7 +775,7 @@ private Q_SLOTS:
         QVERIFY(!dialog->isReplaceMode());
         dialog->findNext();
         QCOMPARE(dialog->statusText(), QString());
-        QCOMPARE(m_surface->rangeText(m_surface->selectionRange()), QStringLiteral("needle"));
+        QCOMPARE(m_surface->rangeText(m_surface->selectionRange()), u"needle"_s);
         QCOMPARE(m_surface->bodyInnerText().indexOf(QLatin1String("another")) + 8, [this] {
             const TextRange range = m_surface->selectionRange();
             const QString hit = m_surface->rangeText(range);
@@ -824,19 +799,19 @@ private Q_SLOTS:
 
     void uploadImageOpensTheUploadForm()
     {
-        load(QStringLiteral("<p>text</p>"));
+        load(u"<p>text</p>"_s);
         const QString before = body();
         ImageUploadValues seen;
         m_editor->setEditorDialogs(std::make_unique<CancellingUpload>(&seen));
-        m_editor->setProperty("FTP_ServerName", QStringLiteral("ftp.example.com:2121"));
-        m_editor->setProperty("FTP_OverWriteFiles", QStringLiteral("true"));
-        m_editor->setProperty("FTP_AllowMultiableFiles", QStringLiteral("false"));
-        m_editor->setProperty("FTP_RistrictedDirectory", QStringLiteral("/www"));
+        m_editor->setProperty("FTP_ServerName", u"ftp.example.com:2121"_s);
+        m_editor->setProperty("FTP_OverWriteFiles", u"true"_s);
+        m_editor->setProperty("FTP_AllowMultiableFiles", u"false"_s);
+        m_editor->setProperty("FTP_RistrictedDirectory", u"/www"_s);
         m_editor->UploadImage();
         m_editor->setEditorDialogs(nullptr);
 
-        QCOMPARE(seen.FTP_ServerName, QStringLiteral("ftp.example.com:2121"));
-        QCOMPARE(seen.FTP_RistrictedDirectory, QStringLiteral("/www"));
+        QCOMPARE(seen.FTP_ServerName, u"ftp.example.com:2121"_s);
+        QCOMPARE(seen.FTP_RistrictedDirectory, u"/www"_s);
         QVERIFY(seen.FTP_OverWriteFiles);
         QVERIFY(!seen.FTP_AllowMultiableFiles);
         QVERIFY(seen.FTP_IncermentExistingFileNames);
@@ -850,29 +825,29 @@ private Q_SLOTS:
     // without an address the anchor goes.
     void linkDialogWritesTheAnchorAndItsReference()
     {
-        load(QStringLiteral("<p>go there now</p>"));
-        select(QStringLiteral("there"));
+        load(u"<p>go there now</p>"_s);
+        select(u"there"_s);
         TableAnswers answers;
         answers.link = [](LinkPropertiesValues &values) {
-            QCOMPARE(values.Targets, (QStringList{QStringLiteral("main"), QStringLiteral("side")}));
+            QCOMPARE(values.Targets, (QStringList{u"main"_s, u"side"_s}));
             QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkAddress));
             values.LinkOption = LinkPropertiesValues::LinkPortalPage;
-            values.PortalPageID = QStringLiteral("7");
-            values.URL = QStringLiteral("/shop");
-            values.Target = QStringLiteral("main");
-            values.Popup = QStringLiteral("Our shop");
-            values.LinkColor = QStringLiteral("#C00000");
-            values.Decoration = QStringLiteral("none");
+            values.PortalPageID = u"7"_s;
+            values.URL = u"/shop"_s;
+            values.Target = u"main"_s;
+            values.Popup = u"Our shop"_s;
+            values.LinkColor = u"#C00000"_s;
+            values.Decoration = u"none"_s;
         };
         Executor::Hooks hooks;
         hooks.linkSources = [](LinkPropertiesValues &values) {
-            values.PortalPages = QStringLiteral("<P PortalPageID=\"7\"/>");
-            values.Targets = {QStringLiteral("main"), QStringLiteral("side")};
+            values.PortalPages = u"<P PortalPageID=\"7\"/>"_s;
+            values.Targets = {u"main"_s, u"side"_s};
         };
         useDialogs(answers, std::move(hooks));
 
         m_executor->executeCommand(Command::Hyperlink);
-        QList<Element> anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+        QList<Element> anchors = m_surface->elementsByTagName(u"A"_s);
         QCOMPARE(anchors.size(), 1);
         const QString made = m_surface->outerHTML(anchors.first());
         for (const char *part : {"href=\"/shop\"", "target=\"main\"", "title=\"Our shop\"",
@@ -880,19 +855,19 @@ private Q_SLOTS:
             QVERIFY2(made.contains(QLatin1String(part), Qt::CaseInsensitive), qPrintable(made));
         QCOMPARE(m_dirtyMarks, 1);
 
-        select(QStringLiteral("there"));
+        select(u"there"_s);
         answers.link = [](LinkPropertiesValues &values) {
             QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkPortalPage));
-            QCOMPARE(values.PortalPageID, QStringLiteral("7"));
-            QCOMPARE(values.Popup, QStringLiteral("Our shop"));
-            QCOMPARE(values.LinkColor, QStringLiteral("#C00000"));
-            QCOMPARE(values.URL, QStringLiteral("/shop"));
+            QCOMPARE(values.PortalPageID, u"7"_s);
+            QCOMPARE(values.Popup, u"Our shop"_s);
+            QCOMPARE(values.LinkColor, u"#C00000"_s);
+            QCOMPARE(values.URL, u"/shop"_s);
             values.LinkOption = LinkPropertiesValues::LinkAddress;
-            values.URL = QStringLiteral("http://example.org/");
+            values.URL = u"http://example.org/"_s;
             values.Popup.clear();
         };
         m_executor->executeCommand(Command::Hyperlink);
-        anchors = m_surface->elementsByTagName(QStringLiteral("A"));
+        anchors = m_surface->elementsByTagName(u"A"_s);
         QCOMPARE(anchors.size(), 1);
         const QString edited = m_surface->outerHTML(anchors.first());
         QVERIFY2(
@@ -903,10 +878,10 @@ private Q_SLOTS:
         QCOMPARE(m_dirtyMarks, 2);
 
         // No address and no reference take the anchor away.
-        select(QStringLiteral("there"));
+        select(u"there"_s);
         answers.link = [](LinkPropertiesValues &values) { values.URL.clear(); };
         m_executor->executeCommand(Command::Hyperlink);
-        QVERIFY(m_surface->elementsByTagName(QStringLiteral("A")).isEmpty());
+        QVERIFY(m_surface->elementsByTagName(u"A"_s).isEmpty());
         QVERIFY(body().contains(QLatin1String("go there now")));
         QCOMPARE(m_dirtyMarks, 3);
     }
@@ -915,33 +890,32 @@ private Q_SLOTS:
     // picked background placed first) and the title beside it; Cancel writes nothing.
     void pageDialogWritesTheBodyAsOneUndoStep()
     {
-        load(QStringLiteral("<p>here</p>"));
-        const Element body = m_surface->elementsByTagName(QStringLiteral("BODY")).first();
-        QVERIFY(
-            m_surface->setAttribute(body, QStringLiteral("bgColor"), QStringLiteral("#FFFFFF")));
-        QVERIFY(m_surface->setAttribute(body, QStringLiteral("leftMargin"), QStringLiteral("5")));
+        load(u"<p>here</p>"_s);
+        const Element body = m_surface->elementsByTagName(u"BODY"_s).first();
+        QVERIFY(m_surface->setAttribute(body, u"bgColor"_s, u"#FFFFFF"_s));
+        QVERIFY(m_surface->setAttribute(body, u"leftMargin"_s, u"5"_s));
         // Last, since undo puts a removed attribute back at the end.
-        QVERIFY(m_surface->setAttribute(body, QStringLiteral("link"), QStringLiteral("#0000FF")));
-        QVERIFY(m_surface->setTitle(QStringLiteral("Old")));
-        select(QStringLiteral("here"));
+        QVERIFY(m_surface->setAttribute(body, u"link"_s, u"#0000FF"_s));
+        QVERIFY(m_surface->setTitle(u"Old"_s));
+        select(u"here"_s);
         const QString before = m_surface->outerHTML(body);
         TableAnswers answers;
         answers.page = [](PagePropertiesValues &values) {
-            QCOMPARE(values.BackgroundColor, QStringLiteral("#FFFFFF"));
-            QCOMPARE(values.LinkColor, QStringLiteral("#0000FF"));
-            QCOMPARE(values.LeftMargin, QStringLiteral("5"));
-            QCOMPARE(values.Title, QStringLiteral("Old"));
-            QCOMPARE(values.ImageDirectory, QStringLiteral("/srv/img"));
+            QCOMPARE(values.BackgroundColor, u"#FFFFFF"_s);
+            QCOMPARE(values.LinkColor, u"#0000FF"_s);
+            QCOMPARE(values.LeftMargin, u"5"_s);
+            QCOMPARE(values.Title, u"Old"_s);
+            QCOMPARE(values.ImageDirectory, u"/srv/img"_s);
             values.LinkColor.clear();
-            values.TextColor = QStringLiteral("#111111");
-            values.TopMargin = QStringLiteral("9");
-            values.BackgroundImage = QStringLiteral("/tmp/bg.gif");
-            values.Title = QStringLiteral("New");
+            values.TextColor = u"#111111"_s;
+            values.TopMargin = u"9"_s;
+            values.BackgroundImage = u"/tmp/bg.gif"_s;
+            values.Title = u"New"_s;
         };
         Executor::Hooks hooks;
-        hooks.imageDirectory = [] { return QStringLiteral("/srv/img"); };
+        hooks.imageDirectory = [] { return u"/srv/img"_s; };
         hooks.placeImage = [](const QString &path) -> QString {
-            return QStringLiteral("images/") + path.section(QLatin1Char('/'), -1);
+            return u"images/"_s + path.section(QLatin1Char('/'), -1);
         };
         useDialogs(answers, std::move(hooks));
 
@@ -949,19 +923,19 @@ private Q_SLOTS:
         const auto attribute = [this, &body](const char *name) {
             return m_surface->attribute(body, QLatin1String(name));
         };
-        QCOMPARE(attribute("bgColor"), QStringLiteral("#FFFFFF"));
-        QCOMPARE(attribute("text"), QStringLiteral("#111111"));
-        QCOMPARE(attribute("topMargin"), QStringLiteral("9"));
-        QCOMPARE(attribute("background"), QStringLiteral("images/bg.gif"));
+        QCOMPARE(attribute("bgColor"), u"#FFFFFF"_s);
+        QCOMPARE(attribute("text"), u"#111111"_s);
+        QCOMPARE(attribute("topMargin"), u"9"_s);
+        QCOMPARE(attribute("background"), u"images/bg.gif"_s);
         QVERIFY2(!m_surface->outerHTML(body).contains(QLatin1String(" link="), Qt::CaseInsensitive),
             qPrintable(m_surface->outerHTML(body)));
-        QCOMPARE(m_surface->title(), QStringLiteral("New"));
+        QCOMPARE(m_surface->title(), u"New"_s);
         QCOMPARE(m_dirtyMarks, 1);
         m_executor->executeCommand(Command::UnDo);
         QCOMPARE(m_surface->outerHTML(body), before);
 
         answers.page = nullptr;
-        select(QStringLiteral("here"));
+        select(u"here"_s);
         m_executor->executeCommand(Command::PageProperties);
         QCOMPARE(m_surface->outerHTML(body), before);
         QCOMPARE(m_dirtyMarks, 2);
@@ -1001,28 +975,28 @@ private Q_SLOTS:
         auto [number, start, expected, info]
             = fetch<int, QString, QString, QString>("number", "start", "expected", "info");
         load(start);
-        select(QStringLiteral("here"));
+        select(u"here"_s);
         TableAnswers answers;
         answers.insert = [&info](InsertTableValues &values) {
-            values.Rows = info.isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
-            values.Columns = QStringLiteral("2");
-            values.Width = QStringLiteral("50%");
-            values.Alignment = QStringLiteral("center");
-            values.BGColorCell = QStringLiteral("#FF0000");
+            values.Rows = info.isEmpty() ? u"1"_s : u"0"_s;
+            values.Columns = u"2"_s;
+            values.Width = u"50%"_s;
+            values.Alignment = u"center"_s;
+            values.BGColorCell = u"#FF0000"_s;
         };
         answers.table = [](TablePropertiesValues &values) {
-            QCOMPARE(values.BorderHighlight, QStringLiteral("#000000"));
-            QCOMPARE(values.Width, QStringLiteral("80%"));
-            values.Width = QStringLiteral("0");
-            values.Height = QStringLiteral("40");
-            values.BorderShadow = QStringLiteral("#111111");
+            QCOMPARE(values.BorderHighlight, u"#000000"_s);
+            QCOMPARE(values.Width, u"80%"_s);
+            values.Width = u"0"_s;
+            values.Height = u"40"_s;
+            values.BorderShadow = u"#111111"_s;
         };
         answers.cell = [](CellPropertiesValues &values) {
             QVERIFY(values.NoWrap);
-            QCOMPARE(values.BorderShadow, QStringLiteral("#000000"));
+            QCOMPARE(values.BorderShadow, u"#000000"_s);
             values.NoWrap = false;
-            values.Width = QStringLiteral("30%");
-            values.VerticalAlignment = QStringLiteral("top");
+            values.Width = u"30%"_s;
+            values.VerticalAlignment = u"top"_s;
         };
         useDialogs(answers);
         const QString before = body();
@@ -1044,7 +1018,7 @@ private Q_SLOTS:
         answers.insert = nullptr;
         answers.table = nullptr;
         answers.cell = nullptr;
-        select(QStringLiteral("here"));
+        select(u"here"_s);
         m_executor->executeCommand(Commands::Command(number));
         QCOMPARE(body(), before);
         QCOMPARE(m_dirtyMarks, 2);
@@ -1055,19 +1029,16 @@ private Q_SLOTS:
         columns<QString, QStringList, QVariantList, QString>(
             "document", "sheets", "selectors", "links");
 
-        const QString elsewhere = QStringLiteral("http://example.invalid/css/main.css");
-        const QString linked
-            = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">").arg(elsewhere);
-        const QString embedded
-            = QStringLiteral("<style>.warn { color: red; } p { margin: 0px; }</style>");
-        const QString link = QStringLiteral("<LINK href=\"%1\" rel=\"StyleSheet\">").arg(elsewhere);
+        const QString elsewhere = u"http://example.invalid/css/main.css"_s;
+        const QString linked = u"<link rel=\"stylesheet\" href=\"%1\">"_s.arg(elsewhere);
+        const QString embedded = u"<style>.warn { color: red; } p { margin: 0px; }</style>"_s;
+        const QString link = u"<LINK href=\"%1\" rel=\"StyleSheet\">"_s.arg(elsewhere);
         row("none", "<p>x</p>", QStringList{QString()}, QVariantList{}, QString());
-        row("embedded", embedded + QStringLiteral("<p>x</p>"), QStringList{QString()},
-            QVariantList{QStringLiteral(".warn"), QStringLiteral("p")}, QString());
+        row("embedded", embedded + u"<p>x</p>"_s, QStringList{QString()},
+            QVariantList{u".warn"_s, u"p"_s}, QString());
         // Another origin's rules are not ours to read: the sheet is listed by its address.
-        row("linked and embedded", linked + embedded + QStringLiteral("<p>x</p>"),
-            QStringList{elsewhere, QString()},
-            QVariantList{QStringLiteral(".warn"), QStringLiteral("p")}, link);
+        row("linked and embedded", linked + embedded + u"<p>x</p>"_s,
+            QStringList{elsewhere, QString()}, QVariantList{u".warn"_s, u"p"_s}, link);
     }
 
     void styleSheetsOfTheDocument()
@@ -1081,21 +1052,20 @@ private Q_SLOTS:
         QCOMPARE(style.GetAllStyleSheetRules(), selectors);
         QCOMPARE(style.LoadStylesSource(), links);
 
-        const StyleSheetInfo found = style.GetStyleSheet(QStringLiteral("MAIN.css"));
+        const StyleSheetInfo found = style.GetStyleSheet(u"MAIN.css"_s);
         QCOMPARE(found.href, links.isEmpty() ? QString() : sheets.first());
         QVERIFY(found.isNull() || !found.rulesReadable);
         // Every address contains the empty name: the first sheet.
         const StyleSheetInfo first = style.GetStyleSheet(QString());
         const bool embeddedFirst = sheets.first().isEmpty() && !selectors.isEmpty();
         QCOMPARE(first.isNull(), selectors.isEmpty() && links.isEmpty());
-        QCOMPARE(
-            style.GetStyleSheetRule(first, QStringLiteral(".warn")).value<StyleSheetRule>().cssText,
-            embeddedFirst ? QStringLiteral("color: red;") : QString());
-        QVERIFY(!style.GetStyleSheetRule(first, QStringLiteral("warn")).isValid());
+        QCOMPARE(style.GetStyleSheetRule(first, u".warn"_s).value<StyleSheetRule>().cssText,
+            embeddedFirst ? u"color: red;"_s : QString());
+        QVERIFY(!style.GetStyleSheetRule(first, u"warn"_s).isValid());
 
-        QVERIFY(!style.SetStyleSheet(QStringLiteral(" ")));
-        QVERIFY(style.SetStyleSheet(QStringLiteral("extra.css")));
-        QVERIFY(style.GetAllStyleSheets().contains(QStringLiteral("extra.css")));
+        QVERIFY(!style.SetStyleSheet(u" "_s));
+        QVERIFY(style.SetStyleSheet(u"extra.css"_s));
+        QVERIFY(style.GetAllStyleSheets().contains(u"extra.css"_s));
         // The link is one undo step; taking it back keeps it from the next document.
         m_editor->UnDo();
         QCOMPARE(style.GetAllStyleSheets(), sheets);
@@ -1103,19 +1073,17 @@ private Q_SLOTS:
 
     void styleOfTheCurrentElement()
     {
-        load(QStringLiteral("<p>some text</p>"));
-        select(QStringLiteral("some"));
-        m_editor->SetStyleOfCurrentElement(
-            QStringLiteral("backgroundColor"), QStringLiteral("yellow"));
-        m_editor->SetFilterOfCurrentElement(QStringLiteral("Alpha"), QStringLiteral("opacity=50"));
+        load(u"<p>some text</p>"_s);
+        select(u"some"_s);
+        m_editor->SetStyleOfCurrentElement(u"backgroundColor"_s, u"yellow"_s);
+        m_editor->SetFilterOfCurrentElement(u"Alpha"_s, u"opacity=50"_s);
         QCOMPARE(body(),
             QStringLiteral(
                 "<p style=\"background-color: yellow; "
                 "filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)\">some text</p>"));
-        QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("Filter")),
-            QStringLiteral("progid:DXImageTransform.Microsoft.Alpha(opacity=50)"));
-        QCOMPARE(m_editor->GetStyleOfCurrentElement(QStringLiteral("background-color")),
-            QStringLiteral("yellow"));
+        QCOMPARE(m_editor->GetStyleOfCurrentElement(u"Filter"_s),
+            u"progid:DXImageTransform.Microsoft.Alpha(opacity=50)"_s);
+        QCOMPARE(m_editor->GetStyleOfCurrentElement(u"background-color"_s), u"yellow"_s);
         QVERIFY(m_editor->isDirty());
 
         // A bare caret changes nothing.
@@ -1123,7 +1091,7 @@ private Q_SLOTS:
         const TextRange caret = m_surface->selectionRange();
         QVERIFY(m_surface->collapseRange(caret, true));
         QVERIFY(m_surface->selectRange(caret));
-        m_editor->SetStyleOfCurrentElement(QStringLiteral("color"), QStringLiteral("red"));
+        m_editor->SetStyleOfCurrentElement(u"color"_s, u"red"_s);
         QCOMPARE(body(), before);
     }
 
@@ -1151,23 +1119,21 @@ private Q_SLOTS:
         load(start);
         // A movie under the selection is selected whole, as a click selects it.
         if (start.contains(QLatin1String("<object")))
-            selectElement(QStringLiteral("OBJECT"));
+            selectElement(u"OBJECT"_s);
         else
-            select(QStringLiteral("here"));
+            select(u"here"_s);
         TableAnswers answers;
         answers.element = [](ElementPropertiesValues &values) {
-            QCOMPARE(values.TagName, QStringLiteral("P"));
-            values.Attributes = {{QStringLiteral("id"), QStringLiteral("b")},
-                {QStringLiteral("onclick"), QStringLiteral("alert(1)")}};
+            QCOMPARE(values.TagName, u"P"_s);
+            values.Attributes = {{u"id"_s, u"b"_s}, {u"onclick"_s, u"alert(1)"_s}};
         };
         answers.flash = [](FlashPropertiesValues &values) {
             values.Play = values.MovieURL.isEmpty() ? 1 : 0;
-            values.MovieURL
-                = values.MovieURL.isEmpty() ? QStringLiteral("m.swf") : QStringLiteral("new.swf");
+            values.MovieURL = values.MovieURL.isEmpty() ? u"m.swf"_s : u"new.swf"_s;
         };
         answers.style = [](SelectStyleValues &values) {
             QCOMPARE(values.StyleSheets.size(), 1);
-            values.ClassName = QStringLiteral("warn");
+            values.ClassName = u"warn"_s;
         };
         useDialogs(answers);
         DialogLauncher &launcher = m_executor->dialogs();
@@ -1196,29 +1162,28 @@ private Q_SLOTS:
         columns<QString, QString, QStringList, QStringList>(
             "document", "target", "present", "absent");
 
-        const QString cut = QStringLiteral("Cut");
-        const QString page = QStringLiteral("Page Properties");
-        const QString element = QStringLiteral("Element Properties");
-        const QString insertRow = QStringLiteral("Insert Row");
-        const QString table = QStringLiteral("Table Properties");
-        const QString image = QStringLiteral("Image Properties");
-        const QString link = QStringLiteral("Link Properties");
-        const QString make2D = QStringLiteral("Make 2D");
+        const QString cut = u"Cut"_s;
+        const QString page = u"Page Properties"_s;
+        const QString element = u"Element Properties"_s;
+        const QString insertRow = u"Insert Row"_s;
+        const QString table = u"Table Properties"_s;
+        const QString image = u"Image Properties"_s;
+        const QString link = u"Link Properties"_s;
+        const QString make2D = u"Make 2D"_s;
         row("text", "<p>plain</p>", "plain", QStringList{cut, page, element},
             QStringList{insertRow, table, image, link, make2D});
         row("table cell", "<table><tr><td>cell</td></tr></table>", "cell",
-            QStringList{cut, insertRow, QStringLiteral("Delete Column"),
-                QStringLiteral("Table Cell Properties"), table, page, element},
+            QStringList{cut, insertRow, u"Delete Column"_s, u"Table Cell Properties"_s, table, page,
+                element},
             QStringList{image, link, make2D});
         row("image in a cell", "<table><tr><td><img src=\"a.gif\"></td></tr></table>", "IMG",
             QStringList{cut, image, make2D, element}, QStringList{insertRow, table});
         row("Flash movie",
             "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\">"
             "</object></p>",
-            "OBJECT", QStringList{cut, QStringLiteral("Flash Movie Properties"), element},
-            QStringList{image});
+            "OBJECT", QStringList{cut, u"Flash Movie Properties"_s, element}, QStringList{image});
         row("link", "<p><a href=\"x.htm\">linked</a></p>", "linked", QStringList{link, page},
-            QStringList{QStringLiteral("Make 1D"), QStringLiteral("Make 2D")});
+            QStringList{u"Make 1D"_s, u"Make 2D"_s});
     }
 
     void contextMenuForWhatIsUnderTheSelection()
@@ -1241,13 +1206,13 @@ private Q_SLOTS:
             QVERIFY2(captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
         for (const QString &caption : std::as_const(absent))
             QVERIFY2(!captions.contains(caption), qPrintable(captions.join(QLatin1Char('|'))));
-        QCOMPARE(captions.first(), QStringLiteral("Cut"));
+        QCOMPARE(captions.first(), u"Cut"_s);
     }
 
     void contextMenuRespectsHostSettings()
     {
-        load(QStringLiteral("<table><tr><td>cell</td></tr></table>"));
-        select(QStringLiteral("cell"));
+        load(u"<table><tr><td>cell</td></tr></table>"_s);
+        select(u"cell"_s);
         clsContextMenu &settings = *m_editor->ContextMenu();
         ContextMenus menus(*m_surface, *m_selection, menuHooks(settings));
         settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
@@ -1265,29 +1230,29 @@ private Q_SLOTS:
         m_editor->setDisableContextMenus(true);
         QVERIFY(menus.entriesForSelection().isEmpty());
         m_editor->setDisableContextMenus(false);
-        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+        m_editor->ToggleDesignSourceView(u"source"_s);
         QVERIFY(menus.entriesForSelection().isEmpty());
     }
 
     void customEntryRaisesItsKeyOnly()
     {
-        load(QStringLiteral("<p>text</p>"));
-        select(QStringLiteral("text"));
+        load(u"<p>text</p>"_s);
+        select(u"text"_s);
         QList<Command> executed;
         QStringList clicked;
         int elementDialogs = 0;
         clsContextMenu settings;
-        settings.AddCustomContextMenuItem(QStringLiteral("host.key"), QStringLiteral("Do It"));
+        settings.AddCustomContextMenuItem(u"host.key"_s, u"Do It"_s);
         ContextMenus::Hooks hooks = menuHooks(settings);
         hooks.execute = [&executed](Command command) { executed.append(command); };
         hooks.elementProperties = [&elementDialogs] { ++elementDialogs; };
         hooks.customClicked = [&clicked](const QString &key) { clicked.append(key); };
         ContextMenus menus(*m_surface, *m_selection, std::move(hooks));
         const QList<ContextMenuEntry> entries = menus.entriesForSelection();
-        QCOMPARE(entries.constLast().caption, QStringLiteral("Do It"));
+        QCOMPARE(entries.constLast().caption, u"Do It"_s);
 
         menus.choose(entries.constLast());
-        QCOMPARE(clicked, QStringList{QStringLiteral("host.key")});
+        QCOMPARE(clicked, QStringList{u"host.key"_s});
         QVERIFY(executed.isEmpty());
 
         menus.choose(entries.first());
@@ -1306,15 +1271,6 @@ private:
         QVERIFY(m_surface->setBodyInnerHTML(body));
         m_editor->setisDirty(false);
     }
-
-    void selectElement(const QString &tagName)
-    {
-        const QList<Element> elements = m_surface->elementsByTagName(tagName);
-        QVERIFY(!elements.isEmpty());
-        QVERIFY(m_surface->selectElement(elements.first()));
-    }
-
-    QString body() { return m_surface->bodyInnerHTML(); }
 
     // An executor on the editor's surface whose toolbar and dirty mark the test can see.
     Executor &localExecutor()

@@ -8,13 +8,11 @@
 #include "commands/selectionaccess.h"
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using Platform::Element;
 using Platform::TextRange;
 using Platform::TextUnit;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 
 class tst_SelectionAccess : public VantryTest::SurfaceFixture
 {
@@ -45,17 +43,17 @@ private Q_SLOTS:
     void checkBoolean_data()
     {
         columns<QVariant, bool>("value", "result");
-        row("TRUE", QVariant(QStringLiteral("TRUE")), true);
-        row("tRuE", QVariant(QStringLiteral("tRuE")), true);
-        row("text 1", QVariant(QStringLiteral("1")), true);
+        row("TRUE", QVariant(u"TRUE"_s), true);
+        row("tRuE", QVariant(u"tRuE"_s), true);
+        row("text 1", QVariant(u"1"_s), true);
         row("number 1", QVariant(1), true);
         row("number 1.0", QVariant(1.0), true);
         row("Boolean true", QVariant(true), true);
-        row("yes", QVariant(QStringLiteral("yes")), false);
-        row("text 0", QVariant(QStringLiteral("0")), false);
+        row("yes", QVariant(u"yes"_s), false);
+        row("text 0", QVariant(u"0"_s), false);
         row("Boolean false", QVariant(false), false);
         row("minus one", QVariant(-1), false);
-        row("text 1.0", QVariant(QStringLiteral("1.0")), false);
+        row("text 1.0", QVariant(u"1.0"_s), false);
         row("nothing", QVariant(), false);
     }
 
@@ -94,23 +92,22 @@ private Q_SLOTS:
 
     void elementObjectReadsAndWrites()
     {
-        load(QStringLiteral("<div id=\"outer\"><p class=\"c\">some <i>text</i></p></div>"));
-        select(QStringLiteral("some"));
+        load(u"<div id=\"outer\"><p class=\"c\">some <i>text</i></p></div>"_s);
+        select(u"some"_s);
         HTMLElement paragraph = m_editor->GetSelectedElementObject();
-        QCOMPARE(paragraph.getAttribute(QStringLiteral("class")), QStringLiteral("c"));
-        QCOMPARE(paragraph.innerHTML(), QStringLiteral("some <i>text</i>"));
-        QCOMPARE(
-            paragraph.parentElement().getAttribute(QStringLiteral("id")), QStringLiteral("outer"));
-        paragraph.setAttribute(QStringLiteral("title"), QStringLiteral("t"));
-        paragraph.removeAttribute(QStringLiteral("class"));
-        paragraph.setInnerHTML(QStringLiteral("new"));
-        QCOMPARE(paragraph.outerHTML(), QStringLiteral("<p title=\"t\">new</p>"));
+        QCOMPARE(paragraph.getAttribute(u"class"_s), u"c"_s);
+        QCOMPARE(paragraph.innerHTML(), u"some <i>text</i>"_s);
+        QCOMPARE(paragraph.parentElement().getAttribute(u"id"_s), u"outer"_s);
+        paragraph.setAttribute(u"title"_s, u"t"_s);
+        paragraph.removeAttribute(u"class"_s);
+        paragraph.setInnerHTML(u"new"_s);
+        QCOMPARE(paragraph.outerHTML(), u"<p title=\"t\">new</p>"_s);
 
         // The element's document is gone: empty reads, ignored writes.
-        load(QStringLiteral("<p>other</p>"));
+        load(u"<p>other</p>"_s);
         QCOMPARE(paragraph.tagName(), QString());
-        paragraph.setInnerHTML(QStringLiteral("lost"));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>other</p>"));
+        paragraph.setInnerHTML(u"lost"_s);
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>other</p>"_s);
     }
 
     void findSelectedElementByTag_data()
@@ -146,15 +143,15 @@ private Q_SLOTS:
 
     void removeSelectedElementObjectRemovesOnlyImages()
     {
-        const QString table = QStringLiteral("<table><tbody><tr><td>c</td></tr></tbody></table>");
-        load(QStringLiteral("<p>a<img src=\"x.png\">b</p>") + table);
-        selectElement(QStringLiteral("IMG"));
-        m_editor->RemoveSelectedElementObject(QStringLiteral("TABLE"));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ab</p>") + table);
+        const QString table = u"<table><tbody><tr><td>c</td></tr></tbody></table>"_s;
+        load(u"<p>a<img src=\"x.png\">b</p>"_s + table);
+        selectElement(u"IMG"_s);
+        m_editor->RemoveSelectedElementObject(u"TABLE"_s);
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>ab</p>"_s + table);
 
-        selectElement(QStringLiteral("TABLE"));
-        m_editor->RemoveSelectedElementObject(QStringLiteral("TABLE"));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ab</p>") + table);
+        selectElement(u"TABLE"_s);
+        m_editor->RemoveSelectedElementObject(u"TABLE"_s);
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>ab</p>"_s + table);
     }
 
     void selectedHTML_data()
@@ -168,9 +165,9 @@ private Q_SLOTS:
     void selectedHTML()
     {
         auto [needle, image, html] = fetch<QString, bool, QString>("needle", "image", "html");
-        load(QStringLiteral("<p>plain <b>bold</b><img src=\"x.png\" alt=\"x\"></p>"));
+        load(u"<p>plain <b>bold</b><img src=\"x.png\" alt=\"x\"></p>"_s);
         if (image)
-            selectElement(QStringLiteral("IMG"));
+            selectElement(u"IMG"_s);
         else
             select(needle);
         QCOMPARE(m_editor->GetSelectedHTML().toString(), html);
@@ -195,9 +192,9 @@ private Q_SLOTS:
     {
         auto [needle, image, replacement, body]
             = fetch<QString, bool, QString, QString>("needle", "image", "replacement", "body");
-        load(QStringLiteral("<p>one two<img src=\"x.png\"></p><p>three</p>"));
+        load(u"<p>one two<img src=\"x.png\"></p><p>three</p>"_s);
         if (image)
-            selectElement(QStringLiteral("IMG"));
+            selectElement(u"IMG"_s);
         else
             select(needle, QByteArray(QTest::currentDataTag()) == "caret");
         m_editor->ReplaceSelectedHTML(replacement);
@@ -211,12 +208,11 @@ private Q_SLOTS:
         // a1 b1 c1
         // a2 b2 c2
         const auto table = [](const char *row1, const char *row2) -> QString {
-            return QStringLiteral("<table><tbody><tr>%1</tr><tr>%2</tr></tbody></table>")
-                .arg(QLatin1String(row1), QLatin1String(row2));
+            return u"<table><tbody><tr>%1</tr><tr>%2</tr></tbody></table>"_s.arg(
+                QLatin1String(row1), QLatin1String(row2));
         };
         const auto page = [&table](const char *row1, const char *row2) -> QString {
-            return QStringLiteral("<p>before</p>") + table(row1, row2)
-                + QStringLiteral("<p>after</p>");
+            return u"<p>before</p>"_s + table(row1, row2) + u"<p>after</p>"_s;
         };
         const char *row2 = "<td>a2</td><td>b2</td><td>c2</td>";
         row("replace across a row", QByteArray("ReplaceSelectedHTML"), "a1", "c1",
@@ -229,9 +225,9 @@ private Q_SLOTS:
             page("<td>a1</td><td>b1</td><td><input type=\"text\" size=\"24\" value=\"\"></td>",
                 "<td></td><td>b2</td><td>c2</td>"));
         row("from the text before into the table", QByteArray("ReplaceSelectedHTML"), "ore", "b2",
-            QStringLiteral("<p>bef<i>x</i></p>")
+            u"<p>bef<i>x</i></p>"_s
                 + table("<td></td><td></td><td></td>", "<td></td><td></td><td>c2</td>")
-                + QStringLiteral("<p>after</p>"));
+                + u"<p>after</p>"_s);
     }
 
     // Pasting over a selection that runs through cells clears what they hold and keeps every
@@ -243,9 +239,8 @@ private Q_SLOTS:
         load(QStringLiteral("<p>before</p><table><tbody><tr><td>a1</td><td>b1</td><td>c1</td></tr>"
                             "<tr><td>a2</td><td>b2</td><td>c2</td></tr></tbody></table>"
                             "<p>after</p>"));
-        QVERIFY(VantryTest::adapterValue(*m_editor, QStringLiteral("selectBetween"), {from, to})
-                    .toBool());
-        const QString x = QStringLiteral("<i>x</i>");
+        QVERIFY(VantryTest::adapterValue(*m_editor, u"selectBetween"_s, {from, to}).toBool());
+        const QString x = u"<i>x</i>"_s;
         if (method == "ReplaceSelectedHTML")
             m_editor->ReplaceSelectedHTML(x);
         else if (method == "InsertHTML")
@@ -278,27 +273,25 @@ private Q_SLOTS:
     void insertMethodsPasteTheirMarkup()
     {
         auto [method, markup] = fetch<QByteArray, QString>("method", "markup");
-        load(QStringLiteral("<p>before after</p>"));
-        select(QStringLiteral("before "), true);
+        load(u"<p>before after</p>"_s);
+        select(u"before "_s, true);
         QVERIFY(QMetaObject::invokeMethod(m_editor.get(), method.constData()));
-        QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<p>before ") + markup + QStringLiteral("after</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>before "_s + markup + u"after</p>"_s);
         QVERIFY(m_prompts->shown.isEmpty());
 
         // InsertHTML pastes the caller's markup in place of selected text.
-        select(QStringLiteral("after"));
-        m_editor->InsertHTML(QStringLiteral("<em>x</em>"));
-        QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<p>before ") + markup + QStringLiteral("<em>x</em></p>"));
+        select(u"after"_s);
+        m_editor->InsertHTML(u"<em>x</em>"_s);
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>before "_s + markup + u"<em>x</em></p>"_s);
     }
 
     void insertingOnASelectedControlIsRefused()
     {
-        const QString body = QStringLiteral("<p>a<img src=\"x.png\">b</p>");
+        const QString body = u"<p>a<img src=\"x.png\">b</p>"_s;
         load(body);
-        selectElement(QStringLiteral("IMG"));
+        selectElement(u"IMG"_s);
         m_editor->InsertTextBox();
-        m_editor->InsertHTML(QStringLiteral("<b>x</b>"));
+        m_editor->InsertHTML(u"<b>x</b>"_s);
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information),
             QStringList(2,
                 QStringLiteral("You cannot insert a control element on a selected "
@@ -309,19 +302,19 @@ private Q_SLOTS:
     void insertingWithoutSelectionGoesBeforeTheFirstText()
     {
         // A new body drops the selection.
-        load(QStringLiteral("<div style=\"color: red\">\n <p>first</p></div>"));
+        load(u"<div style=\"color: red\">\n <p>first</p></div>"_s);
         QCOMPARE(m_surface->selectionType(), Platform::SelectionType::None);
-        m_editor->InsertHTML(QStringLiteral("<b>x</b>"));
+        m_editor->InsertHTML(u"<b>x</b>"_s);
         QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<div style=\"color: red\">\n <p><b>x</b>first</p></div>"));
+            u"<div style=\"color: red\">\n <p><b>x</b>first</p></div>"_s);
     }
 
     void findAndReplaceHTMLIgnoresCase()
     {
-        load(QStringLiteral("<p><b>one</b> and <B>two</B></p>"));
-        m_editor->FindAndReplaceHTML(QStringLiteral("<B>"), QStringLiteral("<B class=\"x\">"));
+        load(u"<p><b>one</b> and <B>two</B></p>"_s);
+        m_editor->FindAndReplaceHTML(u"<B>"_s, u"<B class=\"x\">"_s);
         QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<p><b class=\"x\">one</b> and <b class=\"x\">two</b></p>"));
+            u"<p><b class=\"x\">one</b> and <b class=\"x\">two</b></p>"_s);
     }
 
 private:
@@ -337,13 +330,6 @@ private:
         if (caretAfter)
             QVERIFY(m_surface->collapseRange(range, false));
         QVERIFY(m_surface->selectRange(range));
-    }
-
-    void selectElement(const QString &tagName)
-    {
-        const QList<Element> elements = m_surface->elementsByTagName(tagName);
-        QVERIFY(!elements.isEmpty());
-        QVERIFY(m_surface->selectElement(elements.first()));
     }
 
     RecordingPrompts *m_prompts = nullptr;

@@ -41,3 +41,8 @@ template <typename... Types, typename... Names> std::tuple<Types...> fetch(const
 }
 
 } // namespace VantryTest
+
+// The tables read best unqualified, in every test that builds them.
+using VantryTest::columns;
+using VantryTest::fetch;
+using VantryTest::row;

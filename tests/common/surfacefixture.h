@@ -37,7 +37,16 @@ protected:
         QVERIFY(m_surface->selectRange(range));
     }
 
+    // The first element of the tag, selected whole as a click selects it.
+    void selectElement(const QString &tagName)
+    {
+        const QList<Vantry::Platform::Element> elements = m_surface->elementsByTagName(tagName);
+        QVERIFY(!elements.isEmpty());
+        QVERIFY(m_surface->selectElement(elements.first()));
+    }
+
     QString selectedText() { return m_surface->rangeText(m_surface->selectionRange()); }
+    QString body() { return m_surface->bodyInnerHTML(); }
 
     // The widget that takes the keys, with the document focused.
     QWidget *input()

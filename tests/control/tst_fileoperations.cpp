@@ -24,25 +24,22 @@
 #include <unistd.h>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using Platform::UserPrompts;
 using VantryTest::adapterValue;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::readBytes;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 using VantryTest::surfaceOf;
 using VantryTest::TinyHttpServer;
 
 namespace {
 
 const QString saveChangesQuestion
-    = QStringLiteral("The current document has changed.\r\n\r\nDo you want to save changes?");
+    = u"The current document has changed.\r\n\r\nDo you want to save changes?"_s;
 
 QString loadError(const char *message)
 {
-    return QStringLiteral("Error occurred while loading document: ") + QLatin1String(message)
-        + QLatin1Char('.');
+    return u"Error occurred while loading document: "_s + QLatin1String(message) + QLatin1Char('.');
 }
 
 QByteArray utf16LE(const QString &text)
@@ -67,10 +64,9 @@ private Q_SLOTS:
         // The server is local; no proxy may stand in between.
         QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
         QVERIFY(m_http.start());
-        m_http.serve(QStringLiteral("/beta.html"), {"text/html", "<p>beta</p>"});
-        m_http.serve(QStringLiteral("/cafe.html"),
-            {"text/html; charset=windows-1252", "<p>caf\xE9 \x80 5</p>"});
-        m_http.serve(QStringLiteral("/frames.html"),
+        m_http.serve(u"/beta.html"_s, {"text/html", "<p>beta</p>"});
+        m_http.serve(u"/cafe.html"_s, {"text/html; charset=windows-1252", "<p>caf\xE9 \x80 5</p>"});
+        m_http.serve(u"/frames.html"_s,
             {"text/html",
                 "<html><frameset cols=\"50%,50%\"><frame src=\"a.html\">"
                 "<frame src=\"b.html\"></frameset></html>"});
@@ -94,7 +90,7 @@ private Q_SLOTS:
         m_prompts = prompts.get();
         m_editor->setUserPrompts(std::move(prompts));
         // A known state: a clean document from a file, not from an address.
-        m_editor->FileOpen(writeFile(QStringLiteral("start.html"), "<p>start</p>"));
+        m_editor->FileOpen(writeFile(u"start.html"_s, "<p>start</p>"));
         QVERIFY(m_prompts->shown.isEmpty());
     }
 
@@ -130,17 +126,17 @@ private Q_SLOTS:
             = fetch<QString, bool, bool, int, QString, bool, QString>(
                 "operation", "untitled", "edited", "answer", "saveDialog", "replaced", "savedTo");
 
-        const QString opened = writeFile(QStringLiteral("alpha.html"), "<p>alpha</p>");
-        const QString next = writeFile(QStringLiteral("beta.html"), "<p>beta</p>");
-        const QString chosen = path(QStringLiteral("chosen.html"));
+        const QString opened = writeFile(u"alpha.html"_s, "<p>alpha</p>");
+        const QString next = writeFile(u"beta.html"_s, "<p>beta</p>");
+        const QString chosen = path(u"chosen.html"_s);
         if (untitled) {
             m_editor->FileNew();
-            m_editor->setSetHtmlSource(QStringLiteral("<p>alpha</p>"));
+            m_editor->setSetHtmlSource(u"<p>alpha</p>"_s);
         } else {
             m_editor->FileOpen(opened);
         }
         if (edited)
-            QVERIFY(edit(QStringLiteral("edited ")));
+            QVERIFY(edit(u"edited "_s));
 
         if (answer >= 0)
             m_prompts->answers.enqueue(UserPrompts::Answer(answer));
@@ -155,21 +151,21 @@ private Q_SLOTS:
         else if (operation == QLatin1String("new"))
             m_editor->FileNew();
         else
-            m_editor->URLOpen(m_http.url(QStringLiteral("/beta.html")));
+            m_editor->URLOpen(m_http.url(u"/beta.html"_s));
 
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Question),
             answer >= 0 ? QStringList{saveChangesQuestion} : QStringList{});
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
-            saveDialog.isEmpty() ? QStringList{} : QStringList{QStringLiteral("Save HTML File")});
+            saveDialog.isEmpty() ? QStringList{} : QStringList{u"Save HTML File"_s});
         QVERIFY(m_prompts->texts(RecordingPrompts::Kind::Critical).isEmpty());
 
         const QString body = bodyText();
         if (replaced) {
-            QVERIFY2(!body.contains(QStringLiteral("edited")), qPrintable(body));
-            QCOMPARE(body.contains(QStringLiteral("beta")), operation != QLatin1String("new"));
+            QVERIFY2(!body.contains(u"edited"_s), qPrintable(body));
+            QCOMPARE(body.contains(u"beta"_s), operation != QLatin1String("new"));
             QVERIFY(!m_editor->isDirty());
         } else {
-            QVERIFY2(body.contains(QStringLiteral("edited alpha")), qPrintable(body));
+            QVERIFY2(body.contains(u"edited alpha"_s), qPrintable(body));
             QVERIFY(m_editor->isDirty());
         }
         if (!untitled)
@@ -182,28 +178,28 @@ private Q_SLOTS:
     {
         QVERIFY(!m_editor->isDirty());
         QSignalSpy changed(m_editor, &HTMLEditorComponent::PropertyChanged);
-        QVERIFY(edit(QStringLiteral("x")));
-        QVERIFY(changed.contains(QVariantList{QStringLiteral("isDirty")}));
+        QVERIFY(edit(u"x"_s));
+        QVERIFY(changed.contains(QVariantList{u"isDirty"_s}));
         // Opening replaces the changes, once the user agrees, with a clean document.
         m_prompts->answers.enqueue(UserPrompts::Answer::No);
-        m_editor->FileOpen(writeFile(QStringLiteral("other.html"), "<p>other</p>"));
+        m_editor->FileOpen(writeFile(u"other.html"_s, "<p>other</p>"));
         QVERIFY(!m_editor->isDirty());
         QVERIFY(!QTest::qWaitFor([this] { return m_editor->isDirty(); }, 50));
     }
 
     void fileOpenWithoutPathAsks()
     {
-        const QString file = writeFile(QStringLiteral("picked.html"), "<p>picked</p>");
+        const QString file = writeFile(u"picked.html"_s, "<p>picked</p>");
         m_prompts->fileNames.enqueue(QString());
         m_editor->FileOpen();
-        QCOMPARE(bodyText(), QStringLiteral("start"));
+        QCOMPARE(bodyText(), u"start"_s);
 
         m_prompts->fileNames.enqueue(file);
         m_editor->FileOpen();
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
-            QStringList(2, QStringLiteral("Open HTML File")));
-        QVERIFY(m_prompts->shown.last().filter.contains(QStringLiteral("*.html")));
-        QCOMPARE(bodyText(), QStringLiteral("picked"));
+            QStringList(2, u"Open HTML File"_s));
+        QVERIFY(m_prompts->shown.last().filter.contains(u"*.html"_s));
+        QCOMPARE(bodyText(), u"picked"_s);
         QCOMPARE(m_editor->FileSave(), file);
     }
 
@@ -215,8 +211,8 @@ private Q_SLOTS:
         // Untitled: saving asks for a name.
         m_prompts->fileNames.enqueue(QString());
         QCOMPARE(m_editor->FileSave(), QString());
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
-            QStringList{QStringLiteral("Save HTML File")});
+        QCOMPARE(
+            m_prompts->texts(RecordingPrompts::Kind::SaveFile), QStringList{u"Save HTML File"_s});
     }
 
     void fileOpenReportsLoadErrors_data()
@@ -271,45 +267,41 @@ private Q_SLOTS:
             QCOMPARE(readBytes(file), content);
     }
 
-    void urlOpenReportsLoadErrors_data()
+    void urlOpenLoadsOrReportsWhy_data()
     {
-        // {dir} stands for the case's own folder, made after this table.
-        columns<QString, QString>("address", "message");
-
-        row("missing file", "file://{dir}/missing.html", loadError("File not found"));
-        row("missing folder", "file://{dir}/no/where.html", loadError("Path not found"));
-        row("missing page", m_http.url(QStringLiteral("/missing.html")),
-            loadError("File not found"));
-        row("frameset", m_http.url(QStringLiteral("/frames.html")),
-            loadError("Document contains a frameset"));
-        row("unsupported scheme", "ftp://127.0.0.1/page.html", loadError("Unknown error"));
-    }
-
-    void urlOpenReportsLoadErrors()
-    {
-        auto [address, message] = fetch<QString, QString>("address", "message");
-
-        m_editor->URLOpen(QString(address).replace(QStringLiteral("{dir}"), m_dir->path()));
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList{message});
-        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
-    }
-
-    void urlOpenLoadsAnHttpPage()
-    {
-        m_editor->URLOpen(QVariant(m_http.url(QStringLiteral("/beta.html"))));
-        QVERIFY(m_prompts->shown.isEmpty());
-        QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QStringLiteral("<p>beta</p>"));
-        QVERIFY(!m_editor->isDirty());
-
+        // {dir} stands for the case's own folder, made after this table; message empty: the
+        // page loads with the body text.
+        columns<QString, QString, QString>("address", "message", "text");
+        row("http page", m_http.url(u"/beta.html"_s), QString(), "beta");
         // The charset of the response decodes the page.
-        m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
-        QCOMPARE(bodyText(), QStringLiteral("caf\u00E9 \u20AC 5"));
+        row("charset of the response", m_http.url(u"/cafe.html"_s), QString(),
+            "caf\u00E9 \u20AC 5");
+        row("missing file", "file://{dir}/missing.html", loadError("File not found"), QString());
+        row("missing folder", "file://{dir}/no/where.html", loadError("Path not found"), QString());
+        row("missing page", m_http.url(u"/missing.html"_s), loadError("File not found"), QString());
+        row("frameset", m_http.url(u"/frames.html"_s), loadError("Document contains a frameset"),
+            QString());
+        row("unsupported scheme", "ftp://127.0.0.1/page.html", loadError("Unknown error"),
+            QString());
+    }
+
+    void urlOpenLoadsOrReportsWhy()
+    {
+        auto [address, message, text]
+            = fetch<QString, QString, QString>("address", "message", "text");
+        m_editor->URLOpen(QVariant(QString(address).replace(u"{dir}"_s, m_dir->path())));
+        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical),
+            message.isEmpty() ? QStringList() : QStringList{message});
+        QCOMPARE(bodyText(), text);
+        if (!message.isEmpty())
+            QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), QString());
+        QVERIFY(!m_editor->isDirty());
     }
 
     void urlOpenOfAServerThatNeverAnswers()
     {
-        m_http.hang(QStringLiteral("/silent.html"));
-        const QString address = m_http.url(QStringLiteral("/silent.html"));
+        m_http.hang(u"/silent.html"_s);
+        const QString address = m_http.url(u"/silent.html"_s);
         const QString before = surfaceOf(*m_editor)->bodyInnerHTML();
         const QString file = m_editor->FileSave();
 
@@ -317,7 +309,7 @@ private Q_SLOTS:
         m_prompts->cancelProgress = true;
         m_editor->URLOpen(address);
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Progress),
-            QStringList{QStringLiteral("Loading %1 ...").arg(address)});
+            QStringList{u"Loading %1 ..."_s.arg(address)});
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical), QStringList());
         QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), before);
         QCOMPARE(m_editor->FileSave(), file);
@@ -333,43 +325,43 @@ private Q_SLOTS:
     {
         const QByteArray page = "<html><head><link rel=\"stylesheet\" href=\"look.css\"></head>"
                                 "<body><p>x</p><img src=\"img/a.png\"></body></html>";
-        m_http.serve(QStringLiteral("/site/page.html"), {"text/html", page});
+        m_http.serve(u"/site/page.html"_s, {"text/html", page});
         m_editor->setReturnFullDocument(true);
-        m_editor->URLOpen(m_http.url(QStringLiteral("/site/page.html")));
+        m_editor->URLOpen(m_http.url(u"/site/page.html"_s));
         QVERIFY(m_prompts->shown.isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(m_http.requests.contains(QStringLiteral("/site/look.css"))
-                && m_http.requests.contains(QStringLiteral("/site/img/a.png")),
+        QTRY_VERIFY_WITH_TIMEOUT(m_http.requests.contains(u"/site/look.css"_s)
+                && m_http.requests.contains(u"/site/img/a.png"_s),
             10000);
-        QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("<base"), Qt::CaseInsensitive),
+        QVERIFY2(!m_editor->GetHtmlSource().contains(u"<base"_s, Qt::CaseInsensitive),
             qPrintable(m_editor->GetHtmlSource()));
-        const QString copy = path(QStringLiteral("copy.html"));
+        const QString copy = path(u"copy.html"_s);
         m_prompts->fileNames.enqueue(copy);
         QCOMPARE(m_editor->FileSave(), copy);
         QVERIFY2(!readBytes(copy).toLower().contains("<base"), readBytes(copy).constData());
 
         // A file's relative images resolve in its folder.
-        const QString file = writeFile(QStringLiteral("pages/local.html"), page);
+        const QString file = writeFile(u"pages/local.html"_s, page);
         m_editor->FileOpen(file);
-        const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
-        QCOMPARE(images.value(0).toMap().value(QStringLiteral("url")).toString(),
-            QUrl::fromLocalFile(path(QStringLiteral("pages/img/a.png"))).toString());
-        QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("<base"), Qt::CaseInsensitive));
+        const QVariantList images = adapterValue(*m_editor, u"images"_s).toList();
+        QCOMPARE(images.value(0).toMap().value(u"url"_s).toString(),
+            QUrl::fromLocalFile(path(u"pages/img/a.png"_s)).toString());
+        QVERIFY(!m_editor->GetHtmlSource().contains(u"<base"_s, Qt::CaseInsensitive));
     }
 
     void fileSaveAfterUrlOpenAsksForAName()
     {
-        m_editor->URLOpen(m_http.url(QStringLiteral("/cafe.html")));
-        const QString chosen = path(QStringLiteral("saved/cafe.html"));
-        QDir().mkpath(path(QStringLiteral("saved")));
+        m_editor->URLOpen(m_http.url(u"/cafe.html"_s));
+        const QString chosen = path(u"saved/cafe.html"_s);
+        QDir().mkpath(path(u"saved"_s));
         m_prompts->fileNames.enqueue(chosen);
         QCOMPARE(m_editor->FileSave(), chosen);
-        QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile),
-            QStringList{QStringLiteral("Save HTML File")});
+        QCOMPARE(
+            m_prompts->texts(RecordingPrompts::Kind::SaveFile), QStringList{u"Save HTML File"_s});
         // Saved in the encoding the page came in.
         QCOMPARE(readBytes(chosen), QByteArray("<p>caf\xE9 \x80 5</p>"));
 
         // Still from an address: even a given path makes it ask.
-        const QString given = path(QStringLiteral("given.html"));
+        const QString given = path(u"given.html"_s);
         m_prompts->fileNames.enqueue(QString());
         QCOMPARE(m_editor->FileSave(given), chosen);
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::SaveFile).size(), 2);
@@ -378,23 +370,23 @@ private Q_SLOTS:
 
     void fileSaveAndSaveAsWithPathSaveWithoutAsking()
     {
-        const QString original = writeFile(QStringLiteral("original.html"), "<p>text</p>");
+        const QString original = writeFile(u"original.html"_s, "<p>text</p>");
         m_editor->FileOpen(original);
-        QVERIFY(edit(QStringLiteral("my ")));
+        QVERIFY(edit(u"my "_s));
         QCOMPARE(m_editor->FileSave(), original);
         QCOMPARE(readBytes(original), QByteArray("<p>my text</p>"));
         QVERIFY(!m_editor->isDirty());
         // Editing goes on in the reloaded document.
-        QCOMPARE(bodyText(), QStringLiteral("my text"));
+        QCOMPARE(bodyText(), u"my text"_s);
 
         // The folders on the way are created.
-        const QString copy = path(QStringLiteral("new/deeper/copy.html"));
+        const QString copy = path(u"new/deeper/copy.html"_s);
         QCOMPARE(m_editor->FileSaveAs(copy), copy);
         QVERIFY(m_prompts->shown.isEmpty());
         QCOMPARE(readBytes(copy), QByteArray("<p>my text</p>"));
 
         // The copy is the document's file now.
-        QVERIFY(edit(QStringLiteral("more ")));
+        QVERIFY(edit(u"more "_s));
         QCOMPARE(m_editor->FileSave(), copy);
         QCOMPARE(readBytes(copy), QByteArray("<p>more my text</p>"));
         QCOMPARE(readBytes(original), QByteArray("<p>my text</p>"));
@@ -404,46 +396,46 @@ private Q_SLOTS:
     // history, and the next key goes where the selection is.
     void saveKeepsThePlaceInTheDesignView()
     {
-        const QString file = writeFile(QStringLiteral("long.html"),
+        const QString file = writeFile(u"long.html"_s,
             "<p>page</p>" + QByteArray("<p>line</p>").repeated(150) + "<p>last words</p>");
         m_editor->FileOpen(file);
-        QVERIFY(edit(QStringLiteral("my ")));
+        QVERIFY(edit(u"my "_s));
         Platform::DesignSurface *surface = surfaceOf(*m_editor);
         const Platform::TextRange words = surface->bodyRange();
-        QVERIFY(surface->findText(words, QStringLiteral("words")));
+        QVERIFY(surface->findText(words, u"words"_s));
         QVERIFY(surface->selectRange(words));
         QVERIFY(surface->setScrollTop(400));
         const QPoint scrolled = surface->scrollPosition();
         QVERIFY(scrolled.y() > 0);
-        const QVariant history = adapterValue(*m_editor, QStringLiteral("undoDepth"));
+        const QVariant history = adapterValue(*m_editor, u"undoDepth"_s);
 
         QCOMPARE(m_editor->FileSave(), file);
 
         QVERIFY(readBytes(file).startsWith("<p>my page</p>"));
         QVERIFY(m_editor->DesignViewActive());
-        QCOMPARE(surface->rangeText(surface->selectionRange()), QStringLiteral("words"));
+        QCOMPARE(surface->rangeText(surface->selectionRange()), u"words"_s);
         QCOMPARE(surface->scrollPosition(), scrolled);
-        QCOMPARE(adapterValue(*m_editor, QStringLiteral("undoDepth")), history);
+        QCOMPARE(adapterValue(*m_editor, u"undoDepth"_s), history);
         QWidget *input = VantryTest::giveFocus(surface->widget());
         QVERIFY(input);
-        QTest::keyClicks(input, QStringLiteral("Z"));
-        QTRY_VERIFY(bodyText().endsWith(QStringLiteral("last Z")));
+        QTest::keyClicks(input, u"Z"_s);
+        QTRY_VERIFY(bodyText().endsWith(u"last Z"_s));
         QTRY_VERIFY(m_editor->isDirty());
         m_editor->setisDirty(false);
     }
 
     void saveFromTheSourceViewStaysThere()
     {
-        const QString file = writeFile(QStringLiteral("source.html"), "<p>page</p>");
+        const QString file = writeFile(u"source.html"_s, "<p>page</p>");
         m_editor->FileOpen(file);
-        m_editor->ToggleDesignSourceView(QStringLiteral("source"));
-        auto *source = m_editor->findChild<Platform::SourceEditor *>(QStringLiteral("HTMLSource"));
+        m_editor->ToggleDesignSourceView(u"source"_s);
+        auto *source = m_editor->findChild<Platform::SourceEditor *>(u"HTMLSource"_s);
         QVERIFY(source);
         const QString before = source->text();
         source->setCaretPosition(1, 4);
         QWidget *input = VantryTest::giveFocus(source);
         QVERIFY(input);
-        QTest::keyClicks(input, QStringLiteral("x "));
+        QTest::keyClicks(input, u"x "_s);
         const QString typed = source->text();
         QVERIFY(typed != before);
 
@@ -456,7 +448,7 @@ private Q_SLOTS:
         QCOMPARE(QApplication::focusWidget(), input);
         source->undo();
         QCOMPARE(source->text(), before);
-        m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+        m_editor->ToggleDesignSourceView(u"design"_s);
     }
 
     void saveAsProposesTheDocumentAndAddsAnExtension_data()
@@ -469,7 +461,7 @@ private Q_SLOTS:
     void saveAsProposesTheDocumentAndAddsAnExtension()
     {
         auto [typed, written] = fetch<QString, QString>("typed", "written");
-        const QString file = writeFile(QStringLiteral("named.html"), "<p>named</p>");
+        const QString file = writeFile(u"named.html"_s, "<p>named</p>");
         m_editor->FileOpen(file);
         m_prompts->fileNames.enqueue(path(typed));
 
@@ -493,16 +485,16 @@ private Q_SLOTS:
         const QString base = QUrl::fromLocalFile(m_dir->path() + QLatin1Char('/')).toString();
         m_editor->setBaseURL(base);
         m_editor->setReturnFullDocument(fullDocument);
-        const QString file = writeFile(QStringLiteral("based.html"),
+        const QString file = writeFile(u"based.html"_s,
             "<HTML><head><title>T</title></HEAD><body><p>x</p></body>"
             "</HTML>");
         m_editor->FileOpen(file);
-        const QString baseTag = QStringLiteral("<BASE HREF=\"") + base + QStringLiteral("\">");
+        const QString baseTag = u"<BASE HREF=\""_s + base + u"\">"_s;
         QVERIFY(surfaceOf(*m_editor)->documentHTML().contains(baseTag));
 
-        const QString copy = path(QStringLiteral("copy.html"));
+        const QString copy = path(u"copy.html"_s);
         QCOMPARE(m_editor->FileSaveAs(copy), copy);
-        QVERIFY(edit(QStringLiteral("y")));
+        QVERIFY(edit(u"y"_s));
         QCOMPARE(m_editor->FileSave(), copy);
         const QByteArray saved = readBytes(copy);
         QVERIFY2(!saved.toLower().contains("<base"), saved.constData());
@@ -514,21 +506,16 @@ private Q_SLOTS:
 
     void failedSaveKeepsTheOldFile_data()
     {
-        QTest::addColumn<QByteArray>("original");
-        QTest::addColumn<QString>("target"); // "": the document's own file
-        columns<QString, QString>("insert", "reason");
-
-        const QByteArray old("<p>old</p>");
-        row("the target is a folder", old, "folder", "new ", "It is a folder.");
-        row("a file stands where a folder must", old, "old.html/sub/page.html", "new ",
-            "could not be created.");
-        row("read-only folder", old, "", "new ", "Permission denied.");
+        // target empty: the document's own file.
+        columns<QString, QString>("target", "reason");
+        row("the target is a folder", "folder", "It is a folder.");
+        row("a file stands where a folder must", "old.html/sub/page.html", "could not be created.");
+        row("read-only folder", "", "Permission denied.");
     }
 
     void failedSaveKeepsTheOldFile()
     {
-        auto [original, target, insert, reason] = fetch<QByteArray, QString, QString, QString>(
-            "original", "target", "insert", "reason");
+        auto [target, reason] = fetch<QString, QString>("target", "reason");
 
         const bool readOnly = QByteArray(QTest::currentDataTag()) == "read-only folder";
         // Root writes into read-only folders: the case runs as a user who cannot.
@@ -538,10 +525,11 @@ private Q_SLOTS:
             QVERIFY2(failure.isEmpty(), qPrintable(failure));
             return;
         }
-        QDir().mkpath(path(QStringLiteral("folder")));
-        const QString old = writeFile(QStringLiteral("old.html"), original);
+        QDir().mkpath(path(u"folder"_s));
+        const QByteArray original("<p>old</p>");
+        const QString old = writeFile(u"old.html"_s, original);
         m_editor->FileOpen(old);
-        QVERIFY(edit(insert));
+        QVERIFY(edit(u"new "_s));
         if (readOnly)
             QVERIFY(QFile::setPermissions(m_dir->path(), QFile::ReadOwner | QFile::ExeOwner));
 
@@ -556,11 +544,11 @@ private Q_SLOTS:
         QCOMPARE(readBytes(old), original);
         const QStringList messages = m_prompts->texts(RecordingPrompts::Kind::Critical);
         QCOMPARE(messages.size(), 1);
-        QVERIFY2(messages.first().startsWith(QStringLiteral("The document could not be saved to ")),
+        QVERIFY2(messages.first().startsWith(u"The document could not be saved to "_s),
             qPrintable(messages.first()));
         QVERIFY2(messages.first().contains(reason), qPrintable(messages.first()));
         // The edit is still there to be saved elsewhere.
-        QVERIFY(bodyText().startsWith(insert.trimmed()));
+        QVERIFY(bodyText().startsWith(u"new"_s));
     }
 
     void encodingsSurviveOpenAndSave_data()
@@ -573,7 +561,7 @@ private Q_SLOTS:
             return QByteArray("<!DOCTYPE html><html><head>") + meta
                 + "<title>T</title></HEAD><body>\n<p>" + body + "</p>\n</body></html>";
         };
-        const QString accents = QStringLiteral("Caf\u00E9 \u201Cquoted\u201D \u2013 5 \u20AC");
+        const QString accents = u"Caf\u00E9 \u201Cquoted\u201D \u2013 5 \u20AC"_s;
         row("UTF-8", document("<meta charset=\"utf-8\">", accents.toUtf8().constData()), accents);
         row("UTF-8 without declaration", document("", "Emoji \xF0\x9F\x98\x80"),
             "Emoji \U0001F600");
@@ -581,9 +569,8 @@ private Q_SLOTS:
             QByteArray("\xEF\xBB\xBF") + document("", accents.toUtf8().constData()), accents);
         const QString utf16Text
             = QString::fromUtf8(document("<meta charset=\"utf-16\">", ""))
-                  .replace(QStringLiteral("<p></p>"),
-                      QStringLiteral("<p>") + accents + QStringLiteral(" \U0001F600</p>"));
-        row("UTF-16 LE with BOM", utf16LE(utf16Text), accents + QStringLiteral(" \U0001F600"));
+                  .replace(u"<p></p>"_s, u"<p>"_s + accents + u" \U0001F600</p>"_s);
+        row("UTF-16 LE with BOM", utf16LE(utf16Text), accents + u" \U0001F600"_s);
         row("windows-1252 declared",
             document("<meta charset=\"windows-1252\">", "Caf\xE9 \x93quoted\x94 \x96 5 \x80"),
             accents);
@@ -598,45 +585,45 @@ private Q_SLOTS:
         auto [bytes, text] = fetch<QByteArray, QString>("bytes", "text");
 
         m_editor->setReturnFullDocument(true);
-        const QString file = writeFile(QStringLiteral("encoded.html"), bytes);
+        const QString file = writeFile(u"encoded.html"_s, bytes);
         m_editor->FileOpen(file);
         QVERIFY(m_prompts->shown.isEmpty());
         QCOMPARE(bodyText(), text);
 
-        const QString copy = path(QStringLiteral("copy.html"));
+        const QString copy = path(u"copy.html"_s);
         QCOMPARE(m_editor->FileSaveAs(copy), copy);
         QCOMPARE(readBytes(copy), bytes);
     }
 
     void utf16WithoutBomStaysUtf16()
     {
-        const QString text = QStringLiteral("<html><body><p>\u03A9 caf\u00E9</p></body></html>");
+        const QString text = u"<html><body><p>\u03A9 caf\u00E9</p></body></html>"_s;
         QByteArray bytes = utf16LE(text).mid(2);
-        const QString file = writeFile(QStringLiteral("wide.html"), bytes);
+        const QString file = writeFile(u"wide.html"_s, bytes);
         // Saved and opened twice: a body without markup in front must still read as UTF-16.
         for (int round = 0; round < 2; ++round) {
             m_editor->FileOpen(file);
             QVERIFY(m_prompts->shown.isEmpty());
-            QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
-            QVERIFY(edit(QStringLiteral(" ")));
+            QCOMPARE(bodyText(), u"\u03A9 caf\u00E9"_s);
+            QVERIFY(edit(u" "_s));
             QCOMPARE(m_editor->FileSave(), file);
             QVERIFY(readBytes(file).startsWith("\xFF\xFE"));
-            QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
+            QCOMPARE(bodyText(), u"\u03A9 caf\u00E9"_s);
         }
     }
 
     void characterTheCharsetLacksIsSavedAsReference()
     {
-        const QString file = writeFile(QStringLiteral("latin.html"),
+        const QString file = writeFile(u"latin.html"_s,
             "<html><head><meta charset=\"windows-1252\"></head><body><p>caf\xE9</p></body></html>");
         m_editor->FileOpen(file);
-        QVERIFY(edit(QStringLiteral("\u03A9 ")));
+        QVERIFY(edit(u"\u03A9 "_s));
         QCOMPARE(m_editor->FileSave(), file);
         QVERIFY(m_prompts->shown.isEmpty());
         QVERIFY(!m_editor->isDirty());
         QCOMPARE(readBytes(file), QByteArray("<p>&#937; caf\xE9</p>"));
         m_editor->FileOpen(file);
-        QCOMPARE(bodyText(), QStringLiteral("\u03A9 caf\u00E9"));
+        QCOMPARE(bodyText(), u"\u03A9 caf\u00E9"_s);
     }
 
 private:
@@ -654,20 +641,16 @@ private:
     bool edit(const QString &text)
     {
         m_editor->setFocus();
-        if (!adapterValue(*m_editor, QStringLiteral("placeCaret"), {QStringLiteral("P"), 0, 0})
-                 .toBool())
+        if (!adapterValue(*m_editor, u"placeCaret"_s, {u"P"_s, 0, 0}).toBool())
             return false;
-        adapterValue(
-            *m_editor, QStringLiteral("execCommand"), {QStringLiteral("insertText"), false, text});
+        adapterValue(*m_editor, u"execCommand"_s, {u"insertText"_s, false, text});
         return QTest::qWaitFor([this] { return m_editor->isDirty(); }, 5000);
     }
 
     // The body's text content; rendered text (innerText) would depend on painting.
     QString bodyText() const
     {
-        return adapterValue(*m_editor, QStringLiteral("elementText"), {QStringLiteral("BODY"), 0})
-            .toString()
-            .trimmed();
+        return adapterValue(*m_editor, u"elementText"_s, {u"BODY"_s, 0}).toString().trimmed();
     }
 
     std::unique_ptr<QWidget> m_window;

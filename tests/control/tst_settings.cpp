@@ -10,10 +10,8 @@
 #include <memory>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using namespace Vantry::Control;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 using VantryTest::writeFile;
 
 namespace {
@@ -62,10 +60,9 @@ const QStringList expectedBagOrder = QStringLiteral(
 // Every field away from its default, with texts that INI files tend to mangle.
 Settings changedSettings()
 {
-    const QStringList texts = {QStringLiteral("a, b"), QStringLiteral("S3cret,Passw0rd"),
-        QStringLiteral("  padded  "), QStringLiteral("one\ntwo"), QStringLiteral("@Invalid()"),
-        QStringLiteral("#no note"), QStringLiteral("key=value; x"), QStringLiteral("\"quoted\""),
-        QStringLiteral("C:\\site\\img\\"), QStringLiteral("ünïcødé ✓")};
+    const QStringList texts = {u"a, b"_s, u"S3cret,Passw0rd"_s, u"  padded  "_s, u"one\ntwo"_s,
+        u"@Invalid()"_s, u"#no note"_s, u"key=value; x"_s, u"\"quoted\""_s, u"C:\\site\\img\\"_s,
+        u"ünïcødé ✓"_s};
     const QList<int> integers = {-32768, 32767, -1, 1234};
 
     Settings settings;
@@ -86,8 +83,8 @@ QString firstDifference(const Settings &actual, const Settings &expected)
 {
     for (const PropertyInfo &info : storedProperties()) {
         if (info.get(actual) != info.get(expected))
-            return QString(info.name) + QStringLiteral(": ") + info.get(actual).toString()
-                + QStringLiteral(" instead of ") + info.get(expected).toString();
+            return QString(info.name) + u": "_s + info.get(actual).toString() + u" instead of "_s
+                + info.get(expected).toString();
     }
     return {};
 }
@@ -103,15 +100,15 @@ private slots:
     void defaults()
     {
         const QHash<QString, QVariant> notEmpty = {
-            {QStringLiteral("Enabled"), true},
-            {QStringLiteral("FTP_AllowMultiableFiles"), QStringLiteral("true")},
-            {QStringLiteral("FTP_OverWriteFiles"), QStringLiteral("false")},
-            {QStringLiteral("FTP_IncermentExistingFileNames"), QStringLiteral("true")},
-            {QStringLiteral("FTP_StripInvalidCharacters"), QStringLiteral("true")},
-            {QStringLiteral("DefaultFontName"), QStringLiteral("arial")},
-            {QStringLiteral("DefaultFontSize"), QStringLiteral("10pt")},
-            {QStringLiteral("DefaultFontColor"), QStringLiteral("#000000")},
-            {QStringLiteral("SpellCheckAsYouType"), true},
+            {u"Enabled"_s, true},
+            {u"FTP_AllowMultiableFiles"_s, u"true"_s},
+            {u"FTP_OverWriteFiles"_s, u"false"_s},
+            {u"FTP_IncermentExistingFileNames"_s, u"true"_s},
+            {u"FTP_StripInvalidCharacters"_s, u"true"_s},
+            {u"DefaultFontName"_s, u"arial"_s},
+            {u"DefaultFontSize"_s, u"10pt"_s},
+            {u"DefaultFontColor"_s, u"#000000"_s},
+            {u"SpellCheckAsYouType"_s, true},
         };
 
         Settings settings = changedSettings();
@@ -130,32 +127,30 @@ private slots:
     {
         const PropertyInfo *userName = findProperty(u"FTP_UserName");
         QVERIFY(userName);
-        QCOMPARE(QString(userName->bagName), QStringLiteral("FTP_Username"));
-        QCOMPARE(QString(userName->announcedName), QStringLiteral("FTP_UserName"));
+        QCOMPARE(QString(userName->bagName), u"FTP_Username"_s);
+        QCOMPARE(QString(userName->announcedName), u"FTP_UserName"_s);
         QVERIFY(!findProperty(u"FTP_Username"));
 
         const PropertyInfo *plainText = findProperty(u"GetPlainText");
         QVERIFY(plainText);
-        QCOMPARE(QString(plainText->bagName), QStringLiteral("GetHtmlText"));
+        QCOMPARE(QString(plainText->bagName), u"GetHtmlText"_s);
         QVERIFY(plainText->announcedName.isEmpty());
 
         const PropertyInfo *increment = findProperty(u"IncermentExistingFileNames");
         QVERIFY(increment);
         QCOMPARE(increment->kind(), PropertyBag::Kind::Boolean);
-        QCOMPARE(
-            QString(increment->announcedName), QStringLiteral("FTP_IncermentExistingFileNames"));
+        QCOMPARE(QString(increment->announcedName), u"FTP_IncermentExistingFileNames"_s);
 
         MemoryPropertyBag bag;
         Settings settings;
         settings.IncermentExistingFileNames = true;
         writeProperties(settings, bag);
         QCOMPARE(bag.keys().size(), expectedBagOrder.size());
-        QVERIFY(!bag.contains(QStringLiteral("FTP_UserName")));
-        QVERIFY(!bag.contains(QStringLiteral("GetPlainText")));
+        QVERIFY(!bag.contains(u"FTP_UserName"_s));
+        QVERIFY(!bag.contains(u"GetPlainText"_s));
         // The Boolean and the text of the same name are separate settings.
-        QCOMPARE(bag.value(QStringLiteral("IncermentExistingFileNames")), QVariant(true));
-        QCOMPARE(bag.value(QStringLiteral("FTP_IncermentExistingFileNames")),
-            QVariant(QStringLiteral("true")));
+        QCOMPARE(bag.value(u"IncermentExistingFileNames"_s), QVariant(true));
+        QCOMPARE(bag.value(u"FTP_IncermentExistingFileNames"_s), QVariant(u"true"_s));
     }
 
     void bagOrder()
@@ -184,7 +179,7 @@ private slots:
         Settings defaults = written;
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
-        const QString fileName = dir.filePath(QStringLiteral("host/editor.ini"));
+        const QString fileName = dir.filePath(u"host/editor.ini"_s);
         std::unique_ptr<PropertyBag> bag;
         if (iniFile) {
             {
@@ -214,21 +209,21 @@ private slots:
         columns<QVariant, Kind>("raw", "kind");
         QTest::addColumn<QVariant>("expected"); // invalid when rejected
 
-        row("TRUE", QVariant(QStringLiteral("TRUE")), Kind::Boolean, QVariant(true));
-        row("False", QVariant(QStringLiteral("False")), Kind::Boolean, QVariant(false));
-        row("\"-1\"", QVariant(QStringLiteral("-1")), Kind::Boolean, QVariant(true));
+        row("TRUE", QVariant(u"TRUE"_s), Kind::Boolean, QVariant(true));
+        row("False", QVariant(u"False"_s), Kind::Boolean, QVariant(false));
+        row("\"-1\"", QVariant(u"-1"_s), Kind::Boolean, QVariant(true));
         row("1", QVariant(1), Kind::Boolean, QVariant(true));
         row("2 as Boolean", QVariant(2), Kind::Boolean, QVariant());
 
         row("short", QVariant::fromValue<qint16>(-32768), Kind::Integer, QVariant(-32768));
-        row("\" 32767 \"", QVariant(QStringLiteral(" 32767 ")), Kind::Integer, QVariant(32767));
+        row("\" 32767 \"", QVariant(u" 32767 "_s), Kind::Integer, QVariant(32767));
         row("whole double", QVariant(12.0), Kind::Integer, QVariant(12));
-        row("\"32768\"", QVariant(QStringLiteral("32768")), Kind::Integer, QVariant());
+        row("\"32768\"", QVariant(u"32768"_s), Kind::Integer, QVariant());
         row("huge unsigned", QVariant(quint64(-1)), Kind::Integer, QVariant());
         row("fraction", QVariant(12.5), Kind::Integer, QVariant());
         row("bool as Integer", QVariant(true), Kind::Integer, QVariant());
 
-        row("list as text", QVariant(QStringList{QStringLiteral("a")}), Kind::String, QVariant());
+        row("list as text", QVariant(QStringList{u"a"_s}), Kind::String, QVariant());
     }
 
     void convert()
@@ -237,10 +232,10 @@ private slots:
             = fetch<QVariant, PropertyBag::Kind, QVariant>("raw", "kind", "expected");
 
         QString error;
-        const QVariant value = PropertyBag::convert(QStringLiteral("Prop"), raw, kind, &error);
+        const QVariant value = PropertyBag::convert(u"Prop"_s, raw, kind, &error);
         QCOMPARE(value, expected);
         QCOMPARE(value.typeId(), expected.typeId());
-        QCOMPARE(error.contains(QStringLiteral("\"Prop\"")), !expected.isValid());
+        QCOMPARE(error.contains(u"\"Prop\""_s), !expected.isValid());
     }
 
     void badValues_data()
@@ -248,9 +243,9 @@ private slots:
         columns<QString, QVariant, QString>("key", "raw", "shown");
 
         row("70000", "ScrollTop", QVariant(70000), "70000");
-        row("-40000", "SetDisplayWidth", QVariant(QStringLiteral("-40000")), "-40000");
-        row("12abc", "ScrollLeft", QVariant(QStringLiteral("12abc")), "12abc");
-        row("maybe", "Enabled", QVariant(QStringLiteral("maybe")), "maybe");
+        row("-40000", "SetDisplayWidth", QVariant(u"-40000"_s), "-40000");
+        row("12abc", "ScrollLeft", QVariant(u"12abc"_s), "12abc");
+        row("maybe", "Enabled", QVariant(u"maybe"_s), "maybe");
     }
 
     void badValues()
@@ -261,9 +256,9 @@ private slots:
         ErrorLog log;
         bag.setErrorReceiver(&log);
         const QStringList &handled = log.messages;
-        bag.setValue(QStringLiteral("BaseURL"), QStringLiteral("http://example.org/"));
-        bag.setValue(QStringLiteral("ScrollBars"), QStringLiteral("-1"));
-        bag.setValue(QStringLiteral("SetDisplayHeight"), QStringLiteral("300"));
+        bag.setValue(u"BaseURL"_s, u"http://example.org/"_s);
+        bag.setValue(u"ScrollBars"_s, u"-1"_s);
+        bag.setValue(u"SetDisplayHeight"_s, u"300"_s);
         bag.setValue(key, raw);
 
         Settings settings = changedSettings();
@@ -277,7 +272,7 @@ private slots:
             [name = key](const PropertyInfo &info) { return info.bagName == name; });
         QCOMPARE(property->get(settings), property->defaultValue());
 
-        QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
+        QCOMPARE(settings.BaseURL, u"http://example.org/"_s);
         QCOMPARE(settings.ScrollBars, true);
         QCOMPARE(settings.SetDisplayHeight, qint16(300));
     }
@@ -300,7 +295,7 @@ private slots:
 
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
-        const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
+        const QString fileName = dir.filePath(u"editor.ini"_s);
         const QByteArray section = group.isEmpty() ? "General" : group.toUtf8();
         QVERIFY(writeFile(fileName, "[Other]\n" + line + "\n[" + section + "]\n" + line + "\n"));
         IniPropertyBag bag(fileName, group);
@@ -317,13 +312,13 @@ private slots:
     {
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
-        const QString fileName = dir.filePath(QStringLiteral("editor.ini"));
+        const QString fileName = dir.filePath(u"editor.ini"_s);
         const QByteArray content = "[HTMLEditorComponent]\nBaseURL=http://example.org/\n"
                                    "ScrollTop=70000\n[broken\nScrollLeft=5\n";
         QVERIFY(writeFile(fileName, content));
 
         {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("malformed")));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"malformed"_s));
             IniPropertyBag bag(fileName);
             ErrorLog log;
             bag.setErrorReceiver(&log);
@@ -332,16 +327,16 @@ private slots:
 
             Settings settings;
             readProperties(settings, bag);
-            QCOMPARE(settings.BaseURL, QStringLiteral("http://example.org/"));
+            QCOMPARE(settings.BaseURL, u"http://example.org/"_s);
             QCOMPARE(bag.errors().size(), 2);
-            QVERIFY(bag.errors().last().contains(QStringLiteral("\"ScrollTop\"")));
+            QVERIFY(bag.errors().last().contains(u"\"ScrollTop\""_s));
 
             // Changes are kept for reading but never replace what could not be parsed.
-            settings.PageTitle = QStringLiteral("Title");
+            settings.PageTitle = u"Title"_s;
             writeProperties(settings, bag);
             Settings reread;
             readProperties(reread, bag);
-            QCOMPARE(reread.PageTitle, QStringLiteral("Title"));
+            QCOMPARE(reread.PageTitle, u"Title"_s);
             QVERIFY(!bag.sync());
             QCOMPARE(bag.errors().size(), 3);
         }
@@ -354,9 +349,9 @@ private slots:
         QVERIFY(dir.isValid());
         // A file stands where the folder would have to be made; permissions would not stop a
         // test run as root.
-        const QString blocker = dir.filePath(QStringLiteral("blocker"));
+        const QString blocker = dir.filePath(u"blocker"_s);
         QVERIFY(writeFile(blocker, "x"));
-        const QString fileName = blocker + QStringLiteral("/editor.ini");
+        const QString fileName = blocker + u"/editor.ini"_s;
 
         IniPropertyBag bag(fileName);
         ErrorLog log;

@@ -10,10 +10,8 @@
 #include <QTest>
 
 using namespace Vantry::Control;
+using namespace Qt::StringLiterals;
 using TextCodec::Encoding;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 class tst_TextCodec : public QObject
 {
@@ -25,7 +23,7 @@ private Q_SLOTS:
         columns<QByteArray, QByteArray, QByteArray, bool, QString>(
             "bytes", "transport", "encoding", "bom", "text");
 
-        const QString cafe = QStringLiteral("caf\u00E9");
+        const QString cafe = u"caf\u00E9"_s;
         row("UTF-8 BOM",
             QByteArray("\xEF\xBB\xBF"
                        "caf\xC3\xA9"),
@@ -50,10 +48,10 @@ private Q_SLOTS:
             QByteArray("windows-1252"), QByteArray("UTF-8"), true, cafe);
         row("transport wins over META", QByteArray("<meta charset=utf-8>caf\xE9"),
             QByteArray("text/html; charset=latin1"), QByteArray("windows-1252"), false,
-            QStringLiteral("<meta charset=utf-8>") + cafe);
+            u"<meta charset=utf-8>"_s + cafe);
         row("META charset, unquoted", QByteArray("<meta charset=windows-1252>caf\xE9"),
             QByteArray(), QByteArray("windows-1252"), false,
-            QStringLiteral("<meta charset=windows-1252>") + cafe);
+            u"<meta charset=windows-1252>"_s + cafe);
         row("META http-equiv, single quotes, any case",
             QByteArray("<META HTTP-EQUIV='content-type' CONTENT='text/html; Charset=ISO-8859-15'>"
                        "\xA4"),

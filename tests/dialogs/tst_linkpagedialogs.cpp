@@ -16,9 +16,6 @@ using namespace Vantry;
 using namespace Vantry::Dialogs;
 using VantryTest::RecordingPrompts;
 using namespace Qt::StringLiterals;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 namespace {
 
@@ -120,13 +117,13 @@ private Q_SLOTS:
     void linkReferences()
     {
         LinkPropertiesValues values;
-        readLinkReference(QStringLiteral("cms:3:13"), values);
+        readLinkReference(u"cms:3:13"_s, values);
         QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkContentPage));
-        QCOMPARE(linkReference(values), QStringLiteral("cms:3:13"));
-        readLinkReference(QStringLiteral("portal:7"), values);
-        QCOMPARE(values.PortalPageID, QStringLiteral("7"));
-        QCOMPARE(linkReference(values), QStringLiteral("portal:7"));
-        readLinkReference(QStringLiteral("page:7"), values);
+        QCOMPARE(linkReference(values), u"cms:3:13"_s);
+        readLinkReference(u"portal:7"_s, values);
+        QCOMPARE(values.PortalPageID, u"7"_s);
+        QCOMPARE(linkReference(values), u"portal:7"_s);
+        readLinkReference(u"page:7"_s, values);
         QCOMPARE(linkReference(values), QString());
     }
 
@@ -139,13 +136,13 @@ private Q_SLOTS:
         QList<std::optional<QString>> read;
         for (int i = 0; i < 10; ++i)
             read.append(i == 2 ? std::nullopt : std::optional(QString::number(i)));
-        fillPageValues(values, read, QStringLiteral("T"));
-        QCOMPARE(values.BackgroundImage, QStringLiteral("0"));
-        QCOMPARE(values.Title, QStringLiteral("T"));
+        fillPageValues(values, read, u"T"_s);
+        QCOMPARE(values.BackgroundImage, u"0"_s);
+        QCOMPARE(values.Title, u"T"_s);
         QCOMPARE(values.TextColor, QString());
-        QCOMPARE(values.LinkColor, QStringLiteral("3"));
-        QCOMPARE(values.BottomMargin, QStringLiteral("8"));
-        QCOMPARE(values.RightMargin, QStringLiteral("9"));
+        QCOMPARE(values.LinkColor, u"3"_s);
+        QCOMPARE(values.BottomMargin, u"8"_s);
+        QCOMPARE(values.RightMargin, u"9"_s);
 
         QStringList written;
         for (const PageEdit &edit : pageEdits(values))
@@ -155,9 +152,9 @@ private Q_SLOTS:
                 u"leftMargin=6"_s, u"topMargin=7"_s, u"bottomMargin=8"_s, u"rightMargin=9"_s,
                 u"background=0"_s}));
 
-        QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentvLinkColor")), u"vLink"_s);
-        QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentForegroundColor")), u"Text"_s);
-        QCOMPARE(documentPropertyAttribute(QStringLiteral("DocumentVLinkColor")), QString());
+        QCOMPARE(documentPropertyAttribute(u"DocumentvLinkColor"_s), u"vLink"_s);
+        QCOMPARE(documentPropertyAttribute(u"DocumentForegroundColor"_s), u"Text"_s);
+        QCOMPARE(documentPropertyAttribute(u"DocumentVLinkColor"_s), QString());
     }
 
     void linkDialogOpensOnTheLinkedPageAndValidates_data()
@@ -181,12 +178,12 @@ private Q_SLOTS:
         values.ContentPages = pages;
         values.PortalPages = portal;
         values.Targets = linkTargets(QString());
-        readLinkReference(QStringLiteral("cms:3:13"), values);
-        values.URL = QStringLiteral("/jobs.html");
-        values.Target = QStringLiteral("main");
+        readLinkReference(u"cms:3:13"_s, values);
+        values.URL = u"/jobs.html"_s;
+        values.Target = u"main"_s;
         dialog.setValues(values);
-        QCOMPARE(dialog.sites()->currentText(), QStringLiteral("Main"));
-        QCOMPARE(dialog.pages()->currentText(), QStringLiteral("Jobs"));
+        QCOMPARE(dialog.sites()->currentText(), u"Main"_s);
+        QCOMPARE(dialog.pages()->currentText(), u"Jobs"_s);
         QCOMPARE(dialog.portalPages()->count(), 3);
 
         if (kind == 1 && !message.isEmpty())
@@ -202,8 +199,8 @@ private Q_SLOTS:
         if (message.isEmpty()) {
             const LinkPropertiesValues answer = dialog.values();
             QCOMPARE(answer.URL, url);
-            QCOMPARE(linkReference(answer), QStringLiteral("cms:3:13"));
-            QCOMPARE(answer.Target, QStringLiteral("main"));
+            QCOMPARE(linkReference(answer), u"cms:3:13"_s);
+            QCOMPARE(answer.Target, u"main"_s);
         }
     }
 
@@ -212,9 +209,9 @@ private Q_SLOTS:
         m_prompts.shown.clear();
         LinkPropertiesDialog dialog([this]() -> UserPrompts & { return m_prompts; });
         LinkPropertiesValues values;
-        values.PortalPages = QStringLiteral("<Page PortalPageID=\"5\">");
+        values.PortalPages = u"<Page PortalPageID=\"5\">"_s;
         values.ContentSites = sites;
-        values.URL = QStringLiteral("HTTP://example.org/");
+        values.URL = u"HTTP://example.org/"_s;
         dialog.setValues(values);
         QCOMPARE(m_prompts.texts(RecordingPrompts::Kind::Information),
             QStringList{
@@ -223,8 +220,8 @@ private Q_SLOTS:
         QCOMPARE(dialog.portalPages()->count(), 1);
         QCOMPARE(dialog.sites()->count(), 3);
         QCOMPARE(dialog.prefix()->currentIndex(), 0);
-        QCOMPARE(dialog.address()->text(), QStringLiteral("example.org/"));
-        QCOMPARE(dialog.values().URL, QStringLiteral("http://example.org/"));
+        QCOMPARE(dialog.address()->text(), u"example.org/"_s);
+        QCOMPARE(dialog.values().URL, u"http://example.org/"_s);
     }
 
 private:

@@ -16,9 +16,6 @@ using namespace Vantry::Dialogs;
 using VantryTest::RecordingPrompts;
 
 using Edits = QList<std::pair<QString, std::optional<QString>>>;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 Q_DECLARE_METATYPE(Edits)
 
 class tst_StyleDialogs : public QObject
@@ -30,10 +27,10 @@ private Q_SLOTS:
     {
         FlashPropertiesValues values;
         values.ClearValues();
-        values.MovieURL = QStringLiteral("img/intro.swf");
-        values.Quality = QStringLiteral("high");
-        values.WindowMode = QStringLiteral("opaque");
-        values.BGColor = QStringLiteral("#FF0000");
+        values.MovieURL = u"img/intro.swf"_s;
+        values.Quality = u"high"_s;
+        values.WindowMode = u"opaque"_s;
+        values.BGColor = u"#FF0000"_s;
         values.Play = values.Loop = values.ShowMenu = values.DeviceFont = values.EmbedMovie = 0;
         const QString expected = QStringLiteral(
             "<OBJECT id=ShockwaveFlash1 classid=clsid:D27CDB6E-AE6D-11CF-96B8-444553540000 "
@@ -56,45 +53,42 @@ private Q_SLOTS:
         QCOMPARE(Dialogs::flashObjectBlock(values), expected);
 
         // Values go in as they are, and the flags follow the check boxes.
-        values.MovieURL = QStringLiteral("a\"b.swf");
+        values.MovieURL = u"a\"b.swf"_s;
         values.Play = values.EmbedMovie = 1;
         const QString block = Dialogs::flashObjectBlock(values);
-        QCOMPARE(block.count(QStringLiteral("VALUE=\"a\"b.swf\"")), 2);
-        QVERIFY(block.contains(QStringLiteral("\"Play\" VALUE=\"1\"")));
-        QVERIFY(block.contains(QStringLiteral("\"EmbedMovie\" VALUE=\"1\"")));
-        QVERIFY(block.contains(QStringLiteral("\"Loop\" VALUE=\"0\"")));
+        QCOMPARE(block.count(u"VALUE=\"a\"b.swf\""_s), 2);
+        QVERIFY(block.contains(u"\"Play\" VALUE=\"1\""_s));
+        QVERIFY(block.contains(u"\"EmbedMovie\" VALUE=\"1\""_s));
+        QVERIFY(block.contains(u"\"Loop\" VALUE=\"0\""_s));
     }
 
     void flashParamsReadBack()
     {
         FlashPropertiesValues values;
         values.ClearValues();
-        readFlashParams({{QStringLiteral("movie"), QStringLiteral("m.swf")},
-                            {QStringLiteral("PLAY"), QStringLiteral("0")},
-                            {QStringLiteral("DeviceFont"), QStringLiteral("true")},
-                            {QStringLiteral("quality"), QStringLiteral("best")},
-                            {QStringLiteral("Unknown"), QStringLiteral("x")}},
+        readFlashParams(
+            {{u"movie"_s, u"m.swf"_s}, {u"PLAY"_s, u"0"_s}, {u"DeviceFont"_s, u"true"_s},
+                {u"quality"_s, u"best"_s}, {u"Unknown"_s, u"x"_s}},
             values);
-        QCOMPARE(values.MovieURL, QStringLiteral("m.swf"));
+        QCOMPARE(values.MovieURL, u"m.swf"_s);
         QCOMPARE(values.Play, 0);
         QCOMPARE(values.Loop, 1);
         QCOMPARE(values.DeviceFont, 1);
-        QCOMPARE(values.Quality, QStringLiteral("best"));
+        QCOMPARE(values.Quality, u"best"_s);
         // What the dialog writes back: Src follows Movie.
         const auto params = flashParams(values);
-        QVERIFY(params.contains(std::pair(QStringLiteral("Src"), QStringLiteral("m.swf"))));
-        QVERIFY(params.contains(std::pair(QStringLiteral("Play"), QStringLiteral("0"))));
+        QVERIFY(params.contains(std::pair(u"Src"_s, u"m.swf"_s)));
+        QVERIFY(params.contains(std::pair(u"Play"_s, u"0"_s)));
     }
 
     void filterAndStyleText_data()
     {
         columns<QString, QString, QString, QString>("style", "name", "value", "expected");
 
-        const QString alpha = filterText(QStringLiteral("Alpha"), QStringLiteral("opacity=50"));
+        const QString alpha = filterText(u"Alpha"_s, u"opacity=50"_s);
         row("filter appended", "color: red", "Filter", alpha,
             "color: red; filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)");
-        row("empty filter property", QString(), "filter",
-            filterText(QStringLiteral("Blur"), QString()),
+        row("empty filter property", QString(), "filter", filterText(u"Blur"_s, QString()),
             "filter: progid:DXImageTransform.Microsoft.Blur()");
         row("replaced in place, script name", "background-color: red; width: 5px",
             "backgroundColor", "blue", "background-color: blue; width: 5px");
@@ -114,16 +108,12 @@ private Q_SLOTS:
 
     void classesOfRules()
     {
-        const QList<StyleClass> classes
-            = styleClasses({{QStringLiteral("p.note, .warn"), QStringLiteral("color: red;")},
-                {QStringLiteral("h1"), QStringLiteral("margin: 0px;")},
-                {QStringLiteral(".note:hover"), QStringLiteral("color: blue;")}});
+        const QList<StyleClass> classes = styleClasses({{u"p.note, .warn"_s, u"color: red;"_s},
+            {u"h1"_s, u"margin: 0px;"_s}, {u".note:hover"_s, u"color: blue;"_s}});
         QCOMPARE(classes,
-            (QList<StyleClass>{{QStringLiteral("note"), QStringLiteral("color: red;")},
-                {QStringLiteral("warn"), QStringLiteral("color: red;")}}));
-        QCOMPARE(
-            withClass(QStringLiteral("a  b"), QStringLiteral("warn")), QStringLiteral("a b warn"));
-        QCOMPARE(withClass(QStringLiteral("warn"), QStringLiteral("warn")), QStringLiteral("warn"));
+            (QList<StyleClass>{{u"note"_s, u"color: red;"_s}, {u"warn"_s, u"color: red;"_s}}));
+        QCOMPARE(withClass(u"a  b"_s, u"warn"_s), u"a b warn"_s);
+        QCOMPARE(withClass(u"warn"_s, u"warn"_s), u"warn"_s);
     }
 
     void attributeEdits_data()
@@ -150,23 +140,22 @@ private Q_SLOTS:
         RecordingPrompts prompts;
         ElementPropertiesDialog dialog([&prompts]() -> UserPrompts & { return prompts; });
         ElementPropertiesValues values;
-        values.TagName = QStringLiteral("P");
-        values.Attributes = {{QStringLiteral("id"), QStringLiteral("a")}};
+        values.TagName = u"P"_s;
+        values.Attributes = {{u"id"_s, u"a"_s}};
         dialog.setValues(values);
         dialog.addAttribute();
-        dialog.table()->item(1, 0)->setText(QStringLiteral("on click"));
-        dialog.table()->item(1, 1)->setText(QStringLiteral("go()"));
+        dialog.table()->item(1, 0)->setText(u"on click"_s);
+        dialog.table()->item(1, 1)->setText(u"go()"_s);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
         QCOMPARE(prompts.texts(RecordingPrompts::Kind::Information),
-            QStringList{QStringLiteral("\"on click\" is not a valid attribute name.")});
+            QStringList{u"\"on click\" is not a valid attribute name."_s});
         // Nothing typed is lost: the row is still there to be put right.
-        dialog.table()->item(1, 0)->setText(QStringLiteral("onclick"));
+        dialog.table()->item(1, 0)->setText(u"onclick"_s);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(dialog.values().Attributes,
-            (QList<ElementAttribute>{{QStringLiteral("id"), QStringLiteral("a")},
-                {QStringLiteral("onclick"), QStringLiteral("go()")}}));
+            (QList<ElementAttribute>{{u"id"_s, u"a"_s}, {u"onclick"_s, u"go()"_s}}));
     }
 };
 

@@ -17,10 +17,7 @@
 using namespace Vantry;
 using namespace Qt::StringLiterals;
 using namespace Vantry::Dialogs;
-using VantryTest::columns;
-using VantryTest::fetch;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 
 class tst_TableDialogs : public QObject
 {
@@ -54,12 +51,12 @@ private Q_SLOTS:
 
     void colorConversions()
     {
-        QCOMPARE(ColorToHtml(255), QStringLiteral("#FF0000"));
-        QCOMPARE(ColorToHtml(0), QStringLiteral("#000000"));
-        QCOMPARE(ColorToHtml(0x0080FF), QStringLiteral("#FF8000"));
+        QCOMPARE(ColorToHtml(255), u"#FF0000"_s);
+        QCOMPARE(ColorToHtml(0), u"#000000"_s);
+        QCOMPARE(ColorToHtml(0x0080FF), u"#FF8000"_s);
         QCOMPARE(ColorToHtml(0x80000005), QString()); // a system colour
-        QCOMPARE(HtmlToColorHex(QStringLiteral("#0000FF")), QStringLiteral("&H00FF0000"));
-        QCOMPARE(HtmlToColorHex(QStringLiteral("#FF8000")), QStringLiteral("&H000080FF"));
+        QCOMPARE(HtmlToColorHex(u"#0000FF"_s), u"&H00FF0000"_s);
+        QCOMPARE(HtmlToColorHex(u"#FF8000"_s), u"&H000080FF"_s);
         QCOMPARE(ConvertBooleanToNumber(true), 1);
         QCOMPARE(ConvertBooleanToNumber(false), 0);
     }
@@ -95,17 +92,14 @@ private Q_SLOTS:
         const Dimension dimension = splitDimension(value);
         QCOMPARE(dimension.number, number);
         QCOMPARE(dimension.percent, percent);
-        QCOMPARE(
-            joinDimension(QStringLiteral("50"), QStringLiteral("percent")), QStringLiteral("50%"));
-        QCOMPARE(
-            joinDimension(QStringLiteral("50"), QStringLiteral("pixels")), QStringLiteral("50"));
-        QCOMPARE(
-            joinDimension(QStringLiteral("50"), QStringLiteral("Percent")), QStringLiteral("50"));
-        QCOMPARE(joinDimension(QString(), QStringLiteral("percent")), QString());
-        QVERIFY(dimensionRemoved(QStringLiteral("0")) && dimensionRemoved(QString()));
-        QVERIFY(!dimensionRemoved(QStringLiteral("00")));
-        QCOMPARE(cssLength(QStringLiteral("40")), QStringLiteral("40px"));
-        QCOMPARE(cssLength(QStringLiteral("40%")), QStringLiteral("40%"));
+        QCOMPARE(joinDimension(u"50"_s, u"percent"_s), u"50%"_s);
+        QCOMPARE(joinDimension(u"50"_s, u"pixels"_s), u"50"_s);
+        QCOMPARE(joinDimension(u"50"_s, u"Percent"_s), u"50"_s);
+        QCOMPARE(joinDimension(QString(), u"percent"_s), QString());
+        QVERIFY(dimensionRemoved(u"0"_s) && dimensionRemoved(QString()));
+        QVERIFY(!dimensionRemoved(u"00"_s));
+        QCOMPARE(cssLength(u"40"_s), u"40px"_s);
+        QCOMPARE(cssLength(u"40%"_s), u"40%"_s);
     }
 
     void insertTableAttributes_data()
@@ -142,43 +136,41 @@ private Q_SLOTS:
 
     void partCountsAndBackground()
     {
-        QCOMPARE(tablePartCount(QStringLiteral("3"), 100), std::optional<int>(3));
-        QCOMPARE(tablePartCount(QStringLiteral("100"), 100), std::optional<int>(100));
+        QCOMPARE(tablePartCount(u"3"_s, 100), std::optional<int>(3));
+        QCOMPARE(tablePartCount(u"100"_s, 100), std::optional<int>(100));
         for (const char *refused : {"", "0", "101", "-1", "2x", " 2"})
             QVERIFY2(!tablePartCount(QLatin1String(refused), 100), refused);
-        QCOMPARE(backgroundImagePath(QStringLiteral("/img/"), QStringLiteral("a.gif")),
-            QStringLiteral("/img/a.gif"));
-        QCOMPARE(backgroundImagePath(QStringLiteral("/img/"), QStringLiteral("/else/a.gif")),
-            QStringLiteral("/else/a.gif"));
-        QCOMPARE(backgroundImagePath(QStringLiteral("/img/"), QString()), QString());
+        QCOMPARE(backgroundImagePath(u"/img/"_s, u"a.gif"_s), u"/img/a.gif"_s);
+        QCOMPARE(backgroundImagePath(u"/img/"_s, u"/else/a.gif"_s), u"/else/a.gif"_s);
+        QCOMPARE(backgroundImagePath(u"/img/"_s, QString()), QString());
     }
 
     void numberBoxFiltersTypingAndSteps()
     {
         NumberBox box(1, 5);
-        box.setText(QStringLiteral("3"));
-        QTest::keyClicks(box.lineEdit(), QStringLiteral("a-.%7"));
-        QCOMPARE(box.text(), QStringLiteral("37"));
+        box.setText(u"3"_s);
+        QTest::keyClicks(box.lineEdit(), u"a-.%7"_s);
+        QCOMPARE(box.text(), u"37"_s);
         QTest::keyClick(box.lineEdit(), Qt::Key_Backspace);
-        QCOMPARE(box.text(), QStringLiteral("37"));
+        QCOMPARE(box.text(), u"37"_s);
         box.lineEdit()->setCursorPosition(0);
         QTest::keyClick(box.lineEdit(), Qt::Key_Delete);
-        QCOMPARE(box.text(), QStringLiteral("7"));
+        QCOMPARE(box.text(), u"7"_s);
         QTest::keyClick(box.lineEdit(), Qt::Key_Up);
-        QCOMPARE(box.text(), QStringLiteral("5"));
+        QCOMPARE(box.text(), u"5"_s);
         box.setText(QString());
         QTest::keyClick(box.lineEdit(), Qt::Key_Down);
-        QCOMPARE(box.text(), QStringLiteral("1"));
+        QCOMPARE(box.text(), u"1"_s);
     }
 
     void colorButtonReplacesTheText()
     {
         ColorField field(prompts());
-        field.setText(QStringLiteral("#123456"));
+        field.setText(u"#123456"_s);
         const qsizetype before = m_prompts.shown.size();
         m_prompts.colors.enqueue(QColor(255, 128, 0));
         field.pickColor();
-        QCOMPARE(field.text(), QStringLiteral("#FF8000"));
+        QCOMPARE(field.text(), u"#FF8000"_s);
         m_prompts.colors.enqueue(std::nullopt);
         field.pickColor();
         QCOMPARE(field.text(), QString());
@@ -186,29 +178,29 @@ private Q_SLOTS:
         field.pickColor();
         // The picker opens on the colour shown, black when there is none.
         QCOMPARE(m_prompts.shown.size(), before + 3);
-        QCOMPARE(m_prompts.shown[before].directory, QStringLiteral("#123456"));
-        QCOMPARE(m_prompts.shown[before + 1].directory, QStringLiteral("#FF8000"));
-        QCOMPARE(m_prompts.shown[before + 2].directory, QStringLiteral("#000000"));
+        QCOMPARE(m_prompts.shown[before].directory, u"#123456"_s);
+        QCOMPARE(m_prompts.shown[before + 1].directory, u"#FF8000"_s);
+        QCOMPARE(m_prompts.shown[before + 2].directory, u"#000000"_s);
     }
 
     void insertDialogCollectsUnitsAndRefusesEmptyCounts()
     {
         InsertTableDialog dialog(prompts());
-        QCOMPARE(dialog.widthUnit()->currentText(), QStringLiteral("percent"));
-        QCOMPARE(dialog.widthUnit()->itemText(1), QStringLiteral("pixels"));
+        QCOMPARE(dialog.widthUnit()->currentText(), u"percent"_s);
+        QCOMPARE(dialog.widthUnit()->itemText(1), u"pixels"_s);
         InsertTableValues values;
-        values.Rows = QStringLiteral("3");
-        values.Columns = QStringLiteral("4");
-        values.Width = QStringLiteral("50");
-        values.BGImage = QStringLiteral("bg.gif");
+        values.Rows = u"3"_s;
+        values.Columns = u"4"_s;
+        values.Width = u"50"_s;
+        values.BGImage = u"bg.gif"_s;
         dialog.setValues(values);
-        dialog.height()->setText(QStringLiteral("20"));
-        dialog.heightUnit()->setCurrentText(QStringLiteral("percent"));
+        dialog.height()->setText(u"20"_s);
+        dialog.heightUnit()->setCurrentText(u"percent"_s);
         const InsertTableValues collected = dialog.values();
-        QCOMPARE(collected.Rows, QStringLiteral("3"));
-        QCOMPARE(collected.Width, QStringLiteral("50"));
-        QCOMPARE(collected.Height, QStringLiteral("20%"));
-        QCOMPARE(collected.BGImage, QStringLiteral("bg.gif"));
+        QCOMPARE(collected.Rows, u"3"_s);
+        QCOMPARE(collected.Width, u"50"_s);
+        QCOMPARE(collected.Height, u"20%"_s);
+        QCOMPARE(collected.BGImage, u"bg.gif"_s);
         QVERIFY(!collected.Cancel);
 
         dialog.show();
@@ -216,7 +208,7 @@ private Q_SLOTS:
         dialog.accept();
         QVERIFY(dialog.isVisible());
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
-        dialog.columns()->setText(QStringLiteral("2"));
+        dialog.columns()->setText(u"2"_s);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
@@ -225,14 +217,14 @@ private Q_SLOTS:
     {
         TablePropertiesValues table;
         for (QString *text : tablePropertyTexts(table))
-            *text = QStringLiteral("#00000%1").arg(tablePropertyTexts(table).indexOf(text));
-        table.Width = QStringLiteral("75%");
-        table.Height = QStringLiteral("120");
-        table.Alignment = QStringLiteral("absmiddle");
+            *text = u"#00000%1"_s.arg(tablePropertyTexts(table).indexOf(text));
+        table.Width = u"75%"_s;
+        table.Height = u"120"_s;
+        table.Alignment = u"absmiddle"_s;
         TablePropertiesDialog tableDialog(prompts());
         tableDialog.setValues(table);
-        QCOMPARE(tableDialog.width()->text(), QStringLiteral("75"));
-        QCOMPARE(tableDialog.widthUnit()->currentText(), QStringLiteral("percent"));
+        QCOMPARE(tableDialog.width()->text(), u"75"_s);
+        QCOMPARE(tableDialog.widthUnit()->currentText(), u"percent"_s);
         QCOMPARE(tableDialog.borderHighlight()->text(), table.BorderHighlight);
         TablePropertiesValues tableBack = tableDialog.values();
         for (qsizetype i = 0; i < 11; ++i)
@@ -240,8 +232,8 @@ private Q_SLOTS:
 
         CellPropertiesValues cell;
         for (QString *text : cellPropertyTexts(cell))
-            *text = QStringLiteral("9");
-        cell.Width = QStringLiteral("30%");
+            *text = u"9"_s;
+        cell.Width = u"30%"_s;
         cell.NoWrap = true;
         CellPropertiesDialog cellDialog(prompts());
         cellDialog.setValues(cell);

@@ -7,10 +7,8 @@
 #include <QTest>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using RollOver = ImageDialogValues::RollOver;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 class tst_ImageRules : public QObject
 {
@@ -58,7 +56,7 @@ private Q_SLOTS:
     {
         columns<QString, QString, QString>("baseURL", "vcDirectory", "src");
 
-        const QString copy = QDir::toNativeSeparators(QStringLiteral("/srv/site/img/a b.png"));
+        const QString copy = QDir::toNativeSeparators(u"/srv/site/img/a b.png"_s);
         row("web folder of the images", "http://example.com/", "/images", "/images/a b.png");
         row("local base holding the copy", "file:///srv/site/index.html", "", "img/a b.png");
         row("local base elsewhere", "file:///srv/other/", "", copy);
@@ -70,9 +68,8 @@ private Q_SLOTS:
     {
         auto [baseURL, vcDirectory, src]
             = fetch<QString, QString, QString>("baseURL", "vcDirectory", "src");
-        QCOMPARE(Images::insertedImageSource(
-                     QStringLiteral("/srv/site/img/a b.png"), baseURL, vcDirectory),
-            src);
+        QCOMPARE(
+            Images::insertedImageSource(u"/srv/site/img/a b.png"_s, baseURL, vcDirectory), src);
     }
 
     void dialogMarkup_data()
@@ -80,29 +77,29 @@ private Q_SLOTS:
         columns<ImageDialogValues, QString>("values", "markup");
 
         ImageDialogValues plain;
-        plain.Source = QStringLiteral("a.gif");
-        plain.VSpace = QStringLiteral("5");
-        plain.HSpace = QStringLiteral("10");
+        plain.Source = u"a.gif"_s;
+        plain.VSpace = u"5"_s;
+        plain.HSpace = u"10"_s;
         row("HSPACE repeats VSPACE, no size", plain,
             R"(<IMG VSPACE="5" HSPACE="5" ALIGN="" SRC="a.gif" BORDER="" ALT="" >)");
 
         ImageDialogValues sized = plain;
-        sized.Width = QStringLiteral("100");
-        sized.Height = QStringLiteral("50");
-        sized.Alt = QStringLiteral("say \"hi\"");
-        sized.Hyperlink = QStringLiteral("http://x.org/");
-        sized.Target = QStringLiteral("_blank");
+        sized.Width = u"100"_s;
+        sized.Height = u"50"_s;
+        sized.Alt = u"say \"hi\""_s;
+        sized.Hyperlink = u"http://x.org/"_s;
+        sized.Target = u"_blank"_s;
         row("size, style and link", sized,
             R"(<a href="http://x.org/" target="_blank"><IMG VSPACE="5" HSPACE="5" ALIGN="" )"
             R"(SRC="a.gif" BORDER="" ALT="say &quot;hi&quot;" WIDTH="100" HEIGHT="50" )"
             R"(STYLE="WIDTH:100; HEIGHT:50; " ></a>)");
 
         ImageDialogValues images;
-        images.Source = QStringLiteral("a.gif");
+        images.Source = u"a.gif"_s;
         images.MouseOverOption = RollOver::Image;
-        images.SourceOver = QStringLiteral("C:\\img\\a.gif");
-        images.SourceDown = QStringLiteral("d.gif");
-        images.SourceOut = QStringLiteral("a.gif");
+        images.SourceOver = u"C:\\img\\a.gif"_s;
+        images.SourceDown = u"d.gif"_s;
+        images.SourceOut = u"a.gif"_s;
         row("roll-over images", images,
             R"(<IMG OnMouseOver="this.src='C:\\img\\a.gif'" srcOver="C:\img\a.gif" )"
             R"(OnMouseDown="this.src='d.gif'" srcDown="d.gif" OnMouseOut="this.src='a.gif'" )"
@@ -110,9 +107,9 @@ private Q_SLOTS:
 
         ImageDialogValues scripts = images;
         scripts.MouseOverOption = RollOver::Script;
-        scripts.SourceOver = QStringLiteral("over()");
-        scripts.SourceDown = QStringLiteral("down()");
-        scripts.SourceOut = QStringLiteral("out()");
+        scripts.SourceOver = u"over()"_s;
+        scripts.SourceDown = u"down()"_s;
+        scripts.SourceOut = u"out()"_s;
         row("roll-over scripts", scripts,
             R"x(<IMG OnMouseOver="over()"OnMouseDown="down()"OnMouseOut="out()"VSPACE="" )x"
             R"(HSPACE="" ALIGN="" SRC="a.gif" BORDER="" ALT="" >)");
@@ -142,12 +139,11 @@ private Q_SLOTS:
         QCOMPARE(split.prefix, prefix);
         QCOMPARE(split.rest, rest);
         // Collected again under whatever the list shows, the address comes back.
-        QCOMPARE(Dialogs::joinLinkPrefix(prefix.isEmpty() ? QStringLiteral("ftp://") : prefix,
-                     prefix.isEmpty() ? address : rest),
-            prefix.isEmpty() ? QStringLiteral("ftp://") + address : prefix + rest);
-        QCOMPARE(Dialogs::joinLinkPrefix(QStringLiteral("http://"), QStringLiteral("FTP://h/")),
-            QStringLiteral("FTP://h/"));
-        QCOMPARE(Dialogs::joinLinkPrefix(QStringLiteral("http://"), QString()), QString());
+        QCOMPARE(Dialogs::joinLinkPrefix(
+                     prefix.isEmpty() ? u"ftp://"_s : prefix, prefix.isEmpty() ? address : rest),
+            prefix.isEmpty() ? u"ftp://"_s + address : prefix + rest);
+        QCOMPARE(Dialogs::joinLinkPrefix(u"http://"_s, u"FTP://h/"_s), u"FTP://h/"_s);
+        QCOMPARE(Dialogs::joinLinkPrefix(u"http://"_s, QString()), QString());
     }
 
     void rollOverReadBack()
@@ -155,22 +151,20 @@ private Q_SLOTS:
         // What the dialog wrote, read back the way the browser hands the attributes over.
         ImageDialogValues values;
         Dialogs::setRollOver(values,
-            {QStringLiteral("this.src='o.gif'"), QStringLiteral("this.src='d.gif'"),
-                QStringLiteral("this.src='C:\\\\img\\\\a.gif'"), QStringLiteral("o.gif"),
-                QStringLiteral("d.gif")});
+            {u"this.src='o.gif'"_s, u"this.src='d.gif'"_s, u"this.src='C:\\\\img\\\\a.gif'"_s,
+                u"o.gif"_s, u"d.gif"_s});
         QCOMPARE(values.MouseOverOption, RollOver::Image);
-        QCOMPARE(values.SourceOut, QStringLiteral("C:\\img\\a.gif"));
-        QCOMPARE(values.SourceDown, QStringLiteral("d.gif"));
+        QCOMPARE(values.SourceOut, u"C:\\img\\a.gif"_s);
+        QCOMPARE(values.SourceDown, u"d.gif"_s);
 
-        Dialogs::setRollOver(values, {QString(), QString(), QStringLiteral("out()"), {}, {}});
+        Dialogs::setRollOver(values, {QString(), QString(), u"out()"_s, {}, {}});
         QCOMPARE(values.MouseOverOption, RollOver::Script);
-        QCOMPARE(values.SourceOut, QStringLiteral("out()"));
+        QCOMPARE(values.SourceOut, u"out()"_s);
 
         Dialogs::setRollOver(values, {});
         QCOMPARE(values.MouseOverOption, RollOver::None);
-        QCOMPARE(
-            Dialogs::imageDimension(QString(), QStringLiteral("120px")), QStringLiteral("120"));
-        QCOMPARE(Dialogs::imageDimension(QString(), QStringLiteral("50%")), QStringLiteral("50%"));
+        QCOMPARE(Dialogs::imageDimension(QString(), u"120px"_s), u"120"_s);
+        QCOMPARE(Dialogs::imageDimension(QString(), u"50%"_s), u"50%"_s);
     }
 
     void keptAspect()

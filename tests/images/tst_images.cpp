@@ -1,9 +1,9 @@
 #include "../common/cancellingdialogs.h"
 #include "../common/datarows.h"
-#include "../common/enginetest.h"
 #include "../common/files.h"
 #include "../common/ftpserver.h"
 #include "../common/recordingprompts.h"
+#include "../common/surfacefixture.h"
 
 #include "dialogs/imagedialog.h"
 #include "images/imagenames.h"
@@ -19,10 +19,8 @@
 #include <QTemporaryDir>
 
 using namespace Vantry;
-using VantryTest::columns;
-using VantryTest::fetch;
+using namespace Qt::StringLiterals;
 using VantryTest::RecordingPrompts;
-using VantryTest::row;
 using VantryTest::writeFile;
 
 namespace {
@@ -67,21 +65,21 @@ public:
 
 } // namespace
 
-class tst_Images : public QObject
+class tst_Images : public VantryTest::SurfaceFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY(VantryTest::startEditor(m_editor, m_surface));
+        QVERIFY(start());
         connect(m_editor.get(), &HTMLEditorComponent::ImageInserted, this,
             [this](QVariant &name, QVariant &path) {
-                m_events << QStringLiteral("ImageInserted ") + name.toString() + QLatin1Char(' ')
+                m_events << u"ImageInserted "_s + name.toString() + QLatin1Char(' ')
                         + path.toString();
             });
         connect(m_editor.get(), &HTMLEditorComponent::HTMLChanged, this,
-            [this] { m_events << QStringLiteral("HTMLChanged"); });
+            [this] { m_events << u"HTMLChanged"_s; });
         connect(m_editor.get(), &HTMLEditorComponent::PropertyChanged, this,
             [this](const QString &name) {
                 if (name == QLatin1String("isDirty") && m_editor->isDirty())
@@ -99,9 +97,9 @@ private Q_SLOTS:
         m_editor->setEditorDialogs(std::move(dialogs));
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
-        QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("pics")));
-        QVERIFY(writeFile(m_dir->filePath(QStringLiteral("pics/a.png")), "new picture"));
-        m_editor->setImageDirectory(m_dir->filePath(QStringLiteral("site/img")) + QLatin1Char('/'));
+        QVERIFY(QDir(m_dir->path()).mkpath(u"pics"_s));
+        QVERIFY(writeFile(m_dir->filePath(u"pics/a.png"_s), "new picture"));
+        m_editor->setImageDirectory(m_dir->filePath(u"site/img"_s) + QLatin1Char('/'));
         m_editor->setBaseURL(QString());
         m_editor->setImageVCDirectory(QString());
         m_editor->setCopyImagesWhenInserted(true);
@@ -133,29 +131,29 @@ private Q_SLOTS:
                 "copy", "increment", "baseFolder", "fileName", "src");
         const QString folder = m_editor->ImageDirectory();
         QVERIFY(QDir().mkpath(folder));
-        QVERIFY(writeFile(folder + QStringLiteral("a.png"), "old picture"));
+        QVERIFY(writeFile(folder + u"a.png"_s, "old picture"));
         m_editor->setCopyImagesWhenInserted(copy);
         m_editor->setIncermentExistingFileNames(increment);
         if (!baseFolder.isEmpty())
             m_editor->setBaseURL(
                 QUrl::fromLocalFile(m_dir->filePath(baseFolder)).toString() + u'/');
-        load(QStringLiteral("<p>text</p>"));
+        load(u"<p>text</p>"_s);
         const QString loaded = body();
 
-        m_prompts->fileNames.enqueue(m_dir->filePath(QStringLiteral("pics/a.png")));
+        m_prompts->fileNames.enqueue(m_dir->filePath(u"pics/a.png"_s));
         QString empty;
-        QString width = QStringLiteral("40");
+        QString width = u"40"_s;
         m_editor->InsertImageNoPrompt(
             width, empty, empty, empty, empty, empty, empty, empty, empty);
         const QString expected = baseFolder.isEmpty() ? m_dir->filePath(src) : src;
-        QVERIFY2(body().contains(QStringLiteral("src=\"%1\"").arg(expected)), qPrintable(body()));
-        QVERIFY2(m_surface->attribute(image(), QStringLiteral("width")).isEmpty(),
+        QVERIFY2(body().contains(u"src=\"%1\""_s.arg(expected)), qPrintable(body()));
+        QVERIFY2(m_surface->attribute(image(), u"width"_s).isEmpty(),
             "a picked picture keeps its own size");
-        QStringList events{QStringLiteral("isDirty")};
+        QStringList events{u"isDirty"_s};
         if (copy) {
             QCOMPARE(VantryTest::readBytes(folder + fileName), QByteArray("new picture"));
-            events.prepend(QStringLiteral("HTMLChanged"));
-            events.prepend(QStringLiteral("ImageInserted %1 %2").arg(fileName, folder));
+            events.prepend(u"HTMLChanged"_s);
+            events.prepend(u"ImageInserted %1 %2"_s.arg(fileName, folder));
         }
         QCOMPARE(m_events, events);
         QVERIFY(m_surface->execCommand(Undo));
@@ -178,7 +176,7 @@ private Q_SLOTS:
         auto [dialog, source, imageDirectory, message] = fetch<bool, QString, QString, QString>(
             "dialog", "source", "imageDirectory", "message");
         m_editor->setImageDirectory(m_dir->filePath(imageDirectory));
-        load(QStringLiteral("<p>text</p>"));
+        load(u"<p>text</p>"_s);
         const QString loaded = body();
 
         const QString path = m_dir->filePath(source);
@@ -200,48 +198,47 @@ private Q_SLOTS:
 
     void imageDialogInsertsAndEdits()
     {
-        load(QStringLiteral("<p>text</p>"));
+        load(u"<p>text</p>"_s);
         const QString loaded = body();
-        const QString picture = m_dir->filePath(QStringLiteral("pics/a.png"));
+        const QString picture = m_dir->filePath(u"pics/a.png"_s);
         m_dialogs->user = [&](ImageDialogValues &values) {
             values.Source = picture;
-            values.VSpace = QStringLiteral("5");
-            values.HSpace = QStringLiteral("10");
-            values.Width = QStringLiteral("30");
-            values.Hyperlink = QStringLiteral("http://x.org/");
-            values.Target = QStringLiteral("_top");
+            values.VSpace = u"5"_s;
+            values.HSpace = u"10"_s;
+            values.Width = u"30"_s;
+            values.Hyperlink = u"http://x.org/"_s;
+            values.Target = u"_top"_s;
             values.MouseOverOption = ImageDialogValues::RollOver::Image;
-            values.SourceOver = QStringLiteral("o.gif");
+            values.SourceOver = u"o.gif"_s;
         };
         m_editor->InsertImage();
         QCOMPARE(m_dialogs->shown.Source, QString());
         const QString folder = m_editor->ImageDirectory();
         QCOMPARE(m_events,
-            QStringList({QStringLiteral("ImageInserted a.png ") + folder,
-                QStringLiteral("HTMLChanged"), QStringLiteral("isDirty")}));
+            QStringList({u"ImageInserted a.png "_s + folder, u"HTMLChanged"_s, u"isDirty"_s}));
         const QString inserted = body();
         QVERIFY2(
             inserted.contains(QStringLiteral("<a href=\"http://x.org/\" target=\"_top\"><img "
                                              "onmouseover=\"this.src='o.gif'\" srcover=\"o.gif\"")),
             qPrintable(inserted));
-        QVERIFY(inserted.contains(QStringLiteral("vspace=\"5\" hspace=\"5\"")));
-        QVERIFY(inserted.contains(QStringLiteral("src=\"%1a.png\"").arg(folder)));
+        QVERIFY(inserted.contains(u"vspace=\"5\" hspace=\"5\""_s));
+        QVERIFY(inserted.contains(u"src=\"%1a.png\""_s.arg(folder)));
 
         // Editing shows the image and its link, and replaces both as one step.
         QVERIFY(m_surface->selectElement(image()));
         m_dialogs->user = [](ImageDialogValues &values) {
-            values.Width = QStringLiteral("60");
+            values.Width = u"60"_s;
             values.Hyperlink.clear();
         };
         m_editor->InsertImage();
-        QCOMPARE(m_dialogs->shown.Width, QStringLiteral("30"));
-        QCOMPARE(m_dialogs->shown.Hyperlink, QStringLiteral("http://x.org/"));
-        QCOMPARE(m_dialogs->shown.Target, QStringLiteral("_top"));
-        QCOMPARE(m_dialogs->shown.SourceOver, QStringLiteral("o.gif"));
+        QCOMPARE(m_dialogs->shown.Width, u"30"_s);
+        QCOMPARE(m_dialogs->shown.Hyperlink, u"http://x.org/"_s);
+        QCOMPARE(m_dialogs->shown.Target, u"_top"_s);
+        QCOMPARE(m_dialogs->shown.SourceOver, u"o.gif"_s);
         QCOMPARE(m_dialogs->shown.MouseOverOption, ImageDialogValues::RollOver::Image);
         QVERIFY2(!body().contains(QLatin1String("<a ")), qPrintable(body()));
-        QCOMPARE(m_surface->elementsByTagName(QStringLiteral("img")).size(), 1);
-        QCOMPARE(m_surface->attribute(image(), QStringLiteral("width")), QStringLiteral("60"));
+        QCOMPARE(m_surface->elementsByTagName(u"img"_s).size(), 1);
+        QCOMPARE(m_surface->attribute(image(), u"width"_s), u"60"_s);
         QVERIFY(m_surface->execCommand(Undo));
         QCOMPARE(body(), inserted);
 
@@ -256,7 +253,7 @@ private Q_SLOTS:
 
     void imageDialogFillsAndCollects()
     {
-        const QString picture = m_dir->filePath(QStringLiteral("pics/wide.png"));
+        const QString picture = m_dir->filePath(u"pics/wide.png"_s);
         QImage wide(200, 100, QImage::Format_RGB32);
         wide.fill(Qt::red);
         QVERIFY(wide.save(picture));
@@ -264,29 +261,29 @@ private Q_SLOTS:
         Dialogs::ImageDialog dialog([this]() -> UserPrompts & { return *m_prompts; });
         ImageDialogValues values;
         values.Source = picture;
-        values.Hyperlink = QStringLiteral("MAILTO:a@b.c");
+        values.Hyperlink = u"MAILTO:a@b.c"_s;
         values.MouseOverOption = ImageDialogValues::RollOver::Script;
-        values.SourceOut = QStringLiteral("out()");
+        values.SourceOut = u"out()"_s;
         dialog.setValues(values);
         QCOMPARE(dialog.pictureSize(), QSize(200, 100));
-        QCOMPARE(dialog.rollOverLabel(0)->text(), QStringLiteral("Over Script:"));
+        QCOMPARE(dialog.rollOverLabel(0)->text(), u"Over Script:"_s);
 
         // Keeping the aspect follows the picture's own proportions, both ways.
-        dialog.width()->setText(QStringLiteral("50"));
-        QCOMPARE(dialog.height()->text(), QStringLiteral("25"));
-        dialog.height()->setText(QStringLiteral("30"));
-        QCOMPARE(dialog.width()->text(), QStringLiteral("60"));
+        dialog.width()->setText(u"50"_s);
+        QCOMPARE(dialog.height()->text(), u"25"_s);
+        dialog.height()->setText(u"30"_s);
+        QCOMPARE(dialog.width()->text(), u"60"_s);
         dialog.keepAspect()->setChecked(false);
-        dialog.width()->setText(QStringLiteral("10"));
-        QCOMPARE(dialog.height()->text(), QStringLiteral("30"));
+        dialog.width()->setText(u"10"_s);
+        QCOMPARE(dialog.height()->text(), u"30"_s);
 
         dialog.setRollOver(ImageDialogValues::RollOver::Image);
-        QCOMPARE(dialog.rollOverLabel(0)->text(), QStringLiteral("Over Image:"));
+        QCOMPARE(dialog.rollOverLabel(0)->text(), u"Over Image:"_s);
         const ImageDialogValues collected = dialog.values();
-        QCOMPARE(collected.Hyperlink, QStringLiteral("mailto:a@b.c"));
-        QCOMPARE(collected.Width, QStringLiteral("10"));
+        QCOMPARE(collected.Hyperlink, u"mailto:a@b.c"_s);
+        QCOMPARE(collected.Width, u"10"_s);
         QCOMPARE(collected.MouseOverOption, ImageDialogValues::RollOver::Image);
-        QCOMPARE(collected.SourceOut, QStringLiteral("out()"));
+        QCOMPARE(collected.SourceOut, u"out()"_s);
         QVERIFY(!collected.Cancel);
     }
 
@@ -294,19 +291,17 @@ private Q_SLOTS:
     // method as from a command.
     void movieDialogPlacesTheMovie()
     {
-        load(QStringLiteral("<p>text</p>"));
-        QVERIFY(writeFile(m_dir->filePath(QStringLiteral("pics/m.swf")), "movie"));
+        load(u"<p>text</p>"_s);
+        QVERIFY(writeFile(m_dir->filePath(u"pics/m.swf"_s), "movie"));
         m_dialogs->movie = [this](FlashPropertiesValues &values) {
-            values.MovieURL = m_dir->filePath(QStringLiteral("pics/m.swf"));
+            values.MovieURL = m_dir->filePath(u"pics/m.swf"_s);
         };
         m_editor->FlashMovieDialog();
         const QString folder = m_editor->ImageDirectory();
         QCOMPARE(m_events,
-            QStringList({QStringLiteral("ImageInserted m.swf ") + folder,
-                QStringLiteral("HTMLChanged"), QStringLiteral("isDirty")}));
-        QCOMPARE(VantryTest::readBytes(folder + QStringLiteral("m.swf")), QByteArray("movie"));
-        QVERIFY2(
-            body().contains(QStringLiteral("value=\"%1m.swf\"").arg(folder)), qPrintable(body()));
+            QStringList({u"ImageInserted m.swf "_s + folder, u"HTMLChanged"_s, u"isDirty"_s}));
+        QCOMPARE(VantryTest::readBytes(folder + u"m.swf"_s), QByteArray("movie"));
+        QVERIFY2(body().contains(u"value=\"%1m.swf\""_s.arg(folder)), qPrintable(body()));
     }
 
     void changeImageTakesAFreeName_data()
@@ -323,21 +318,18 @@ private Q_SLOTS:
         auto [numbered, newName] = fetch<int, QString>("numbered", "newName");
         const QString folder = m_editor->ImageDirectory();
         QVERIFY(QDir().mkpath(folder));
-        QVERIFY(writeFile(folder + QStringLiteral("a.png"), "old"));
+        QVERIFY(writeFile(folder + u"a.png"_s, "old"));
         for (int i = 1; i <= numbered; ++i)
-            QVERIFY(
-                writeFile(folder + Images::IncrementFileName(QStringLiteral("a.png"), i), "old"));
-        load(QStringLiteral("<p><img src=\"x.gif\" width=\"5\" style=\"height: 7px\"></p>"));
+            QVERIFY(writeFile(folder + Images::IncrementFileName(u"a.png"_s, i), "old"));
+        load(u"<p><img src=\"x.gif\" width=\"5\" style=\"height: 7px\"></p>"_s);
         QVERIFY(m_surface->selectElement(image()));
 
-        m_editor->ChangeImageFromSelectedElement(
-            m_dir->filePath(QStringLiteral("pics")), QStringLiteral("a.png"));
+        m_editor->ChangeImageFromSelectedElement(m_dir->filePath(u"pics"_s), u"a.png"_s);
         QCOMPARE(VantryTest::readBytes(folder + newName), QByteArray("new picture"));
-        QCOMPARE(m_surface->outerHTML(image()),
-            QStringLiteral("<img src=\"%1%2\">").arg(folder, newName));
+        QCOMPARE(m_surface->outerHTML(image()), u"<img src=\"%1%2\">"_s.arg(folder, newName));
         QCOMPARE(m_events,
-            QStringList({QStringLiteral("ImageInserted %1 %2").arg(newName, folder),
-                QStringLiteral("HTMLChanged"), QStringLiteral("isDirty")}));
+            QStringList(
+                {u"ImageInserted %1 %2"_s.arg(newName, folder), u"HTMLChanged"_s, u"isDirty"_s}));
     }
 
     void doubleClickFollowsTheTagList_data()
@@ -354,34 +346,34 @@ private Q_SLOTS:
         auto [tags, changes] = fetch<QString, bool>("tags", "changes");
         m_editor->setChangeImageOnDblClick(true);
         m_editor->setChangeImageOnDblClickTags(tags);
-        load(QStringLiteral("<p><img src=\"x.gif\"></p>"));
+        load(u"<p><img src=\"x.gif\"></p>"_s);
         QVERIFY(m_surface->selectElement(image()));
         if (changes)
-            m_prompts->fileNames.enqueue(m_dir->filePath(QStringLiteral("pics/a.png")));
+            m_prompts->fileNames.enqueue(m_dir->filePath(u"pics/a.png"_s));
         Q_EMIT m_surface->doubleClicked();
         if (changes) {
-            QTRY_COMPARE(m_surface->attribute(image(), QStringLiteral("src")),
-                m_editor->ImageDirectory() + QStringLiteral("a.png"));
-            QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::OpenFile),
-                QStringList{QStringLiteral("Pick Image")});
+            QTRY_COMPARE(
+                m_surface->attribute(image(), u"src"_s), m_editor->ImageDirectory() + u"a.png"_s);
+            QCOMPARE(
+                m_prompts->texts(RecordingPrompts::Kind::OpenFile), QStringList{u"Pick Image"_s});
         } else {
             QTest::qWait(50);
             QVERIFY(m_prompts->shown.isEmpty());
-            QCOMPARE(m_surface->attribute(image(), QStringLiteral("src")), QStringLiteral("x.gif"));
+            QCOMPARE(m_surface->attribute(image(), u"src"_s), u"x.gif"_s);
         }
     }
 
     void copyAndRewriteAllImages()
     {
-        const QString picture = m_dir->filePath(QStringLiteral("pics/a.png"));
-        load(QStringLiteral("<p><img src=\"file://%1\"><img src=\"%2\"></p>")
-                 .arg(picture, m_dir->filePath(QStringLiteral("pics/none.png"))));
-        const QString to = m_dir->filePath(QStringLiteral("out")) + QLatin1Char('/');
+        const QString picture = m_dir->filePath(u"pics/a.png"_s);
+        load(u"<p><img src=\"file://%1\"><img src=\"%2\"></p>"_s.arg(
+            picture, m_dir->filePath(u"pics/none.png"_s)));
+        const QString to = m_dir->filePath(u"out"_s) + QLatin1Char('/');
         m_editor->CopyImageFiles(to);
-        QCOMPARE(VantryTest::readBytes(to + QStringLiteral("a.png")), QByteArray("new picture"));
+        QCOMPARE(VantryTest::readBytes(to + u"a.png"_s), QByteArray("new picture"));
         QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Critical).size(), 1);
 
-        m_editor->ChangeImagePath(QStringLiteral("/site/img/"));
+        m_editor->ChangeImagePath(u"/site/img/"_s);
         QVERIFY2(body().contains(QStringLiteral(
                      "<p><img src=\"/site/img/a.png\"><img src=\"/site/img/none.png\"></p>")),
             qPrintable(body()));
@@ -389,8 +381,7 @@ private Q_SLOTS:
 
         load(QStringLiteral(
             "<table background=\"b.gif\"><tbody><tr><td>c</td></tr></tbody></table>"));
-        QVERIFY(
-            m_surface->selectElement(m_surface->elementsByTagName(QStringLiteral("td")).first()));
+        QVERIFY(m_surface->selectElement(m_surface->elementsByTagName(u"td"_s).first()));
         m_editor->RemoveImageFromSelectedElement();
         QVERIFY2(!body().contains(QLatin1String("background")), qPrintable(body()));
     }
@@ -415,25 +406,19 @@ private Q_SLOTS:
         const QString loaded = body();
         const Platform::Element element = m_surface->elementsByTagName(tag).first();
         QVERIFY(m_surface->selectElement(element));
-        const QVariant ticket = VantryTest::adapterValue(*m_editor, QStringLiteral("frameTicket"));
-        QTRY_VERIFY(VantryTest::adapterValue(*m_editor, QStringLiteral("frameRendered"), {ticket})
-                        .toBool());
-        const QVariantList handles
-            = VantryTest::adapterValue(*m_editor, QStringLiteral("resizeHandles")).toList();
+        waitForFrame();
+        const QVariantList handles = js(u"resizeHandles"_s).toList();
         QCOMPARE(handles.size(), 8);
         const QVariantList corner = handles.at(4).toList();
         const QPoint grip(corner.at(0).toInt(), corner.at(1).toInt());
 
-        QWidget *view = m_surface->widget();
-        QWidget *input = view->focusProxy() ? view->focusProxy() : view;
+        QWidget *input = VantryTest::inputOf(*m_surface);
         QTest::mousePress(input, Qt::LeftButton, modifiers, grip);
         QTest::mouseMove(input, grip + move / 2);
         QTest::mouseMove(input, grip + move);
         QTest::mouseRelease(input, Qt::LeftButton, modifiers, grip + move);
-        QTRY_COMPARE(
-            m_surface->attribute(element, QStringLiteral("width")), QString::number(size.width()));
-        QCOMPARE(m_surface->attribute(element, QStringLiteral("height")),
-            QString::number(size.height()));
+        QTRY_COMPARE(m_surface->attribute(element, u"width"_s), QString::number(size.width()));
+        QCOMPARE(m_surface->attribute(element, u"height"_s), QString::number(size.height()));
         QVERIFY2(
             !m_editor->GetHtmlSource().contains(QLatin1String("vantry-handles")), "handles saved");
         QTRY_COMPARE(m_surface->commandStatus(Undo), 3);
@@ -469,28 +454,26 @@ private Q_SLOTS:
             server = std::make_unique<VantryTest::FtpServer>(
                 sftp ? VantryTest::FtpServer::Sftp : VantryTest::FtpServer::Ftp);
         server->clear();
-        QVERIFY(QDir(server->root()).mkpath(QStringLiteral("www")));
+        QVERIFY(QDir(server->root()).mkpath(u"www"_s));
         // The editor looks the SFTP server's host key up in the user's known_hosts.
         QTemporaryDir home;
         const QByteArray userHome = qgetenv("HOME");
         const auto restoreHome = qScopeGuard([&userHome] { qputenv("HOME", userHome); });
         if (sftp) {
-            QVERIFY(QDir(home.path()).mkpath(QStringLiteral(".ssh")));
-            QVERIFY(QFile::copy(
-                server->certificate(), home.filePath(QStringLiteral(".ssh/known_hosts"))));
+            QVERIFY(QDir(home.path()).mkpath(u".ssh"_s));
+            QVERIFY(QFile::copy(server->certificate(), home.filePath(u".ssh/known_hosts"_s)));
             qputenv("HOME", home.path().toLocal8Bit());
         }
-        m_editor->setFTP_ServerName(
-            server->address(sftp ? QStringLiteral("sftp") : QStringLiteral("ftp")));
-        m_editor->setFTP_UserName(QStringLiteral("editor"));
+        m_editor->setFTP_ServerName(server->address(sftp ? u"sftp"_s : u"ftp"_s));
+        m_editor->setFTP_UserName(u"editor"_s);
         m_editor->setFTP_Password(password);
-        m_editor->setFTP_RistrictedDirectory(QStringLiteral("/www"));
-        m_editor->setImageVCDirectory(QStringLiteral("http://www.example.com/pictures/"));
+        m_editor->setFTP_RistrictedDirectory(u"/www"_s);
+        m_editor->setImageVCDirectory(u"http://www.example.com/pictures/"_s);
         m_editor->setUploadImagesWhenInserted(insert);
-        const QString picture = m_dir->filePath(QStringLiteral("pics/a.png"));
+        const QString picture = m_dir->filePath(u"pics/a.png"_s);
         m_dialogs->uploadChosen = chosen;
         m_dialogs->chosen = {picture};
-        load(QStringLiteral("<p>text</p>"));
+        load(u"<p>text</p>"_s);
         const QString loaded = body();
 
         if (insert) {
@@ -504,13 +487,11 @@ private Q_SLOTS:
         m_editor->setUploadImagesWhenInserted(false);
         if (message.isEmpty()) {
             QTRY_COMPARE_WITH_TIMEOUT(m_events,
-                QStringList({QStringLiteral("ImageInserted a.png /www/"),
-                    QStringLiteral("HTMLChanged"), QStringLiteral("isDirty")}),
+                QStringList({u"ImageInserted a.png /www/"_s, u"HTMLChanged"_s, u"isDirty"_s}),
                 20000);
-            QVERIFY2(
-                body().contains(QStringLiteral("src=\"http://www.example.com/pictures/a.png\"")),
+            QVERIFY2(body().contains(u"src=\"http://www.example.com/pictures/a.png\""_s),
                 qPrintable(body()));
-            QCOMPARE(server->files(), QStringList{QStringLiteral("/www/a.png")});
+            QCOMPARE(server->files(), QStringList{u"/www/a.png"_s});
             QVERIFY(!QFileInfo::exists(m_editor->ImageDirectory()));
             QCOMPARE(m_prompts->shown.size(), insert ? 1 : 0); // the picker
             return;
@@ -532,16 +513,10 @@ private:
         m_events.clear();
     }
 
-    QString body() { return m_surface->bodyInnerHTML(); }
-    Platform::Element image()
-    {
-        return m_surface->elementsByTagName(QStringLiteral("img")).value(0);
-    }
+    Platform::Element image() { return m_surface->elementsByTagName(u"img"_s).value(0); }
     // What the editor raised, in order: ImageInserted with its arguments, HTMLChanged, isDirty.
     QStringList m_events;
 
-    std::unique_ptr<HTMLEditorComponent> m_editor;
-    Platform::WebEngineDesignSurface *m_surface = nullptr;
     RecordingPrompts *m_prompts = nullptr;
     ImageAnswers *m_dialogs = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;

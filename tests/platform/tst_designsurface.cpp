@@ -28,29 +28,28 @@
 #include <QWebEngineScript>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using VantryTest::adapterValue;
-using VantryTest::columns;
 using VantryTest::fontDivision;
-using VantryTest::row;
 using VantryTest::surfaceOf;
 
 namespace {
 
 // Hints that would fetch as images, sheets or fonts do, written as the serialiser writes them.
 const QStringList hintLinks{
-    QStringLiteral("<link rel=\"preload\" as=\"image\" href=\"hint.png\">"),
-    QStringLiteral("<link rel=\"preload\" as=\"style\" href=\"hint.css\">"),
-    QStringLiteral("<link rel=\"preload\" as=\"font\" href=\"hint.woff2\" crossorigin=\"\">"),
-    QStringLiteral("<link as=\"fetch\" href=\"hint.json\" rel=\"Preload  &amp;\">"),
-    QStringLiteral("<link rel=\"prerender\" href=\"hint.html\">"),
-    QStringLiteral("<link rel=\"icon\" href=\"hint.ico\">"),
+    u"<link rel=\"preload\" as=\"image\" href=\"hint.png\">"_s,
+    u"<link rel=\"preload\" as=\"style\" href=\"hint.css\">"_s,
+    u"<link rel=\"preload\" as=\"font\" href=\"hint.woff2\" crossorigin=\"\">"_s,
+    u"<link as=\"fetch\" href=\"hint.json\" rel=\"Preload  &amp;\">"_s,
+    u"<link rel=\"prerender\" href=\"hint.html\">"_s,
+    u"<link rel=\"icon\" href=\"hint.ico\">"_s,
 };
 
 QString pngIn(const QTemporaryDir &dir)
 {
     QImage image(12, 8, QImage::Format_RGB32);
     image.fill(Qt::red);
-    const QString path = dir.filePath(QStringLiteral("pic.png"));
+    const QString path = dir.filePath(u"pic.png"_s);
     return image.save(path) ? path : QString();
 }
 
@@ -100,17 +99,17 @@ private Q_SLOTS:
 
         // The scripts are still in the document: inert, not lost.
         m_editor->setReturnFullDocument(true);
-        QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("document.title = 'ran';")));
+        QVERIFY(m_editor->GetHtmlSource().contains(u"document.title = 'ran';"_s));
     }
 
     void mainWorldCannotSeeAdapter()
     {
-        load(QStringLiteral("<p>x</p>"));
+        load(u"<p>x</p>"_s);
         auto *page = surfaceOf(*m_editor)->page();
-        QVariant mainWorld = QStringLiteral("unset");
+        QVariant mainWorld = u"unset"_s;
         bool answered = false;
-        page->runJavaScript(QStringLiteral("typeof window.__vantry"), QWebEngineScript::MainWorld,
-            [&](const QVariant &value) {
+        page->runJavaScript(
+            u"typeof window.__vantry"_s, QWebEngineScript::MainWorld, [&](const QVariant &value) {
                 mainWorld = value;
                 answered = true;
             });
@@ -120,13 +119,13 @@ private Q_SLOTS:
 
         QVariant adapterWorld;
         answered = false;
-        page->runJavaScript(QStringLiteral("typeof window.__vantry"),
+        page->runJavaScript(u"typeof window.__vantry"_s,
             Platform::WebEngineDesignSurface::adapterWorld(), [&](const QVariant &value) {
                 adapterWorld = value;
                 answered = true;
             });
         QTRY_VERIFY(answered);
-        QCOMPARE(adapterWorld.toString(), QStringLiteral("object"));
+        QCOMPARE(adapterWorld.toString(), u"object"_s);
     }
 
     void clickingALinkNeverNavigates()
@@ -135,7 +134,7 @@ private Q_SLOTS:
                             "link text to click on</a></p>"));
         auto *surface = surfaceOf(*m_editor);
         const QUrl before = surface->page()->url();
-        const auto links = surface->elementsByTagName(QStringLiteral("A"));
+        const auto links = surface->elementsByTagName(u"A"_s);
         QCOMPARE(links.size(), 1);
         const QRectF rect = surface->boundingRect(links.first());
         QVERIFY(rect.width() > 0);
@@ -146,7 +145,7 @@ private Q_SLOTS:
         QTest::mouseClick(target, Qt::LeftButton, Qt::ControlModifier, at);
         QTest::mouseClick(target, Qt::MiddleButton, Qt::NoModifier, at);
         QVERIFY(!QTest::qWaitFor([&] { return surface->page()->url() != before; }, 500));
-        QVERIFY(m_editor->GetHtmlSource().contains(QStringLiteral("link text to click on")));
+        QVERIFY(m_editor->GetHtmlSource().contains(u"link text to click on"_s));
     }
 
     void baseUrlResolvesImagesButNeverLeaks_data()
@@ -160,8 +159,8 @@ private Q_SLOTS:
 
     void baseUrlResolvesImagesButNeverLeaks()
     {
-        QFETCH(bool, fullDocument);
-        QFETCH(bool, wholeDocumentText);
+        auto [fullDocument, wholeDocumentText]
+            = fetch<bool, bool>("fullDocument", "wholeDocumentText");
 
         QTemporaryDir dir;
         QVERIFY(!pngIn(dir).isEmpty());
@@ -169,109 +168,96 @@ private Q_SLOTS:
         const QString base = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
         m_editor->setBaseURL(base);
         m_editor->setReturnFullDocument(fullDocument);
-        const QString body = QStringLiteral("<p>picture <img src=\"pic.png\" alt=\"pic\"></p>");
-        load(wholeDocumentText ? QStringLiteral("<html><head><title>t</title></head><body>") + body
-                    + QStringLiteral("</body></html>")
-                               : body);
+        const QString body = u"<p>picture <img src=\"pic.png\" alt=\"pic\"></p>"_s;
+        load(wholeDocumentText
+                ? u"<html><head><title>t</title></head><body>"_s + body + u"</body></html>"_s
+                : body);
 
         QTRY_VERIFY_WITH_TIMEOUT(
             [&] {
-                const QVariantList images
-                    = adapterValue(*m_editor, QStringLiteral("images")).toList();
-                return images.size() == 1
-                    && images.first().toMap().value(QStringLiteral("loaded")).toBool();
+                const QVariantList images = adapterValue(*m_editor, u"images"_s).toList();
+                return images.size() == 1 && images.first().toMap().value(u"loaded"_s).toBool();
             }(),
             10000);
 
         const QString html = m_editor->GetHtmlSource();
-        QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
-        QVERIFY2(!html.contains(QStringLiteral("data-vantry")), qPrintable(html));
-        QVERIFY(html.contains(QStringLiteral("src=\"pic.png\"")));
+        QVERIFY2(!html.contains(u"<base"_s, Qt::CaseInsensitive), qPrintable(html));
+        QVERIFY2(!html.contains(u"data-vantry"_s), qPrintable(html));
+        QVERIFY(html.contains(u"src=\"pic.png\""_s));
 
         // Changing the address follows at once, and clearing it removes the editor's tag.
         m_editor->setBaseURL(QString());
-        QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
+        QCOMPARE(adapterValue(*m_editor, u"editorBaseUrl"_s).toString(), QString());
     }
 
-    void fullDocumentKeepsHeadAndBody()
+    void wholeDocumentsReadBackWhole_data()
     {
-        const QString body = QStringLiteral(
+        // base: the editor's BaseURL; front: what the whole read starts with; head: what stands
+        // before its end.
+        columns<QString, QString, QString, QString, QStringList>(
+            "base", "document", "body", "front", "head");
+        const QString head = u"<head><title>T</title></head><body>"_s;
+        const QString body = u"<p>body text</p>"_s;
+        const QString end = u"</body></html>"_s;
+        const QStringList title{u"<title>T</title>"_s};
+        const QString rich = QStringLiteral(
             "<h1 class=\"title\" id=\"top\">Heading &amp; more</h1>"
             "<p style=\"color: red;\" data-x=\"1\">Some <b>bold</b> and <i>italic</i> "
             "text&nbsp;here.</p>"
             "<table border=\"1\"><tbody><tr><td colspan=\"2\">cell</td></tr></tbody></table>"
-            "<!-- a comment -->"
-            "<ul><li>one</li><li>two</li></ul>");
-        m_editor->setReturnFullDocument(true);
-        load(QStringLiteral("<html><head><title>Page title</title>"
-                            "<meta name=\"description\" content=\"about\">"
-                            "<link rel=\"icon\" href=\"favicon.ico\">"
-                            "<link rel=\"stylesheet\" href=\"main.css\">"
-                            "<style>p { margin: 0; }</style></head><body>")
-            + body + QStringLiteral("</body></html>"));
-
-        const QString html = m_editor->GetHtmlSource();
-        const int headStart = html.indexOf(QStringLiteral("<head>"), 0, Qt::CaseInsensitive);
-        const int headEnd = html.indexOf(QStringLiteral("</head>"), 0, Qt::CaseInsensitive);
-        QVERIFY2(headStart >= 0 && headEnd > headStart, qPrintable(html));
-        const QString head = html.mid(headStart, headEnd - headStart);
-        QVERIFY(head.contains(QStringLiteral("<title>Page title</title>")));
-        QVERIFY(head.contains(QStringLiteral("<meta name=\"description\" content=\"about\">")));
-        QVERIFY(head.contains(QStringLiteral("<link rel=\"icon\" href=\"favicon.ico\">")));
-        QVERIFY(head.contains(QStringLiteral("href=\"main.css\"")));
-        QVERIFY(head.contains(QStringLiteral("<style>p { margin: 0; }</style>")));
-        QVERIFY2(html.contains(body), qPrintable(html));
-        QCOMPARE(m_editor->PageTitle(), QStringLiteral("Page title"));
-    }
-
-    void wrappedWholeDocumentKeepsWrapperInBody()
-    {
-        // What the editor hands the surface for a whole document: the default-font division
-        // around it and the BASE tag in front of the HTML start tag.
-        m_editor->setBaseURL(QStringLiteral("file:///site/"));
-        m_editor->setReturnFullDocument(true);
-        load(QStringLiteral("<html><head><title>T</title></head><body><p>body</p></body></html>"));
-        QVERIFY(m_editor->SetHtmlSource().startsWith(
-            fontDivision + QStringLiteral("<BASE HREF=\"file:///site/\"><HTML>")));
-
-        const QString html = m_editor->GetHtmlSource();
-        QVERIFY2(html.startsWith(QStringLiteral("<HTML><head><title>T</title>")), qPrintable(html));
-        QVERIFY2(html.contains(QStringLiteral("<body>") + fontDivision
-                     + QStringLiteral("<p>body</p></div></body>")),
-            qPrintable(html));
-    }
-
-    void textBeforeTheRootStaysInFront_data()
-    {
-        columns<QString, QString, QString>("front", "root", "readBack");
-        row("xml declaration", "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n", "<html>",
-            "<?xml version=\"1.0\" encoding=\"utf-8\"?><html>");
-        row("comment", "<!-- saved by hand -->", "<html lang=\"en\">",
-            "<!-- saved by hand --><html lang=\"en\">");
-        row("conditional comments",
-            "<!DOCTYPE html>\n<!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->\n"
-            "<!--[if gt IE 8]><!--> ",
-            "<html class=\"no-js\"> <!--<![endif]-->",
+            "<!-- a comment --><ul><li>one</li><li>two</li></ul>");
+        row("head and body", QString(),
+            QString(QStringLiteral("<html><head><title>T</title>"
+                                   "<meta name=\"description\" content=\"about\">"
+                                   "<link rel=\"icon\" href=\"favicon.ico\">"
+                                   "<link rel=\"stylesheet\" href=\"main.css\">"
+                                   "<style>p { margin: 0; }</style></head><body>")
+                + rich + end),
+            rich, "<html><head>",
+            QStringList{u"<title>T</title>"_s, u"<meta name=\"description\" content=\"about\">"_s,
+                u"<link rel=\"icon\" href=\"favicon.ico\">"_s, u"href=\"main.css\""_s,
+                u"<style>p { margin: 0; }</style>"_s});
+        // What the editor hands the surface: its BASE tag in front of the HTML start tag.
+        const QString rest = head + body + end;
+        row("editor's base in front", "file:///site/", QString(u"<html>"_s + rest), body,
+            "<HTML><head><title>T</title>", title);
+        row("xml declaration", QString(),
+            QString(u"<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<html>"_s + rest), body,
+            "<?xml version=\"1.0\" encoding=\"utf-8\"?><html>", title);
+        row("comment", QString(), QString(u"<!-- saved by hand --><html lang=\"en\">"_s + rest),
+            body, "<!-- saved by hand --><html lang=\"en\">", title);
+        row("conditional comments", QString(),
+            QString(u"<!DOCTYPE html>\n<!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> "
+                    "<![endif]-->\n<!--[if gt IE 8]><!--> <html class=\"no-js\"> <!--<![endif]-->"_s
+                + rest),
+            body,
             "<!DOCTYPE html><!--[if lt IE 7]> <html class=\"no-js ie6 oldie\"> <![endif]-->"
-            "<!--[if gt IE 8]><!--><html class=\"no-js\"><!--<![endif]--><head>");
+            "<!--[if gt IE 8]><!--><html class=\"no-js\"><!--<![endif]--><head>",
+            title);
     }
 
-    void textBeforeTheRootStaysInFront()
+    void wholeDocumentsReadBackWhole()
     {
-        QFETCH(QString, front);
-        QFETCH(QString, root);
-        QFETCH(QString, readBack);
+        auto [base, document, body, front, head]
+            = fetch<QString, QString, QString, QString, QStringList>(
+                "base", "document", "body", "front", "head");
+        m_editor->setBaseURL(base);
+        load(document);
+        if (!base.isEmpty()) {
+            QVERIFY(m_editor->SetHtmlSource().startsWith(
+                fontDivision + u"<BASE HREF=\"%1\"><HTML>"_s.arg(base)));
+        }
+        QCOMPARE(m_editor->GetHtmlSource(), fontDivision + body + u"</div>"_s);
+        QCOMPARE(m_editor->PageTitle(), u"T"_s);
 
-        load(front + root
-            + QStringLiteral("<head><title>T</title></head><body><p>body text</p>"
-                             "</body></html>"));
-        QCOMPARE(
-            m_editor->GetHtmlSource(), fontDivision + QStringLiteral("<p>body text</p></div>"));
         m_editor->setReturnFullDocument(true);
         const QString html = m_editor->GetHtmlSource();
-        QVERIFY2(html.startsWith(readBack), qPrintable(html));
-        QVERIFY2(html.contains(QStringLiteral("<title>T</title></HEAD><body>") + fontDivision
-                     + QStringLiteral("<p>body text</p></div></body></html>")),
+        QVERIFY2(html.startsWith(front), qPrintable(html));
+        const qsizetype headEnd = html.indexOf(u"</head>"_s, 0, Qt::CaseInsensitive);
+        for (const QString &part : std::as_const(head))
+            QVERIFY2(html.left(headEnd).contains(part), qPrintable(html));
+        QVERIFY2(html.mid(headEnd).startsWith(
+                     u"</HEAD><body>"_s + fontDivision + body + u"</div></body></html>"_s),
             qPrintable(html));
     }
 
@@ -279,11 +265,11 @@ private Q_SLOTS:
     {
         // Settings reset without side effects leave BaseURL empty: the old address is no
         // longer the editor's.
-        m_editor->setBaseURL(QStringLiteral("file:///old/"));
+        m_editor->setBaseURL(u"file:///old/"_s);
         m_editor->InitProperties();
         m_editor->setReturnFullDocument(true);
-        load(QStringLiteral("<html><head><title>T</title></head><body><p>x</p></body></html>"));
-        QVERIFY2(!m_editor->GetHtmlSource().contains(QStringLiteral("file:///old/")),
+        load(u"<html><head><title>T</title></head><body><p>x</p></body></html>"_s);
+        QVERIFY2(!m_editor->GetHtmlSource().contains(u"file:///old/"_s),
             qPrintable(m_editor->GetHtmlSource()));
 
         // A page saved with the editor's BASE in front of its root, opened while BaseURL is
@@ -291,43 +277,38 @@ private Q_SLOTS:
         QTemporaryDir dir;
         QVERIFY(!pngIn(dir).isEmpty());
         const QString own = QUrl::fromLocalFile(dir.path() + QLatin1Char('/')).toString();
-        load(QStringLiteral("<BASE HREF=\"") + own
+        load(u"<BASE HREF=\""_s + own
             + QStringLiteral("\"><HTML><head><title>A</title></head>"
                              "<body><p><img src=\"pic.png\"></p></body></HTML>"));
-        QCOMPARE(imageUrl(), own + QStringLiteral("pic.png"));
+        QCOMPARE(imageUrl(), own + u"pic.png"_s);
 
         load(QStringLiteral("<html><head><title>B</title></head>"
                             "<body><p><img src=\"pic.png\"></p></body></html>"));
         QVERIFY2(!imageUrl().startsWith(own), qPrintable(imageUrl()));
         const QString html = m_editor->GetHtmlSource();
-        QVERIFY2(!html.contains(QStringLiteral("<base"), Qt::CaseInsensitive), qPrintable(html));
-        QCOMPARE(adapterValue(*m_editor, QStringLiteral("editorBaseUrl")).toString(), QString());
+        QVERIFY2(!html.contains(u"<base"_s, Qt::CaseInsensitive), qPrintable(html));
+        QCOMPARE(adapterValue(*m_editor, u"editorBaseUrl"_s).toString(), QString());
     }
 
     void loadIsCompleteWhileASheetHangs_data()
     {
         columns<bool, QString, QString>("fullDocument", "text", "expected");
-        const QString link = QStringLiteral("<link rel=\"stylesheet\" href=\"%1\">");
-        const QString body = QStringLiteral("<p>after the link</p>");
+        const QString link = u"<link rel=\"stylesheet\" href=\"%1\">"_s;
+        const QString body = u"<p>after the link</p>"_s;
         // Read back without the link: the exchange moves style-sheet links to the head.
-        row("fragment", false, link + body,
-            QString(fontDivision + body + QStringLiteral("</div>")));
+        row("fragment", false, link + body, QString(fontDivision + body + u"</div>"_s));
         row("document, link in head", true,
-            QString(QStringLiteral("<html><head>") + link + QStringLiteral("</head><body>") + body
-                + QStringLiteral("</body></html>")),
-            QString(
-                QStringLiteral("<body>") + fontDivision + body + QStringLiteral("</div></body>")));
+            QString(u"<html><head>"_s + link + u"</head><body>"_s + body + u"</body></html>"_s),
+            QString(u"<body>"_s + fontDivision + body + u"</div></body>"_s));
         row("document, link in body", true,
-            QString(QStringLiteral("<html><head></head><body>") + link + body
-                + QStringLiteral("</body></html>")),
-            QString(fontDivision + body + QStringLiteral("</div></body>")));
+            QString(u"<html><head></head><body>"_s + link + body + u"</body></html>"_s),
+            QString(fontDivision + body + u"</div></body>"_s));
     }
 
     void loadIsCompleteWhileASheetHangs()
     {
-        QFETCH(bool, fullDocument);
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
+        auto [fullDocument, text, expected]
+            = fetch<bool, QString, QString>("fullDocument", "text", "expected");
 
         // Accepts the request for the sheet and never answers it.
         QTcpServer server;
@@ -339,8 +320,7 @@ private Q_SLOTS:
                 ++requests;
             }
         });
-        const QString sheet
-            = QStringLiteral("http://127.0.0.1:%1/slow.css").arg(server.serverPort());
+        const QString sheet = u"http://127.0.0.1:%1/slow.css"_s.arg(server.serverPort());
         text = text.arg(sheet);
 
         m_editor->setReturnFullDocument(fullDocument);
@@ -353,7 +333,7 @@ private Q_SLOTS:
         load(text);
         disconnect(connection);
         QVERIFY2(html.contains(expected), qPrintable(html));
-        QVERIFY2(plain.contains(QStringLiteral("after the link")), qPrintable(plain));
+        QVERIFY2(plain.contains(u"after the link"_s), qPrintable(plain));
         // The sheet was asked for: the load went past it without waiting.
         QTRY_VERIFY(requests > 0);
     }
@@ -374,13 +354,12 @@ private Q_SLOTS:
         const QString html = m_editor->GetHtmlSource();
         QVERIFY(html.size() > body.size());
         QVERIFY(html.contains(body));
-        QVERIFY(html.endsWith(QStringLiteral("</p></div>")));
+        QVERIFY(html.endsWith(u"</p></div>"_s));
     }
 
     void failedCallsLeaveATrace_data()
     {
         columns<QString, int, int, QString>("operation", "timeout", "level", "trace");
-
         row("refused by the adapter", "noSuchOperation", 10000, int(QtDebugMsg),
             "^noSuchOperation failed: ");
         row("no answer in time", "busy", 50, int(QtWarningMsg), "^busy timed out");
@@ -388,15 +367,13 @@ private Q_SLOTS:
 
     void failedCallsLeaveATrace()
     {
-        QFETCH(QString, operation);
-        QFETCH(int, timeout);
-        QFETCH(int, level);
-        QFETCH(QString, trace);
+        auto [operation, timeout, level, trace]
+            = fetch<QString, int, int, QString>("operation", "timeout", "level", "trace");
 
-        load(QStringLiteral("<p>text</p>"));
-        QLoggingCategory::setFilterRules(QStringLiteral("vantry.bridge.debug=true"));
-        const auto restore = qScopeGuard(
-            [] { QLoggingCategory::setFilterRules(QStringLiteral("vantry.*.debug=false")); });
+        load(u"<p>text</p>"_s);
+        QLoggingCategory::setFilterRules(u"vantry.bridge.debug=true"_s);
+        const auto restore
+            = qScopeGuard([] { QLoggingCategory::setFilterRules(u"vantry.*.debug=false"_s); });
         QTest::ignoreMessage(QtMsgType(level), QRegularExpression(trace));
         QVERIFY(!surfaceOf(*m_editor)->call(operation, {}, std::chrono::milliseconds(timeout)).ok);
     }
@@ -408,9 +385,9 @@ private Q_SLOTS:
         VantryTest::TinyHttpServer elsewhere;
         QVERIFY(site.start());
         QVERIFY(elsewhere.start());
-        site.serve(QStringLiteral("/style.css"), {"text/css", "p { color: red }"});
+        site.serve(u"/style.css"_s, {"text/css", "p { color: red }"});
         const QString other = elsewhere.url(QString());
-        m_editor->setBaseURL(site.url(QStringLiteral("/")));
+        m_editor->setBaseURL(site.url(u"/"_s));
         m_editor->setReturnFullDocument(true);
         load(QStringLiteral("<html><head>"
                             "<link rel=\"stylesheet\" href=\"style.css\">"
@@ -424,16 +401,15 @@ private Q_SLOTS:
                             "</head><body><p>text</p><img src=\"shown.png\"></body></html>")
                  .arg(other, hintLinks.join(QString())));
 
-        QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/style.css"))
-                && site.requests.contains(QStringLiteral("/shown.png")),
+        QTRY_VERIFY_WITH_TIMEOUT(
+            site.requests.contains(u"/style.css"_s) && site.requests.contains(u"/shown.png"_s),
             10000);
         // Whatever else was coming has the time to arrive.
         QVERIFY(!QTest::qWaitFor(
             [&] { return site.requests.size() > 2 || elsewhere.connections > 0; }, 500));
         QStringList requests = site.requests;
         requests.sort();
-        QCOMPARE(
-            requests, (QStringList{QStringLiteral("/shown.png"), QStringLiteral("/style.css")}));
+        QCOMPARE(requests, (QStringList{u"/shown.png"_s, u"/style.css"_s}));
         QCOMPARE(elsewhere.connections, 0);
         QCOMPARE(elsewhere.requests, QStringList());
 
@@ -445,9 +421,9 @@ private Q_SLOTS:
             QVERIFY2(html.contains(link), qPrintable(html));
             QVERIFY2(head.contains(link), qPrintable(head));
         }
-        const Platform::Element hint = surface->elementsByTagName(QStringLiteral("link")).value(1);
+        const Platform::Element hint = surface->elementsByTagName(u"link"_s).value(1);
         QCOMPARE(surface->outerHTML(hint), hintLinks.first());
-        QCOMPARE(surface->attribute(hint, QStringLiteral("rel")), QStringLiteral("preload"));
+        QCOMPARE(surface->attribute(hint, u"rel"_s), u"preload"_s);
     }
 
     void hintsAddedLaterFetchNothing_data()
@@ -463,47 +439,42 @@ private Q_SLOTS:
     // beside the hint shows when the hint would have gone out.
     void hintsAddedLaterFetchNothing()
     {
-        QFETCH(QString, way);
+        const QString way = std::get<0>(fetch<QString>("way"));
         QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
         VantryTest::TinyHttpServer site;
         QVERIFY(site.start());
-        m_editor->setBaseURL(site.url(QStringLiteral("/")));
-        load(QStringLiteral("<p>one XX two</p>"));
+        m_editor->setBaseURL(site.url(u"/"_s));
+        load(u"<p>one XX two</p>"_s);
         auto *surface = surfaceOf(*m_editor);
-        const QString link
-            = QStringLiteral("<link as=\"image\" rel=\"preload\" href=\"late.png\">");
-        const QString added
-            = QStringLiteral("<b>added</b>") + link + QStringLiteral("<img src=\"shown.png\">");
+        const QString link = u"<link as=\"image\" rel=\"preload\" href=\"late.png\">"_s;
+        const QString added = u"<b>added</b>"_s + link + u"<img src=\"shown.png\">"_s;
 
         if (way == QLatin1String("source")) {
-            m_editor->ToggleDesignSourceView(QStringLiteral("source"));
+            m_editor->ToggleDesignSourceView(u"source"_s);
             auto *source = m_editor->findChild<Platform::SourceEditor *>();
             QVERIFY(source);
-            source->setText(source->text().replace(QStringLiteral("XX"), added));
-            m_editor->ToggleDesignSourceView(QStringLiteral("design"));
+            source->setText(source->text().replace(u"XX"_s, added));
+            m_editor->ToggleDesignSourceView(u"design"_s);
         } else if (way == QLatin1String("attributes")) {
-            const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
-            const Platform::Element late = surface->createElement(QStringLiteral("link"));
-            surface->setAttribute(late, QStringLiteral("as"), QStringLiteral("image"));
-            surface->setAttribute(late, QStringLiteral("rel"), QStringLiteral("preload"));
-            surface->setAttribute(late, QStringLiteral("href"), QStringLiteral("late.png"));
-            const Platform::Element image = surface->createElement(QStringLiteral("img"));
-            surface->setAttribute(image, QStringLiteral("src"), QStringLiteral("shown.png"));
+            const Platform::Element p = surface->elementsByTagName(u"p"_s).value(0);
+            const Platform::Element late = surface->createElement(u"link"_s);
+            surface->setAttribute(late, u"as"_s, u"image"_s);
+            surface->setAttribute(late, u"rel"_s, u"preload"_s);
+            surface->setAttribute(late, u"href"_s, u"late.png"_s);
+            const Platform::Element image = surface->createElement(u"img"_s);
+            surface->setAttribute(image, u"src"_s, u"shown.png"_s);
             QVERIFY(surface->appendChild(p, late) && surface->appendChild(p, image));
         } else if (way == QLatin1String("inner")) {
-            const Platform::Element p = surface->elementsByTagName(QStringLiteral("p")).value(0);
-            QVERIFY(
-                surface->setInnerHTML(p, QStringLiteral("one ") + added + QStringLiteral(" two")));
+            const Platform::Element p = surface->elementsByTagName(u"p"_s).value(0);
+            QVERIFY(surface->setInnerHTML(p, u"one "_s + added + u" two"_s));
         } else {
-            QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
-                {QStringLiteral("XX"), QStringLiteral("XX")})
-                        .toBool());
+            QVERIFY(adapterValue(*m_editor, u"selectBetween"_s, {u"XX"_s, u"XX"_s}).toBool());
             m_editor->InsertHTML(added);
         }
 
-        QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(QStringLiteral("/shown.png")), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(site.requests.contains(u"/shown.png"_s), 10000);
         QVERIFY(!QTest::qWaitFor([&] { return site.requests.size() > 1; }, 300));
-        QCOMPARE(site.requests, QStringList{QStringLiteral("/shown.png")});
+        QCOMPARE(site.requests, QStringList{u"/shown.png"_s});
         const QString html = m_editor->GetHtmlSource();
         QVERIFY2(html.contains(link), qPrintable(html));
     }
@@ -512,7 +483,7 @@ private Q_SLOTS:
     // fails at once, and the status refresh the notification asks for still comes, answered.
     void nothingWaitsInsideANotificationDelivery()
     {
-        load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
+        load(u"<p>lorem <b>ipsum</b></p>"_s);
         auto *surface = surfaceOf(*m_editor);
         auto *notifier = surface->findChild<Platform::SurfaceNotifier *>();
         QVERIFY(notifier);
@@ -530,17 +501,15 @@ private Q_SLOTS:
                     return;
                 QElapsedTimer clock;
                 clock.start();
-                QVERIFY(!surface->call(QStringLiteral("title")).ok);
+                QVERIFY(!surface->call(u"title"_s).ok);
                 took = clock.elapsed();
             },
             Qt::DirectConnection);
-        QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
-            {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
-                    .toBool());
+        QVERIFY(adapterValue(*m_editor, u"selectBetween"_s, {u"ipsum"_s, u"ipsum"_s}).toBool());
         QTRY_VERIFY(took >= 0);
         disconnect(connection);
         // Far below the bridge's bound: a freeze detector, not a measurement.
-        QVERIFY2(took < 2000, qPrintable(QStringLiteral("waited %1 ms").arg(took)));
+        QVERIFY2(took < 2000, qPrintable(u"waited %1 ms"_s.arg(took)));
         QTRY_VERIFY_WITH_TIMEOUT(boldPressed, 15000);
         disconnect(m_editor.get(), nullptr, this, nullptr);
     }
@@ -551,7 +520,7 @@ private Q_SLOTS:
     // reads the document from the state signal gets its answer at once.
     void displayChangesUpdateTheToolbarWithoutWaiting()
     {
-        load(QStringLiteral("<p>lorem <b>ipsum</b></p>"));
+        load(u"<p>lorem <b>ipsum</b></p>"_s);
         bool boldPressed = false;
         bool reading = false;
         qint64 readTook = -1;
@@ -569,9 +538,7 @@ private Q_SLOTS:
                 reading = false;
                 readTook = clock.elapsed();
             });
-        QVERIFY(adapterValue(*m_editor, QStringLiteral("selectBetween"),
-            {QStringLiteral("ipsum"), QStringLiteral("ipsum")})
-                    .toBool());
+        QVERIFY(adapterValue(*m_editor, u"selectBetween"_s, {u"ipsum"_s, u"ipsum"_s}).toBool());
 
         int deepestWait = 0;
         // The host's own read waits, as every read does; nothing else may.
@@ -590,13 +557,11 @@ private Q_SLOTS:
     // Every operation name and command id the C++ side sends is one the loaded adapter offers.
     void adapterOffersWhatTheSurfaceCalls()
     {
-        const QStringList operations
-            = adapterValue(*m_editor, QStringLiteral("operationNames")).toStringList();
+        const QStringList operations = adapterValue(*m_editor, u"operationNames"_s).toStringList();
         for (const QLatin1StringView name : Platform::AdapterOperation::all)
             QVERIFY2(operations.contains(name), name.data());
 
-        const QVariantList commands
-            = adapterValue(*m_editor, QStringLiteral("commandIds")).toList();
+        const QVariantList commands = adapterValue(*m_editor, u"commandIds"_s).toList();
         QList<int> used = Commands::SelectionState::queriedCommands();
         for (int number = 1; number <= 56; ++number) {
             // Commands that prompt open our own dialogs instead.
@@ -617,9 +582,8 @@ private:
 
     QString imageUrl()
     {
-        const QVariantList images = adapterValue(*m_editor, QStringLiteral("images")).toList();
-        return images.size() == 1 ? images.first().toMap().value(QStringLiteral("url")).toString()
-                                  : QString();
+        const QVariantList images = adapterValue(*m_editor, u"images"_s).toList();
+        return images.size() == 1 ? images.first().toMap().value(u"url"_s).toString() : QString();
     }
 
     std::unique_ptr<HTMLEditorComponent> m_editor;

@@ -11,9 +11,6 @@ using Platform::Element;
 using Platform::SelectionType;
 using Platform::TextRange;
 using Platform::TextUnit;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
 
 class tst_TextRanges : public VantryTest::SurfaceFixture
 {

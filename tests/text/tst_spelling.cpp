@@ -11,9 +11,7 @@
 
 using Vantry::Platform::Dictionaries;
 using namespace Vantry::Text;
-using VantryTest::columns;
-using VantryTest::fetch;
-using VantryTest::row;
+using namespace Qt::StringLiterals;
 
 class tst_Spelling : public QObject
 {
@@ -83,17 +81,16 @@ private Q_SLOTS:
     void dictionaryForLanguage()
     {
         auto [tag, expected] = fetch<QString, QString>("tag", "expected");
-        const QStringList installed{QStringLiteral("de_AT"), QStringLiteral("de_DE"),
-            QStringLiteral("en_GB"), QStringLiteral("en_US")};
+        const QStringList installed{u"de_AT"_s, u"de_DE"_s, u"en_GB"_s, u"en_US"_s};
         QCOMPARE(Vantry::Text::dictionaryForLanguage(tag, installed), expected);
     }
 
     void sentenceAround()
     {
-        const QString text = QStringLiteral("First one. The wrod is here! Last one.");
+        const QString text = u"First one. The wrod is here! Last one."_s;
         const WordInContext context = Vantry::Text::sentenceAround(text, {15, 4});
-        QCOMPARE(context.sentence, QStringLiteral("The wrod is here!"));
-        QCOMPARE(context.sentence.mid(context.wordStart, 4), QStringLiteral("wrod"));
+        QCOMPARE(context.sentence, u"The wrod is here!"_s);
+        QCOMPARE(context.sentence.mid(context.wordStart, 4), u"wrod"_s);
     }
 
     void dictionariesCheckAndSuggest_data()
@@ -112,10 +109,9 @@ private Q_SLOTS:
         auto [dictionary, word, correct, suggested]
             = fetch<QString, QString, bool, QString>("dictionary", "word", "correct", "suggested");
         QTemporaryDir dir;
-        Dictionaries dictionaries(
-            Dictionaries::defaultFolders(), dir.filePath(QStringLiteral("w")));
-        QVERIFY(dictionaries.installed().contains(QStringLiteral("en_US")));
-        QVERIFY(dictionaries.installed().contains(QStringLiteral("de_DE")));
+        Dictionaries dictionaries(Dictionaries::defaultFolders(), dir.filePath(u"w"_s));
+        QVERIFY(dictionaries.installed().contains(u"en_US"_s));
+        QVERIFY(dictionaries.installed().contains(u"de_DE"_s));
         QCOMPARE(dictionaries.isCorrect(dictionary, word), correct);
         if (!suggested.isEmpty())
             QVERIFY2(dictionaries.suggestions(dictionary, word).contains(suggested),
@@ -125,24 +121,24 @@ private Q_SLOTS:
     void personalWordsPersistAndUnreadableListIsReported()
     {
         QTemporaryDir dir;
-        const QString list = dir.filePath(QStringLiteral("sub/words.txt"));
-        const QString word = QStringLiteral("Vantryish");
+        const QString list = dir.filePath(u"sub/words.txt"_s);
+        const QString word = u"Vantryish"_s;
         {
             Dictionaries dictionaries(Dictionaries::defaultFolders(), list);
-            QVERIFY(!dictionaries.isCorrect(QStringLiteral("en_US"), word));
+            QVERIFY(!dictionaries.isCorrect(u"en_US"_s, word));
             QVERIFY(dictionaries.addPersonal(word));
-            QVERIFY(dictionaries.isCorrect(QStringLiteral("en_US"), word));
+            QVERIFY(dictionaries.isCorrect(u"en_US"_s, word));
         }
         Dictionaries again(Dictionaries::defaultFolders(), list);
-        QVERIFY(again.isCorrect(QStringLiteral("en_US"), word));
+        QVERIFY(again.isCorrect(u"en_US"_s, word));
         QVERIFY(again.removePersonal(word));
-        QVERIFY(!again.isCorrect(QStringLiteral("en_US"), word));
+        QVERIFY(!again.isCorrect(u"en_US"_s, word));
 
         // A list in a place that cannot be written: the word still counts for the session.
-        Dictionaries blocked(Dictionaries::defaultFolders(), list + QStringLiteral("/in/a/file"));
+        Dictionaries blocked(Dictionaries::defaultFolders(), list + u"/in/a/file"_s);
         QVERIFY(!blocked.addPersonal(word));
         QVERIFY(blocked.lastError().contains(QLatin1String("cannot be written")));
-        QVERIFY(blocked.isCorrect(QStringLiteral("en_US"), word));
+        QVERIFY(blocked.isCorrect(u"en_US"_s, word));
     }
 
 private:
