@@ -230,13 +230,29 @@
     }
 
     // Writes the collected hits from the last to the first, each as its own data change,
-    // so that the offsets of those before it, and ranges other code holds, stay right.
-    // Returns a function that maps a position of the unchanged text after the last hit,
-    // and the start of the last replacement.
+    // so that the offsets of those before it, and ranges other code holds, stay right. The
+    // undo step gets one record per node, made here. Returns a function that maps a
+    // position of the unchanged text after the last hit, and the start of the last
+    // replacement.
     function writeHits(hits, length, text) {
         const { nodes, offsets } = hits;
-        for (let i = nodes.length - 1; i >= 0; --i)
-            nodes[i].replaceData(offsets[i], length, text);
+        const records = [];
+        for (let i = 0; i < nodes.length;) {
+            const node = nodes[i], data = node.data;
+            const parts = [];
+            let at = 0;
+            for (; i < nodes.length && nodes[i] === node; ++i) {
+                parts.push(data.slice(at, offsets[i]), text);
+                at = offsets[i] + length;
+            }
+            parts.push(data.slice(at));
+            records.push({ type: 'characterData', target: node, oldValue: data,
+                           newValue: parts.join('') });
+        }
+        V.recordWrites(records, () => {
+            for (let i = nodes.length - 1; i >= 0; --i)
+                nodes[i].replaceData(offsets[i], length, text);
+        });
         const last = nodes.length - 1;
         const shift = text.length - length;
         let before = 0;
