@@ -473,8 +473,8 @@ private Q_SLOTS:
             "ipsum a ipsum\r\nb ipsum", "ipsum a ipsum\r\nb ");
         row("replacement holds the text", "<p>lorem x lorem</p>", "lorem", "lorem lorem",
             "lorem lorem x lorem lorem", "lorem lorem x ");
-        row("several hits in one node", "<p>a lorem, b lorem c <i>d</i> lorem e</p>", "lorem",
-            "xy", "a xy, b xy c d xy e", "a xy, b xy c d ");
+        row("several hits in one node", "<p>a lorem, b lorem c <i>d</i> lorem e</p>", "lorem", "xy",
+            "a xy, b xy c d xy e", "a xy, b xy c d ");
         row("no hit", "<p>dolor</p>", "lorem", "ipsum", "dolor", "");
         row("never in scripts", "<p>lorem</p><script>lorem()</script><p>xlorem</p>", "lorem",
             "ipsum", "ipsum\r\nxipsum", "ipsum\r\nx");
@@ -482,13 +482,15 @@ private Q_SLOTS:
             "x, x", "x, ");
         row("one hit per word", "<p>aaaa aa</p>", "aa", "b", "baa b", "baa ");
         // The word move after a removal starts on what now reads first in the line.
-        row("empty replacement", "<p>lorem lorem, a lorem</p>", "lorem", "", "lorem, a", "lorem, a");
+        row("empty replacement", "<p>lorem lorem, a lorem</p>", "lorem", "", "lorem, a",
+            "lorem, a");
     }
 
     void replaceAllTextReturnsFalseWhenDone()
     {
-        auto [body, find, replacement, text, caret] = fetch<QString, QString, QString, QString,
-            QString>("body", "find", "replacement", "text", "caret");
+        auto [body, find, replacement, text, caret]
+            = fetch<QString, QString, QString, QString, QString>(
+                "body", "find", "replacement", "text", "caret");
         load(body);
         QVERIFY(!m_editor->ReplaceAllText(find, replacement));
         QVERIFY(!m_surface->lastCallFailed());

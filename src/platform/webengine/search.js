@@ -191,8 +191,7 @@
     // rewrites right. Else the hits' nodes and offsets in document order, and the bounds
     // the loop would end on (in the unchanged text).
     function collectHits(reader, copy, s, e, needle) {
-        let limit = reader.isEmptyBetween(s, e) ? null : e;
-        let hit = search(reader, s, limit, needle);
+        let hit = search(reader, s, reader.isEmptyBetween(s, e) ? null : e, needle);
         const nodes = [], offsets = [];
         while (hit) {
             s = hit.s;
