@@ -463,28 +463,37 @@ private Q_SLOTS:
 
     void replaceAllTextReturnsFalseWhenDone_data()
     {
-        columns<QString, QString, QString, QString>("body", "find", "replacement", "text");
+        // caret: the text up to the caret, which stands before the last replacement.
+        columns<QString, QString, QString, QString, QString>(
+            "body", "find", "replacement", "text", "caret");
         row("every hit", "<p>lorem a Lorem</p><p>b lo<b>rem</b></p>", "lorem", "ipsum",
-            "ipsum a ipsum\r\nb ipsum");
+            "ipsum a ipsum\r\nb ipsum", "ipsum a ipsum\r\nb ");
         row("replacement holds the text", "<p>lorem x lorem</p>", "lorem", "lorem lorem",
-            "lorem lorem x lorem lorem");
-        row("no hit", "<p>dolor</p>", "lorem", "ipsum", "dolor");
+            "lorem lorem x lorem lorem", "lorem lorem x ");
+        row("several hits in one node", "<p>a lorem, b lorem c <i>d</i> lorem e</p>", "lorem", "xy",
+            "a xy, b xy c d xy e", "a xy, b xy c d ");
+        row("no hit", "<p>dolor</p>", "lorem", "ipsum", "dolor", "");
         row("never in scripts", "<p>lorem</p><script>lorem()</script><p>xlorem</p>", "lorem",
-            "ipsum", "ipsum\r\nxipsum");
+            "ipsum", "ipsum\r\nxipsum", "ipsum\r\nx");
         row("text with a space", "<p>lorem \n ipsum, lorem <b>ipsum</b></p>", "lorem ipsum", "x",
-            "x, x");
-        row("one hit per word", "<p>aaaa aa</p>", "aa", "b", "baa b");
+            "x, x", "x, ");
+        row("one hit per word", "<p>aaaa aa</p>", "aa", "b", "baa b", "baa ");
+        // The word move after a removal starts on what now reads first in the line.
+        row("empty replacement", "<p>lorem lorem, a lorem</p>", "lorem", "", "lorem, a",
+            "lorem, a");
     }
 
     void replaceAllTextReturnsFalseWhenDone()
     {
-        auto [body, find, replacement, text]
-            = fetch<QString, QString, QString, QString>("body", "find", "replacement", "text");
+        auto [body, find, replacement, text, caret]
+            = fetch<QString, QString, QString, QString, QString>(
+                "body", "find", "replacement", "text", "caret");
         load(body);
         QVERIFY(!m_editor->ReplaceAllText(find, replacement));
         QVERIFY(!m_surface->lastCallFailed());
         QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), text);
         QVERIFY(!m_surface->bodyInnerHTML().contains(QStringLiteral("<script>ipsum")));
+        QCOMPARE(textUpToSelectionEnd(), caret);
     }
 
     void inSelectionMethodsRefuseAControl_data()

@@ -345,7 +345,26 @@
         }
     }
 
+    // For an operation that knows what it changes: files its own records (character data:
+    // target, oldValue, newValue) in the step and runs write unobserved, sparing the
+    // observer a record for each of many small edits.
+    function recordWrites(records, write) {
+        if (!recording)
+            return write();
+        delivered.push(...observer.takeRecords());
+        for (const rec of records)
+            delivered.push(Object.assign(rec, { filed: true }));
+        observer.disconnect();
+        try {
+            return write();
+        } finally {
+            observer.observe(document.documentElement, OBSERVE);
+        }
+    }
+
     function snapshotRecord(m) {
+        if (m.filed)
+            return m;
         const rec = { type: m.type, target: m.target };
         if (m.type === 'attributes') {
             rec.name = m.attributeName;
@@ -829,6 +848,7 @@
     V.defineCommand = defineCommand;
     V.recorded = recorded;
     V.startRecording = startRecording;
+    V.recordWrites = recordWrites;
     V.selectionRange = selectionRange;
     V.selectedElement = selectedElement;
     V.caretElement = caretElement;

@@ -14,6 +14,8 @@
 
     // ---- finding --------------------------------------------------------------------------
 
+    const LINE_ENDS = /\r\n|\r|\n/;
+
     const lowerCache = new Map();
     function foldCase(code) {
         if (code < 128)
@@ -160,13 +162,117 @@
 
     // ---- replace all ----------------------------------------------------------------------
 
+    // The next hit from p (no limit) for a needle with a skipper: straight from the text
+    // nodes' data while hits lie inside one node, the reader's search for what does not.
+    function nextHit(reader, p, needle) {
+        if (p.t !== 1)
+            return search(reader, p, null, needle);
+        const m = needle.codes.length, skip = needle.skip;
+        let n = p.n, k = p.k;
+        for (;;) {
+            const data = n.data;
+            k = skip(data, k);
+            if (k + m <= data.length)
+                return { s: { t: 1, n: n, k: k }, e: { t: 1, n: n, k: k + m } };
+            if (k < data.length)
+                return search(reader, { t: 1, n: n, k: k }, null, needle);
+            const next = reader.nextCandidate(n, skip);
+            if (!next)
+                return null;
+            n = next.n;
+            k = next.k;
+        }
+    }
+
+    // Every hit of the loop below, found on the unchanged text, for a needle that starts
+    // with a word character and holds no white space and a replacement of one line that
+    // ends in a character: then what the loop reads after a replacement is the text that
+    // followed the hit. Null as soon as a hit spans text nodes, which only the loop
+    // rewrites right. Else the hits' nodes and offsets in document order, and the bounds
+    // the loop would end on (in the unchanged text).
+    function collectHits(reader, copy, s, e, needle) {
+        let hit = search(reader, s, reader.isEmptyBetween(s, e) ? null : e, needle);
+        const nodes = [], offsets = [];
+        while (hit) {
+            s = hit.s;
+            e = hit.e;
+            if (s.t !== 1 || e.t !== 1 || s.n !== e.n)
+                return null;
+            if (!contains(reader, copy, s, e)) {
+                s = e = moveBy(reader, s, 'word', 1).p;
+                break;
+            }
+            nodes.push(s.n);
+            offsets.push(s.k);
+            // A word character right after the hit sends the loop on past its word; the
+            // search may start at the word's end instead, as only white space and breaks
+            // can lie between that and the next word.
+            const data = e.n.data;
+            let k = e.k;
+            let code = k < data.length ? data.charCodeAt(k) : -1;
+            if (code < 0) {
+                const c = reader.cursor(e);
+                code = c.next() === CHAR ? c.node.data.charCodeAt(c.off) : 32;
+            }
+            let from = e;
+            if (!isSpace(code) && wordClass(code) === WORD_CLASS) {
+                while (k < data.length && !isSpace(data.charCodeAt(k))
+                       && wordClass(data.charCodeAt(k)) === WORD_CLASS)
+                    ++k;
+                from = k < data.length ? { t: 1, n: e.n, k: k } : moveBy(reader, e, 'word', 1).p;
+            }
+            hit = nextHit(reader, from, needle);
+            if (!hit)
+                s = e = from === e ? e : moveBy(reader, e, 'word', 1).p;
+        }
+        return { nodes: nodes, offsets: offsets, s: s, e: e };
+    }
+
+    // Writes the collected hits from the last to the first, each as its own data change,
+    // so that the offsets of those before it, and ranges other code holds, stay right. The
+    // undo step gets one record per node, made here. Returns a function that maps a
+    // position of the unchanged text after the last hit, and the start of the last
+    // replacement.
+    function writeHits(hits, length, text) {
+        const { nodes, offsets } = hits;
+        const records = [];
+        for (let i = 0; i < nodes.length;) {
+            const node = nodes[i], data = node.data;
+            const parts = [];
+            let at = 0;
+            for (; i < nodes.length && nodes[i] === node; ++i) {
+                parts.push(data.slice(at, offsets[i]), text);
+                at = offsets[i] + length;
+            }
+            parts.push(data.slice(at));
+            records.push({ type: 'characterData', target: node, oldValue: data,
+                           newValue: parts.join('') });
+        }
+        V.recordWrites(records, () => {
+            for (let i = nodes.length - 1; i >= 0; --i)
+                nodes[i].replaceData(offsets[i], length, text);
+        });
+        const last = nodes.length - 1;
+        const shift = text.length - length;
+        let before = 0;
+        for (let i = last - 1; i >= 0 && nodes[i] === nodes[last]; --i)
+            ++before;
+        const map = p => {
+            if (p.t !== 1 || p.n !== nodes[last] || p.k < offsets[last] + length)
+                return p;
+            return { t: 1, n: p.n, k: p.k + shift * (before + 1) };
+        };
+        return { map: map, lastStart: { t: 1, n: nodes[last], k: offsets[last] + shift * before } };
+    }
+
     // The whole replace-all loop in one call (a round trip per hit would cost seconds on a
     // large document). It repeats the single steps: find, accept a hit inside the kept
     // selection copy, select and replace it, move on a word. The pass starts at the
     // selection's start, so by the first hit beyond its end it has seen all of it; going
     // back to the start from there could only find the loop's own replacements again,
     // which never end when the replacement holds the searched text. The visible selection
-    // is set once, at the end, where the last select would have left it.
+    // is set once, at the end, where the last select would have left it. Where the hits
+    // can be found before anything changes, they are, and written afterwards.
     function replaceAll(inSelection, find, replacement) {
         const root = body();
         if (inSelection && currentControl())
@@ -181,53 +287,68 @@
         let s = startPos(root, initial), e = endPos(root, initial);
         let lastReplaced = null;
         let replaced = 0;
+        let found = false;
 
-        const findHere = () => {
-            const limit = reader.isEmptyBetween(s, e) ? null : e;
-            const hit = search(reader, s, limit, needle);
-            if (hit) {
-                s = hit.s;
-                e = hit.e;
-            }
-            return hit !== null;
-        };
         // Right after replacement text that ends in a character, the word move can be left
         // out when what follows is no word character: up to the next word's start there is
         // then nothing a needle starting with a word character could match, so the next
         // search finds the same hit from here.
         const wordNeedle = needle.codes.length > 0 && wordClass(needle.codes[0]) === WORD_CLASS;
         const endsInCharacter = text.length > 0 && !isSpace(text.charCodeAt(text.length - 1));
-        let afterReplacement = false;
-        const advance = () => {
-            if (afterReplacement && wordNeedle && endsInCharacter) {
-                const c = reader.cursor(s);
-                const code = c.next() === CHAR ? c.node.data.charCodeAt(c.off) : 32;
-                if (isSpace(code) || wordClass(code) !== WORD_CLASS) {
-                    e = s;
-                    return;
+        const hits = needle.skip && wordNeedle && endsInCharacter && !LINE_ENDS.test(text)
+                     ? collectHits(reader, copy, s, e, needle) : null;
+        if (hits) {
+            replaced = hits.nodes.length;
+            s = hits.s;
+            e = hits.e;
+            if (replaced) {
+                const written = writeHits(hits, needle.codes.length, text);
+                s = written.map(s);
+                e = written.map(e);
+                lastReplaced = written.lastStart;
+            }
+        } else {
+            const findHere = () => {
+                const limit = reader.isEmptyBetween(s, e) ? null : e;
+                const hit = search(reader, s, limit, needle);
+                if (hit) {
+                    s = hit.s;
+                    e = hit.e;
                 }
-            }
-            s = e = moveBy(reader, s, 'word', 1).p;
-        };
-        // The range ends up after the new text, as assigning a range's text leaves it.
-        const replaceHere = () => {
-            const bounds = replaceText(s, e, text);
-            s = e = bounds.e;
-            afterReplacement = true;
-            lastReplaced = bounds.s;
-            ++replaced;
-        };
-        let found = findHere();
-        while (found) {
-            afterReplacement = false;
-            if (!contains(reader, copy, s, e)) {
-                found = false;
-                advance();
-                break;
-            }
-            replaceHere();
-            advance();
+                return hit !== null;
+            };
+            let afterReplacement = false;
+            const advance = () => {
+                if (afterReplacement && wordNeedle && endsInCharacter) {
+                    const c = reader.cursor(s);
+                    const code = c.next() === CHAR ? c.node.data.charCodeAt(c.off) : 32;
+                    if (isSpace(code) || wordClass(code) !== WORD_CLASS) {
+                        e = s;
+                        return;
+                    }
+                }
+                s = e = moveBy(reader, s, 'word', 1).p;
+            };
+            // The range ends up after the new text, as assigning a range's text leaves it.
+            const replaceHere = () => {
+                const bounds = replaceText(s, e, text);
+                s = e = bounds.e;
+                afterReplacement = true;
+                lastReplaced = bounds.s;
+                ++replaced;
+            };
             found = findHere();
+            while (found) {
+                afterReplacement = false;
+                if (!contains(reader, copy, s, e)) {
+                    found = false;
+                    advance();
+                    break;
+                }
+                replaceHere();
+                advance();
+                found = findHere();
+            }
         }
 
         const searchRange = document.createRange();
