@@ -1145,28 +1145,24 @@ private Q_SLOTS:
         columns<QString, QString, QStringList, QStringList>(
             "document", "target", "present", "absent");
 
-        const QString cut = u"Cut"_s;
-        const QString page = u"Page Properties"_s;
-        const QString element = u"Element Properties"_s;
-        const QString insertRow = u"Insert Row"_s;
-        const QString table = u"Table Properties"_s;
-        const QString image = u"Image Properties"_s;
-        const QString link = u"Link Properties"_s;
-        const QString make2D = u"Make 2D"_s;
-        row("text", "<p>plain</p>", "plain", QStringList{cut, page, element},
-            QStringList{insertRow, table, image, link, make2D});
+        // Captions separated by '|'.
+        const auto captions
+            = [](const char *list) { return QString::fromLatin1(list).split(QLatin1Char('|')); };
+        row("text", "<p>plain</p>", "plain", captions("Cut|Page Properties|Element Properties"),
+            captions("Insert Row|Table Properties|Image Properties|Link Properties|Make 2D"));
         row("table cell", "<table><tr><td>cell</td></tr></table>", "cell",
-            QStringList{cut, insertRow, u"Delete Column"_s, u"Table Cell Properties"_s, table, page,
-                element},
-            QStringList{image, link, make2D});
+            captions("Cut|Insert Row|Delete Column|Table Cell Properties|Table Properties|"
+                     "Page Properties|Element Properties"),
+            captions("Image Properties|Link Properties|Make 2D"));
         row("image in a cell", "<table><tr><td><img src=\"a.gif\"></td></tr></table>", "IMG",
-            QStringList{cut, image, make2D, element}, QStringList{insertRow, table});
+            captions("Cut|Image Properties|Make 2D|Element Properties"),
+            captions("Insert Row|Table Properties"));
         row("Flash movie",
-            "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\">"
-            "</object></p>",
-            "OBJECT", QStringList{cut, u"Flash Movie Properties"_s, element}, QStringList{image});
-        row("link", "<p><a href=\"x.htm\">linked</a></p>", "linked", QStringList{link, page},
-            QStringList{u"Make 1D"_s, u"Make 2D"_s});
+            "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\"></object></p>",
+            "OBJECT", captions("Cut|Flash Movie Properties|Element Properties"),
+            captions("Image Properties"));
+        row("link", "<p><a href=\"x.htm\">linked</a></p>", "linked",
+            captions("Link Properties|Page Properties"), captions("Make 1D|Make 2D"));
     }
 
     void contextMenuForWhatIsUnderTheSelection()
