@@ -1195,15 +1195,11 @@ private Q_SLOTS:
         clsContextMenu &settings = *m_editor->ContextMenu();
         ContextMenus menus(*m_surface, *m_selection, menuHooks(settings));
         settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
-        QList<ContextMenuEntry> entries = menus.entriesForSelection();
-        const auto has = [&entries](const char *caption) {
-            return std::any_of(
-                entries.cbegin(), entries.cend(), [caption](const ContextMenuEntry &e) {
-                    return e.caption == QLatin1String(caption);
-                });
-        };
-        QVERIFY(!has("Table Properties"));
-        QVERIFY(has("Table Cell Properties"));
+        QStringList captions;
+        for (const ContextMenuEntry &entry : menus.entriesForSelection())
+            captions.append(entry.caption);
+        QVERIFY(!captions.contains(u"Table Properties"_s));
+        QVERIFY(captions.contains(u"Table Cell Properties"_s));
         settings.ShowAllBuiltinContextMenuItems();
 
         m_editor->setDisableContextMenus(true);

@@ -430,10 +430,8 @@ private Q_SLOTS:
         // A new first search starts again at the top.
         QVERIFY(m_editor->FindFirstText(u"lorem"_s));
         QCOMPARE(textUpToSelectionEnd(), u"lorem"_s);
-    }
 
-    void twoHitsInOneWordCountAsOne()
-    {
+        // Two hits in one word count as one.
         load(u"<p>aaaa xaa</p>"_s);
         QVERIFY(m_editor->FindFirstText(u"aa"_s));
         QCOMPARE(textUpToSelectionEnd(), u"aa"_s);
