@@ -212,12 +212,12 @@ private Q_SLOTS:
         const QString column = u"Unable to remove the last table column."_s;
         const QString cell = u"Unable to remove the last table cell."_s;
         const QString oneRow = u"<table><tr><td>a1</td><td>b1</td></tr></table>"_s;
-        const QString oneColumn = QStringLiteral("<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
-                                                 "</table>");
+        const QString oneColumn = u"<table><tr><td>a1</td></tr><tr><td>a2</td></tr>"
+                                  "</table>"_s;
         const QString single = u"<table><tr><td>a1</td></tr></table>"_s;
-        const QString nested = QStringLiteral(
-            "<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
-            "</table></td></tr></table>");
+        const QString nested
+            = u"<table><tr><td><table><tr><td>a1</td><td>x</td></tr><tr><td>y</td><td>z</td></tr>"
+              "</table></td></tr></table>"_s;
         row("last row", &HTMLEditorComponent::DeleteRow, oneRow, QString(), lastRow);
         row("last column", &HTMLEditorComponent::DeleteColumn, single, QString(), column);
         row("last cell", &HTMLEditorComponent::DeleteCell, single, QString(), cell);
@@ -279,8 +279,7 @@ private Q_SLOTS:
         auto [number, key, which, method, surfaceName]
             = fetch<int, QString, DisplaySwitch, EditorMethod, QString>(
                 "number", "key", "which", "method", "surfaceName");
-        load(QStringLiteral(
-            "<table><tr><td>cell</td></tr></table><!-- note --><a name=\"top\"></a>"));
+        load(u"<table><tr><td>cell</td></tr></table><!-- note --><a name=\"top\"></a>"_s);
         Executor &executor = localExecutor();
         const bool first = executor.displaySwitch(which);
 
@@ -493,9 +492,8 @@ private Q_SLOTS:
     void fontDialogShowsAndAppliesTheSelectionsFont()
     {
         using Vantry::FontChoice;
-        load(QStringLiteral(
-            "<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
-            "</font> plain</p>"));
+        load(u"<p><font face=\"Courier New\" size=\"5\" color=\"#008000\"><b>styled</b>"
+             "</font> plain</p>"_s);
         m_surface->useElementFormatting();
         select(u"styled"_s);
 
@@ -697,8 +695,8 @@ private Q_SLOTS:
     // copied and pasted, the element comes without it.
     void copyingAnElementSelectedWholeLeavesItsFrame()
     {
-        load(QStringLiteral("<p>one <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
-                            "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> two</p>"));
+        load(u"<p>one <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
+             "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> two</p>"_s);
         QWidget *input = VantryTest::giveFocus(m_surface->widget());
         QVERIFY(input);
         selectElement(u"IMG"_s);
@@ -716,9 +714,9 @@ private Q_SLOTS:
     {
         columns<QString, int, QString, int>("from", "key", "typed", "steps");
         const auto table = [](const char *b, const char *c, const char *extraRow = "") {
-            return QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr><tr><td>%2</td>"
-                                  "<td>d</td></tr>%3</tbody></table>")
-                .arg(QLatin1String(b), QLatin1String(c), QLatin1String(extraRow));
+            return u"<table><tbody><tr><td>a</td><td>%1</td></tr><tr><td>%2</td>"
+                   "<td>d</td></tr>%3</tbody></table>"_s.arg(
+                       QLatin1String(b), QLatin1String(c), QLatin1String(extraRow));
         };
         row("Tab to the next cell", "a", int(Qt::Key_Tab), table("Xb", "c"), 1);
         row("Tab to the next row", "b", int(Qt::Key_Tab), table("b", "Xc"), 1);
@@ -731,8 +729,8 @@ private Q_SLOTS:
     {
         auto [from, key, typed, steps]
             = fetch<QString, int, QString, int>("from", "key", "typed", "steps");
-        const QString start = QStringLiteral("<table><tbody><tr><td>a</td><td>b</td></"
-                                             "tr><tr><td>c</td><td>d</td></tr></tbody></table>");
+        const QString start = u"<table><tbody><tr><td>a</td><td>b</td></"
+                              "tr><tr><td>c</td><td>d</td></tr></tbody></table>"_s;
         load(start);
         select(from);
         QWidget *input = VantryTest::giveFocus(m_surface->widget());
@@ -941,44 +939,65 @@ private Q_SLOTS:
         QCOMPARE(m_dirtyMarks, 2);
     }
 
-    void tableDialogsWriteOneUndoStep_data()
+    void dialogsWriteOneUndoStep_data()
     {
-        columns<int, QString, QString, QString>("number", "start", "expected", "info");
-        row("insert", 27, "<p>here</p>",
+        // Command 0: the dialog opens through the launcher, which says whether it wrote.
+        columns<int, QString, QString, QString>("number", "dialog", "start", "expected");
+        columns<QString>("info");
+        row("insert table", 27, "", "<p>here</p>",
             "<table border=\"1\" cellpadding=\"2\" cellspacing=\"0\" "
             "width=\"50%\" align=\"center\"><tbody><tr><td bgcolor=\"#FF0000\">"
             "</td><td bgcolor=\"#FF0000\"></td></tr></tbody></table>",
             "");
-        row("insert refuses 0 rows", 27, "<p>here</p>", "",
+        row("insert table refuses 0 rows", 27, "", "<p>here</p>", "",
             "A table needs 1 to 1000 rows and 1 to 100 columns.");
-        row("table", 55,
+        row("table", 55, "",
             "<table style=\"width: 80%;\" bordercolordark=\"#000000\" width=\"80%\">"
             "<tbody><tr><td>here</td></tr></tbody></table>",
             "<table style=\"height: 40px;\" bordercolordark=\"#000000\" "
             "height=\"40\" bordercolorlight=\"#111111\"><tbody><tr><td>here</td>"
             "</tr></tbody></table>",
             "");
-        row("cell", 56,
+        row("cell", 56, "",
             "<table><tbody><tr><td bordercolorlight=\"#000000\" nowrap=\"\">here"
             "</td></tr></tbody></table>",
             "<table><tbody><tr><td bordercolorlight=\"#000000\" "
             "width=\"30%\" style=\"width: 30%;\" valign=\"top\">here</td></tr>"
             "</tbody></table>",
             "");
+        row("element attributes", 0, "element", "<p id=\"a\" title=\"t\">here</p>",
+            "<p id=\"b\" onclick=\"alert(1)\">here</p>", "");
+        row("new Flash movie", 0, "flash", "<p>here</p>",
+            "<param name=\"Movie\" value=\"m.swf\">    <param name=\"Src\" "
+            "value=\"m.swf\">",
+            "");
+        row("Flash movie under the selection", 0, "flash",
+            "<p><object classid=\"x\"><param name=\"movie\" value=\"old.swf\">"
+            "<param name=\"Play\" value=\"1\"></object> here</p>",
+            "<param name=\"movie\" value=\"new.swf\"><param name=\"Play\" value=\"0\">", "");
+        row("style class", 0, "style",
+            "<style>.warn { color: red; }</style><p class=\"x\">here</p>",
+            "<p class=\"x warn\">here</p>", "");
     }
 
     // Each answer is checked against what the dialog was shown: the highlight box shows
     // borderColorDark, the shadow box borderColorLight, and the no-wrap flag the bare attribute.
     // Undo puts a removed attribute back last, so the documents hold those last already.
-    void tableDialogsWriteOneUndoStep()
+    void dialogsWriteOneUndoStep()
     {
-        auto [number, start, expected, info]
-            = fetch<int, QString, QString, QString>("number", "start", "expected", "info");
+        auto [number, dialog, start, expected, info]
+            = fetch<int, QString, QString, QString, QString>(
+                "number", "dialog", "start", "expected", "info");
         load(start);
-        select(u"here"_s);
+        // A movie under the selection is selected whole, as a click selects it.
+        if (start.contains(QLatin1String("<object")))
+            selectElement(u"OBJECT"_s);
+        else
+            select(u"here"_s);
         TableAnswers answers;
-        answers.insert = [&info](InsertTableValues &values) {
-            values.Rows = info.isEmpty() ? u"1"_s : u"0"_s;
+        const bool refuse = !info.isEmpty();
+        answers.insert = [refuse](InsertTableValues &values) {
+            values.Rows = refuse ? u"0"_s : u"1"_s;
             values.Columns = u"2"_s;
             values.Width = u"50%"_s;
             values.Alignment = u"center"_s;
@@ -998,30 +1017,57 @@ private Q_SLOTS:
             values.Width = u"30%"_s;
             values.VerticalAlignment = u"top"_s;
         };
+        answers.element = [](ElementPropertiesValues &values) {
+            QCOMPARE(values.TagName, u"P"_s);
+            values.Attributes = {{u"id"_s, u"b"_s}, {u"onclick"_s, u"alert(1)"_s}};
+        };
+        answers.flash = [](FlashPropertiesValues &values) {
+            values.Play = values.MovieURL.isEmpty() ? 1 : 0;
+            values.MovieURL = values.MovieURL.isEmpty() ? u"m.swf"_s : u"new.swf"_s;
+        };
+        answers.style = [](SelectStyleValues &values) {
+            QCOMPARE(values.StyleSheets.size(), 1);
+            values.ClassName = u"warn"_s;
+        };
         useDialogs(answers);
+        DialogLauncher &launcher = m_executor->dialogs();
+        // Whether the launcher wrote; a command says nothing.
+        const auto run = [&, number, dialog]() -> std::optional<bool> {
+            if (number != 0) {
+                m_executor->executeCommand(Command(number));
+                return std::nullopt;
+            }
+            return dialog == QLatin1String("element") ? launcher.elementProperties()
+                : dialog == QLatin1String("flash")    ? launcher.flashProperties()
+                                                      : launcher.selectStyle();
+        };
         const QString before = body();
 
-        m_executor->executeCommand(Commands::Command(number));
-        const QString after = body();
-        if (!info.isEmpty()) {
+        QVERIFY(run().value_or(true));
+        if (refuse) {
             QCOMPARE(m_prompts->texts(RecordingPrompts::Kind::Information), QStringList{info});
-            QCOMPARE(after, before);
+            QCOMPARE(body(), before);
             QCOMPARE(m_dirtyMarks, 0);
             return;
         }
-        QVERIFY2(after.contains(expected), qPrintable(after));
-        QCOMPARE(m_dirtyMarks, 1);
-        m_executor->executeCommand(Commands::Command(19));
+        QVERIFY2(body().contains(expected), qPrintable(body()));
+        if (number != 0)
+            QCOMPARE(m_dirtyMarks, 1);
+        m_executor->executeCommand(Command::UnDo);
         QCOMPARE(body(), before);
 
         // Cancel writes nothing.
         answers.insert = nullptr;
         answers.table = nullptr;
         answers.cell = nullptr;
+        answers.element = nullptr;
+        answers.flash = nullptr;
+        answers.style = nullptr;
         select(u"here"_s);
-        m_executor->executeCommand(Commands::Command(number));
+        QVERIFY(!run().value_or(false));
         QCOMPARE(body(), before);
-        QCOMPARE(m_dirtyMarks, 2);
+        if (number != 0)
+            QCOMPARE(m_dirtyMarks, 2);
     }
 
     void styleSheetsOfTheDocument_data()
@@ -1078,9 +1124,8 @@ private Q_SLOTS:
         m_editor->SetStyleOfCurrentElement(u"backgroundColor"_s, u"yellow"_s);
         m_editor->SetFilterOfCurrentElement(u"Alpha"_s, u"opacity=50"_s);
         QCOMPARE(body(),
-            QStringLiteral(
-                "<p style=\"background-color: yellow; "
-                "filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)\">some text</p>"));
+            u"<p style=\"background-color: yellow; "
+            "filter: progid:DXImageTransform.Microsoft.Alpha(opacity=50)\">some text</p>"_s);
         QCOMPARE(m_editor->GetStyleOfCurrentElement(u"Filter"_s),
             u"progid:DXImageTransform.Microsoft.Alpha(opacity=50)"_s);
         QCOMPARE(m_editor->GetStyleOfCurrentElement(u"background-color"_s), u"yellow"_s);
@@ -1095,95 +1140,29 @@ private Q_SLOTS:
         QCOMPARE(body(), before);
     }
 
-    void styleDialogsWriteOneUndoStep_data()
-    {
-        columns<QString, QString, QString>("dialog", "start", "expected");
-
-        row("element attributes", "element", "<p id=\"a\" title=\"t\">here</p>",
-            "<p id=\"b\" onclick=\"alert(1)\">here</p>");
-        row("new Flash movie", "flash", "<p>here</p>",
-            "<param name=\"Movie\" value=\"m.swf\">    <param name=\"Src\" "
-            "value=\"m.swf\">");
-        row("Flash movie under the selection", "flash",
-            "<p><object classid=\"x\"><param name=\"movie\" value=\"old.swf\">"
-            "<param name=\"Play\" value=\"1\"></object> here</p>",
-            "<param name=\"movie\" value=\"new.swf\"><param name=\"Play\" value=\"0\">");
-        row("style class", "style", "<style>.warn { color: red; }</style><p class=\"x\">here</p>",
-            "<p class=\"x warn\">here</p>");
-    }
-
-    void styleDialogsWriteOneUndoStep()
-    {
-        auto [dialog, start, expected]
-            = fetch<QString, QString, QString>("dialog", "start", "expected");
-        load(start);
-        // A movie under the selection is selected whole, as a click selects it.
-        if (start.contains(QLatin1String("<object")))
-            selectElement(u"OBJECT"_s);
-        else
-            select(u"here"_s);
-        TableAnswers answers;
-        answers.element = [](ElementPropertiesValues &values) {
-            QCOMPARE(values.TagName, u"P"_s);
-            values.Attributes = {{u"id"_s, u"b"_s}, {u"onclick"_s, u"alert(1)"_s}};
-        };
-        answers.flash = [](FlashPropertiesValues &values) {
-            values.Play = values.MovieURL.isEmpty() ? 1 : 0;
-            values.MovieURL = values.MovieURL.isEmpty() ? u"m.swf"_s : u"new.swf"_s;
-        };
-        answers.style = [](SelectStyleValues &values) {
-            QCOMPARE(values.StyleSheets.size(), 1);
-            values.ClassName = u"warn"_s;
-        };
-        useDialogs(answers);
-        DialogLauncher &launcher = m_executor->dialogs();
-        const auto run = [&] {
-            return dialog == QLatin1String("element") ? launcher.elementProperties()
-                : dialog == QLatin1String("flash")    ? launcher.flashProperties()
-                                                      : launcher.selectStyle();
-        };
-        const QString before = body();
-
-        QVERIFY(run());
-        QVERIFY2(body().contains(expected), qPrintable(body()));
-        m_executor->executeCommand(Command::UnDo);
-        QCOMPARE(body(), before);
-
-        // Cancel writes nothing.
-        answers.element = nullptr;
-        answers.flash = nullptr;
-        answers.style = nullptr;
-        QVERIFY(!run());
-        QCOMPARE(body(), before);
-    }
-
     void contextMenuForWhatIsUnderTheSelection_data()
     {
         columns<QString, QString, QStringList, QStringList>(
             "document", "target", "present", "absent");
 
-        const QString cut = u"Cut"_s;
-        const QString page = u"Page Properties"_s;
-        const QString element = u"Element Properties"_s;
-        const QString insertRow = u"Insert Row"_s;
-        const QString table = u"Table Properties"_s;
-        const QString image = u"Image Properties"_s;
-        const QString link = u"Link Properties"_s;
-        const QString make2D = u"Make 2D"_s;
-        row("text", "<p>plain</p>", "plain", QStringList{cut, page, element},
-            QStringList{insertRow, table, image, link, make2D});
+        // Captions separated by '|'.
+        const auto captions
+            = [](const char *list) { return QString::fromLatin1(list).split(QLatin1Char('|')); };
+        row("text", "<p>plain</p>", "plain", captions("Cut|Page Properties|Element Properties"),
+            captions("Insert Row|Table Properties|Image Properties|Link Properties|Make 2D"));
         row("table cell", "<table><tr><td>cell</td></tr></table>", "cell",
-            QStringList{cut, insertRow, u"Delete Column"_s, u"Table Cell Properties"_s, table, page,
-                element},
-            QStringList{image, link, make2D});
+            captions("Cut|Insert Row|Delete Column|Table Cell Properties|Table Properties|"
+                     "Page Properties|Element Properties"),
+            captions("Image Properties|Link Properties|Make 2D"));
         row("image in a cell", "<table><tr><td><img src=\"a.gif\"></td></tr></table>", "IMG",
-            QStringList{cut, image, make2D, element}, QStringList{insertRow, table});
+            captions("Cut|Image Properties|Make 2D|Element Properties"),
+            captions("Insert Row|Table Properties"));
         row("Flash movie",
-            "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\">"
-            "</object></p>",
-            "OBJECT", QStringList{cut, u"Flash Movie Properties"_s, element}, QStringList{image});
-        row("link", "<p><a href=\"x.htm\">linked</a></p>", "linked", QStringList{link, page},
-            QStringList{u"Make 1D"_s, u"Make 2D"_s});
+            "<p><object classid=\"x\"><param name=\"Movie\" value=\"m.swf\"></object></p>",
+            "OBJECT", captions("Cut|Flash Movie Properties|Element Properties"),
+            captions("Image Properties"));
+        row("link", "<p><a href=\"x.htm\">linked</a></p>", "linked",
+            captions("Link Properties|Page Properties"), captions("Make 1D|Make 2D"));
     }
 
     void contextMenuForWhatIsUnderTheSelection()
@@ -1216,15 +1195,11 @@ private Q_SLOTS:
         clsContextMenu &settings = *m_editor->ContextMenu();
         ContextMenus menus(*m_surface, *m_selection, menuHooks(settings));
         settings.HideBuiltinContextMenuItem(clsContextMenu::cm_TableMenus);
-        QList<ContextMenuEntry> entries = menus.entriesForSelection();
-        const auto has = [&entries](const char *caption) {
-            return std::any_of(
-                entries.cbegin(), entries.cend(), [caption](const ContextMenuEntry &e) {
-                    return e.caption == QLatin1String(caption);
-                });
-        };
-        QVERIFY(!has("Table Properties"));
-        QVERIFY(has("Table Cell Properties"));
+        QStringList captions;
+        for (const ContextMenuEntry &entry : menus.entriesForSelection())
+            captions.append(entry.caption);
+        QVERIFY(!captions.contains(u"Table Properties"_s));
+        QVERIFY(captions.contains(u"Table Cell Properties"_s));
         settings.ShowAllBuiltinContextMenuItems();
 
         m_editor->setDisableContextMenus(true);

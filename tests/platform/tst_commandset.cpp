@@ -10,11 +10,10 @@
 #include <QRegularExpression>
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using Platform::CommandState;
 using Platform::DesignSurface;
 using Platform::Element;
-using VantryTest::columns;
-using VantryTest::row;
 
 namespace {
 
@@ -40,9 +39,9 @@ private Q_SLOTS:
     {
         columns<QString, QString, bool, int, int>("body", "selected", "caret", "command", "state");
 
-        const QString mixed = QStringLiteral("<p>plain <b>strong</b> <i>slanted</i> "
-                                             "<u>lined</u> <span style=\"font-weight:700\">"
-                                             "heavy</span> end</p>");
+        const QString mixed = u"<p>plain <b>strong</b> <i>slanted</i> "
+                              "<u>lined</u> <span style=\"font-weight:700\">"
+                              "heavy</span> end</p>"_s;
         row("bold selected", mixed, "strong", false, int(Bold), 7);
         row("caret in bold", mixed, "ron", true, int(Bold), 7);
         row("bold by style", mixed, "heavy", false, int(Bold), 7);
@@ -56,11 +55,8 @@ private Q_SLOTS:
 
     void textStates()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, selected);
-        QFETCH(bool, caret);
-        QFETCH(int, command);
-        QFETCH(int, state);
+        auto [body, selected, caret, command, state] = fetch<QString, QString, bool, int, int>(
+            "body", "selected", "caret", "command", "state");
         load(body);
         if (caret)
             caretAt(selected);
@@ -71,8 +67,8 @@ private Q_SLOTS:
 
     void statusComesForAllCommandsAtOnce()
     {
-        load(QStringLiteral("<p>outside</p><table><tr><td>cell</td></tr></table>"));
-        caretAt(QStringLiteral("outside"));
+        load(u"<p>outside</p><table><tr><td>cell</td></tr></table>"_s);
+        caretAt(u"outside"_s);
         const QList<int> ids{Bold, InsertRow, DeleteRows, MakeAbsolute, 4999, 5001};
         const QHash<int, CommandState> status = m_surface->queryStatus(ids);
         QCOMPARE(status.size(), ids.size());
@@ -81,26 +77,24 @@ private Q_SLOTS:
         QCOMPARE(status.value(4999), 0);
         QCOMPARE(status.value(5001), 0);
 
-        caretAt(QStringLiteral("cell"));
+        caretAt(u"cell"_s);
         const QHash<int, CommandState> inCell = m_surface->queryStatus(ids);
         QCOMPARE(inCell.value(InsertRow), 3);
         QCOMPARE(inCell.value(DeleteRows), 3);
 
         // The font values come in the same answer, and only for commands that have one.
-        load(QStringLiteral("<p><font face=\"Courier New\" size=\"5\">mono</font> plain</p>"));
-        caretAt(QStringLiteral("mono"));
+        load(u"<p><font face=\"Courier New\" size=\"5\">mono</font> plain</p>"_s);
+        caretAt(u"mono"_s);
         QHash<int, QVariant> values;
         const QHash<int, CommandState> withFont
             = m_surface->queryStatus({Bold, GetFontName, GetFontSize}, &values);
         QCOMPARE(withFont.value(GetFontName), 3);
-        QCOMPARE(values.value(GetFontName).toString(), QStringLiteral("Courier New"));
+        QCOMPARE(values.value(GetFontName).toString(), u"Courier New"_s);
         QCOMPARE(values.value(GetFontSize).toInt(), 5);
         QVERIFY(!values.contains(Bold));
 
         values.clear();
-        QVERIFY(
-            js(QStringLiteral("selectBetween"), {QStringLiteral("mono"), QStringLiteral("plain")})
-                .toBool());
+        QVERIFY(js(u"selectBetween"_s, {u"mono"_s, u"plain"_s}).toBool());
         const QHash<int, CommandState> mixed = m_surface->queryStatus({GetFontName}, &values);
         QCOMPARE(mixed.value(GetFontName), 11);
         QVERIFY(values.isEmpty());
@@ -108,14 +102,14 @@ private Q_SLOTS:
 
     void boldTogglesTheSelection()
     {
-        load(QStringLiteral("<p>one two three</p>"));
+        load(u"<p>one two three</p>"_s);
         m_surface->useElementFormatting();
-        select(QStringLiteral("two"));
+        select(u"two"_s);
         QVERIFY(m_surface->execCommand(Bold, DesignSurface::OptionDontPromptUser));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>one <b>two</b> three</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>one <b>two</b> three</p>"_s);
         QCOMPARE(m_surface->commandStatus(Bold), 7);
         QVERIFY(m_surface->execCommand(Bold, DesignSurface::OptionDontPromptUser));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>one two three</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>one two three</p>"_s);
         QCOMPARE(m_surface->commandStatus(Bold), 3);
     }
 
@@ -127,7 +121,7 @@ private Q_SLOTS:
         columns<QString, QString, int, QString, QString>(
             "body", "selected", "command", "formatted", "toggled");
 
-        const QString plain = QStringLiteral("<p>one two three</p>");
+        const QString plain = u"<p>one two three</p>"_s;
         row("bold", plain, "two", int(Bold), "<p>one <b>two</b> three</p>", plain);
         row("italic", plain, "two", int(Italic), "<p>one <i>two</i> three</p>", plain);
         row("underline", plain, "two", int(Underline), "<p>one <u>two</u> three</p>", plain);
@@ -142,11 +136,9 @@ private Q_SLOTS:
 
     void inlineFormats()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, selected);
-        QFETCH(int, command);
-        QFETCH(QString, formatted);
-        QFETCH(QString, toggled);
+        auto [body, selected, command, formatted, toggled]
+            = fetch<QString, QString, int, QString, QString>(
+                "body", "selected", "command", "formatted", "toggled");
         load(body);
         m_surface->useElementFormatting();
         const QString loaded = m_surface->bodyInnerHTML();
@@ -168,7 +160,7 @@ private Q_SLOTS:
     {
         columns<QString, int, int, QVariant>("selected", "command", "state", "value");
 
-        row("one face", "serif text", int(GetFontName), 3, QVariant(QStringLiteral("Courier")));
+        row("one face", "serif text", int(GetFontName), 3, QVariant(u"Courier"_s));
         row("two faces", "text sans", int(GetFontName), 11, QVariant(QString()));
         row("html size", "big", int(GetFontSize), 3, QVariant(5));
         row("two sizes", "big small", int(GetFontSize), 11, QVariant(0));
@@ -176,13 +168,11 @@ private Q_SLOTS:
 
     void fontStates()
     {
-        QFETCH(QString, selected);
-        QFETCH(int, command);
-        QFETCH(int, state);
-        QFETCH(QVariant, value);
-        load(QStringLiteral("<p><font face=\"Courier\">serif text</font> "
-                            "<font face=\"Arial\">sans</font></p>"
-                            "<p><font size=\"5\">big</font> <font size=\"1\">small</font></p>"));
+        auto [selected, command, state, value]
+            = fetch<QString, int, int, QVariant>("selected", "command", "state", "value");
+        load(u"<p><font face=\"Courier\">serif text</font> "
+             "<font face=\"Arial\">sans</font></p>"
+             "<p><font size=\"5\">big</font> <font size=\"1\">small</font></p>"_s);
         select(selected);
         QCOMPARE(m_surface->commandStatus(command), state);
         QVariant result;
@@ -192,22 +182,22 @@ private Q_SLOTS:
 
     void blockFormats()
     {
-        load(QStringLiteral("<p>para</p>"));
-        caretAt(QStringLiteral("para"));
+        load(u"<p>para</p>"_s);
+        caretAt(u"para"_s);
         QVariant names;
         QVERIFY(m_surface->execCommand(
             GetBlockFormatNames, DesignSurface::OptionDontPromptUser, {}, &names));
         const QStringList list = names.toStringList();
-        QVERIFY(list.contains(QStringLiteral("Normal")));
-        QVERIFY(list.contains(QStringLiteral("Heading 1")));
-        QCOMPARE(list.count(QStringLiteral("Normal")), 1);
+        QVERIFY(list.contains(u"Normal"_s));
+        QVERIFY(list.contains(u"Heading 1"_s));
+        QCOMPARE(list.count(u"Normal"_s), 1);
 
         QVERIFY(m_surface->execCommand(
-            SetBlockFmt, DesignSurface::OptionDontPromptUser, QStringLiteral("Heading 2")));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<h2>para</h2>"));
+            SetBlockFmt, DesignSurface::OptionDontPromptUser, u"Heading 2"_s));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<h2>para</h2>"_s);
         QVariant current;
         QVERIFY(m_surface->execCommand(5011, DesignSurface::OptionDontPromptUser, {}, &current));
-        QCOMPARE(current.toString(), QStringLiteral("Heading 2"));
+        QCOMPARE(current.toString(), u"Heading 2"_s);
     }
 
     void tableCommands_data()
@@ -235,31 +225,26 @@ private Q_SLOTS:
 
     void tableCommands()
     {
-        QFETCH(QString, caret);
-        QFETCH(QString, extendTo);
-        QFETCH(int, command);
-        QFETCH(int, rows);
-        QFETCH(int, width);
-        QFETCH(QStringList, gone);
+        auto [caret, extendTo, command, rows, width, gone]
+            = fetch<QString, QString, int, int, int, QStringList>(
+                "caret", "extendTo", "command", "rows", "width", "gone");
         // a b c x        a spans two rows, e two columns
         // a d e e
         // f g h i
-        load(QStringLiteral(
-            "<table><tbody><tr><td rowspan=\"2\">a</td><td>b</td><td>c</td><td>x</td></tr>"
-            "<tr><td>d</td><td colspan=\"2\">e</td></tr>"
-            "<tr><td>f</td><td>g</td><td>h</td><td>i</td></tr></tbody></table>"));
-        const QStringList before = m_surface->bodyInnerText().split(
-            QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+        load(u"<table><tbody><tr><td rowspan=\"2\">a</td><td>b</td><td>c</td><td>x</td></tr>"
+             "<tr><td>d</td><td colspan=\"2\">e</td></tr>"
+             "<tr><td>f</td><td>g</td><td>h</td><td>i</td></tr></tbody></table>"_s);
+        const QStringList before
+            = m_surface->bodyInnerText().split(QRegularExpression(u"\\s+"_s), Qt::SkipEmptyParts);
         if (extendTo.isEmpty()) {
             caretAt(caret);
         } else {
-            QVERIFY(js(QStringLiteral("selectBetween"), {caret, extendTo}).toBool());
+            QVERIFY(js(u"selectBetween"_s, {caret, extendTo}).toBool());
         }
         QVERIFY2(m_surface->execCommand(command), qPrintable(m_surface->lastError()));
 
-        const Element tableElement = m_surface->elementsByTagName(QStringLiteral("table")).first();
-        const QVariantList widths
-            = js(QStringLiteral("tableRowWidths"), {tableElement.toVariant()}).toList();
+        const Element tableElement = m_surface->elementsByTagName(u"table"_s).first();
+        const QVariantList widths = js(u"tableRowWidths"_s, {tableElement.toVariant()}).toList();
         QCOMPARE(widths.size(), rows);
         for (const QVariant &w : widths)
             QCOMPARE(w.toInt(), width);
@@ -285,15 +270,13 @@ private Q_SLOTS:
 
     void mergeKeepsContentWithoutText()
     {
-        QFETCH(QString, content);
-        QFETCH(bool, kept);
-        load(QStringLiteral("<table><tbody><tr><td>a</td><td>%1</td></tr></tbody></table>")
-                 .arg(content));
-        caretAt(QStringLiteral("a"));
+        auto [content, kept] = fetch<QString, bool>("content", "kept");
+        load(u"<table><tbody><tr><td>a</td><td>%1</td></tr></tbody></table>"_s.arg(content));
+        caretAt(u"a"_s);
         QVERIFY2(m_surface->execCommand(MergeCells), qPrintable(m_surface->lastError()));
         QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<table><tbody><tr><td colspan=\"2\">a%1</td></tr></tbody></table>")
-                .arg(kept ? QStringLiteral("<br>") + content : QString()));
+            u"<table><tbody><tr><td colspan=\"2\">a%1</td></tr></tbody></table>"_s.arg(
+                kept ? u"<br>"_s + content : QString()));
     }
 
     void lastRowColumnAndCellStay_data()
@@ -306,12 +289,10 @@ private Q_SLOTS:
 
     void lastRowColumnAndCellStay()
     {
-        QFETCH(int, command);
-        QFETCH(QString, message);
-        const QString table
-            = QStringLiteral("<table><tbody><tr><td>only</td></tr></tbody></table>");
+        auto [command, message] = fetch<int, QString>("command", "message");
+        const QString table = u"<table><tbody><tr><td>only</td></tr></tbody></table>"_s;
         load(table);
-        caretAt(QStringLiteral("only"));
+        caretAt(u"only"_s);
         QVERIFY(!m_surface->execCommand(command));
         QVERIFY2(m_surface->lastError().contains(message), qPrintable(m_surface->lastError()));
         QCOMPARE(m_surface->bodyInnerHTML(), table);
@@ -319,20 +300,18 @@ private Q_SLOTS:
 
     void absoluteKeepsThePlaceOnScreen()
     {
-        load(QStringLiteral("<p>first line</p><div style=\"margin-left: 30px\">the block</div>"
-                            "<p>after</p>"));
-        const Element div = m_surface->elementsByTagName(QStringLiteral("div")).first();
+        load(u"<p>first line</p><div style=\"margin-left: 30px\">the block</div>"
+             "<p>after</p>"_s);
+        const Element div = m_surface->elementsByTagName(u"div"_s).first();
         const QRectF before = m_surface->boundingRect(div);
         QVERIFY(m_surface->selectElement(div));
         QCOMPARE(m_surface->commandStatus(MakeAbsolute), 3);
         QVERIFY(m_surface->execCommand(MakeAbsolute));
-        QCOMPARE(
-            m_surface->styleProperty(div, QStringLiteral("position")), QStringLiteral("absolute"));
+        QCOMPARE(m_surface->styleProperty(div, u"position"_s), u"absolute"_s);
         const QRectF after = m_surface->boundingRect(div);
         QVERIFY2(qAbs(after.left() - before.left()) <= 1 && qAbs(after.top() - before.top()) <= 1
                 && qAbs(after.width() - before.width()) <= 1,
-            qPrintable(QStringLiteral("%1,%2 %3 -> %4,%5 %6")
-                           .arg(before.left())
+            qPrintable(u"%1,%2 %3 -> %4,%5 %6"_s.arg(before.left())
                            .arg(before.top())
                            .arg(before.width())
                            .arg(after.left())
@@ -343,16 +322,16 @@ private Q_SLOTS:
 
         QVERIFY(m_surface->execCommand(MakeAbsolute));
         QCOMPARE(m_surface->outerHTML(div),
-            QStringLiteral("<div style=\"margin-left: 30px\">the "
-                           "block</div>"));
+            u"<div style=\"margin-left: 30px\">the "
+            "block</div>"_s);
         QVERIFY(m_surface->selectElement(div));
         QCOMPARE(m_surface->commandStatus(MakeAbsolute), 3);
     }
 
     void lockIsNotSaved()
     {
-        load(QStringLiteral("<div style=\"position: absolute; left: 10px; top: 10px\">box</div>"));
-        const Element div = m_surface->elementsByTagName(QStringLiteral("div")).first();
+        load(u"<div style=\"position: absolute; left: 10px; top: 10px\">box</div>"_s);
+        const Element div = m_surface->elementsByTagName(u"div"_s).first();
         const QString markup = m_surface->documentHTML();
         QVERIFY(m_surface->selectElement(div));
         QCOMPARE(m_surface->commandStatus(LockElement), 3);
@@ -383,17 +362,15 @@ private Q_SLOTS:
 
     void layering()
     {
-        QFETCH(QString, selected);
-        QFETCH(int, command);
-        QFETCH(QString, order);
-        load(QStringLiteral(
-            "<div style=\"position: absolute; left: 0px; top: 0px; z-index: 1\">a</div>"
-            "<div style=\"position: absolute; left: 20px; top: 0px; z-index: 2\">b</div>"
-            "<div style=\"position: absolute; left: 40px; top: 0px; z-index: 3\">c</div>"
-            "<div style=\"position: relative; z-index: 2\">r</div>"));
-        QCOMPARE(paintingOrder(), QStringLiteral("text a b r c"));
-        const QList<Element> divs = m_surface->elementsByTagName(QStringLiteral("div"));
-        const Element element = divs.at(QStringLiteral("abcr").indexOf(selected));
+        auto [selected, command, order]
+            = fetch<QString, int, QString>("selected", "command", "order");
+        load(u"<div style=\"position: absolute; left: 0px; top: 0px; z-index: 1\">a</div>"
+             "<div style=\"position: absolute; left: 20px; top: 0px; z-index: 2\">b</div>"
+             "<div style=\"position: absolute; left: 40px; top: 0px; z-index: 3\">c</div>"
+             "<div style=\"position: relative; z-index: 2\">r</div>"_s);
+        QCOMPARE(paintingOrder(), u"text a b r c"_s);
+        const QList<Element> divs = m_surface->elementsByTagName(u"div"_s);
+        const Element element = divs.at(u"abcr"_s.indexOf(selected));
         QVERIFY(m_surface->selectElement(element));
         QCOMPARE(m_surface->commandStatus(command), 3);
         QVERIFY(m_surface->execCommand(command));
@@ -402,10 +379,10 @@ private Q_SLOTS:
 
     void displaySwitchesLeaveMarkupAlone()
     {
-        load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table>"
-                            "<a name=\"here\"></a><p>text<!-- note --> more<br>next</p>"));
+        load(u"<table><tbody><tr><td>cell</td></tr></tbody></table>"
+             "<a name=\"here\"></a><p>text<!-- note --> more<br>next</p>"_s);
         const QString markup = m_surface->documentHTML();
-        const Element cell = m_surface->elementsByTagName(QStringLiteral("td")).first();
+        const Element cell = m_surface->elementsByTagName(u"td"_s).first();
         QVERIFY(!m_surface->showBorders());
         QVERIFY(m_surface->setShowBorders(true));
         QVERIFY(m_surface->setShowDetails(true));
@@ -413,44 +390,40 @@ private Q_SLOTS:
         QVERIFY(m_surface->showBorders());
         QVERIFY(m_surface->showDetails());
         QVERIFY(m_surface->snapToGrid());
-        QCOMPARE(js(QStringLiteral("computedStyle"),
-                     {cell.toVariant(), QStringLiteral("outline-style"), QString()})
-                     .toString(),
-            QStringLiteral("dashed"));
-        const Element anchor = m_surface->elementsByTagName(QStringLiteral("a")).first();
-        QVERIFY(js(QStringLiteral("computedStyle"),
-            {anchor.toVariant(), QStringLiteral("content"), QStringLiteral("::before")})
+        QCOMPARE(
+            js(u"computedStyle"_s, {cell.toVariant(), u"outline-style"_s, QString()}).toString(),
+            u"dashed"_s);
+        const Element anchor = m_surface->elementsByTagName(u"a"_s).first();
+        QVERIFY(js(u"computedStyle"_s, {anchor.toVariant(), u"content"_s, u"::before"_s})
                     .toString()
                     .contains(QChar(0x2693)));
         // Comments and line breaks get marks where they stand: the comment after "text", the
         // break at the end of the first line, above the second.
-        const auto marks = [this] { return js(QStringLiteral("detailMarks"), {}).toList(); };
+        const auto marks = [this] { return js(u"detailMarks"_s, {}).toList(); };
         const QVariantList shown = marks();
         QCOMPARE(shown.size(), 2);
         const QVariantMap comment = shown.at(0).toMap();
         const QVariantMap lineBreak = shown.at(1).toMap();
-        QCOMPARE(comment.value(QStringLiteral("kind")).toString(), QStringLiteral("comment"));
-        QCOMPARE(lineBreak.value(QStringLiteral("kind")).toString(), QStringLiteral("break"));
-        QVERIFY(comment.value(QStringLiteral("x")).toInt() > 0);
-        QVERIFY(lineBreak.value(QStringLiteral("x")).toInt()
-            > comment.value(QStringLiteral("x")).toInt());
-        QCOMPARE(lineBreak.value(QStringLiteral("y")).toInt(),
-            comment.value(QStringLiteral("y")).toInt());
+        QCOMPARE(comment.value(u"kind"_s).toString(), u"comment"_s);
+        QCOMPARE(lineBreak.value(u"kind"_s).toString(), u"break"_s);
+        QVERIFY(comment.value(u"x"_s).toInt() > 0);
+        QVERIFY(lineBreak.value(u"x"_s).toInt() > comment.value(u"x"_s).toInt());
+        QCOMPARE(lineBreak.value(u"y"_s).toInt(), comment.value(u"y"_s).toInt());
         QCOMPARE(m_surface->documentHTML(), markup);
-        QCOMPARE(js(QStringLiteral("undoDepth"), {}).toList().value(0).toInt(), 0);
+        QCOMPARE(js(u"undoDepth"_s, {}).toList().value(0).toInt(), 0);
 
         // Marks follow edits within a frame, and undo.
         const auto kinds = [&marks] {
             QStringList out;
             for (const QVariant &mark : marks())
-                out << mark.toMap().value(QStringLiteral("kind")).toString();
+                out << mark.toMap().value(u"kind"_s).toString();
             return out.join(QLatin1Char(' '));
         };
-        QVERIFY(m_surface->setInnerHTML(m_surface->elementsByTagName(QStringLiteral("p")).first(),
-            QStringLiteral("a<br>b<br>c")));
-        QTRY_COMPARE(kinds(), QStringLiteral("break break"));
+        QVERIFY(m_surface->setInnerHTML(
+            m_surface->elementsByTagName(u"p"_s).first(), u"a<br>b<br>c"_s));
+        QTRY_COMPARE(kinds(), u"break break"_s);
         QVERIFY(m_surface->execCommand(Undo));
-        QTRY_COMPARE(kinds(), QStringLiteral("comment break"));
+        QTRY_COMPARE(kinds(), u"comment break"_s);
         QCOMPARE(m_surface->documentHTML(), markup);
 
         QVERIFY(m_surface->setShowBorders(false));
@@ -458,10 +431,9 @@ private Q_SLOTS:
         QVERIFY(m_surface->setSnapToGrid(false));
         QVERIFY(marks().isEmpty());
         QVERIFY(!m_surface->documentHTML().contains(QLatin1String("vantry-marks")));
-        QCOMPARE(js(QStringLiteral("computedStyle"),
-                     {cell.toVariant(), QStringLiteral("outline-style"), QString()})
-                     .toString(),
-            QStringLiteral("none"));
+        QCOMPARE(
+            js(u"computedStyle"_s, {cell.toVariant(), u"outline-style"_s, QString()}).toString(),
+            u"none"_s);
     }
 
     void draggingMovesPositionedElements_data()
@@ -475,14 +447,12 @@ private Q_SLOTS:
 
     void draggingMovesPositionedElements()
     {
-        QFETCH(bool, snap);
-        QFETCH(bool, lock);
-        QFETCH(QPoint, topLeft);
-        load(QStringLiteral("<p>text</p><div style=\"position: absolute; left: 100px; top: 100px; "
-                            "width: 100px; height: 50px\">box</div>"));
+        auto [snap, lock, topLeft] = fetch<bool, bool, QPoint>("snap", "lock", "topLeft");
+        load(u"<p>text</p><div style=\"position: absolute; left: 100px; top: 100px; "
+             "width: 100px; height: 50px\">box</div>"_s);
         const QString loaded = m_surface->bodyInnerHTML();
         QVERIFY(m_surface->setSnapToGrid(snap));
-        const Element div = m_surface->elementsByTagName(QStringLiteral("div")).first();
+        const Element div = m_surface->elementsByTagName(u"div"_s).first();
         if (lock) {
             QVERIFY(m_surface->selectElement(div));
             QVERIFY(m_surface->execCommand(LockElement));
@@ -498,8 +468,8 @@ private Q_SLOTS:
         QTest::mouseRelease(mouse, Qt::LeftButton, Qt::NoModifier, grip + QPoint(23, 17));
         const QString left = QString::number(topLeft.x()) + QLatin1String("px");
         const QString top = QString::number(topLeft.y()) + QLatin1String("px");
-        QTRY_COMPARE(m_surface->styleProperty(div, QStringLiteral("left")), left);
-        QCOMPARE(m_surface->styleProperty(div, QStringLiteral("top")), top);
+        QTRY_COMPARE(m_surface->styleProperty(div, u"left"_s), left);
+        QCOMPARE(m_surface->styleProperty(div, u"top"_s), top);
         QVERIFY(m_surface->setSnapToGrid(false));
         if (lock)
             return;
@@ -511,23 +481,23 @@ private Q_SLOTS:
 
     void undoAndRedoFollowOneHistory()
     {
-        load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"));
+        load(u"<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"_s);
         m_surface->useElementFormatting();
         const QString loaded = m_surface->bodyInnerHTML();
         QWidget *keys = input();
 
         // Typing, then a table command, then formatting.
-        caretAt(QStringLiteral("word"), true);
-        QTest::keyClicks(keys, QStringLiteral("xy"));
+        caretAt(u"word"_s, true);
+        QTest::keyClicks(keys, u"xy"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxy")));
         const QString typed = m_surface->bodyInnerHTML();
 
-        caretAt(QStringLiteral("cell"));
+        caretAt(u"cell"_s);
         QVERIFY(m_surface->execCommand(InsertRow));
         const QString withRow = m_surface->bodyInnerHTML();
         QCOMPARE(withRow.count(QLatin1String("<tr>")), 2);
 
-        select(QStringLiteral("wordxy"));
+        select(u"wordxy"_s);
         QVERIFY(m_surface->execCommand(Bold));
         const QString bold = m_surface->bodyInnerHTML();
         QVERIFY(bold.contains(QLatin1String("<b>wordxy</b>")));
@@ -544,22 +514,27 @@ private Q_SLOTS:
             QCOMPARE(m_surface->bodyInnerHTML(), states.at(i));
         }
         QCOMPARE(m_surface->commandStatus(Redo), 1);
+        // The keyboard takes the same steps back.
+        for (int i = states.size() - 2; i >= 0; --i) {
+            QTest::keyClick(keys, Qt::Key_Z, Qt::ControlModifier);
+            QTRY_COMPARE(m_surface->bodyInnerHTML(), states.at(i));
+        }
     }
 
     // The engine ends its typing step when the selection is set, even to where the caret
     // was; the history's one typing step still goes back, and comes again, whole.
     void typingGoesBackWholeWhereTheEngineSplitIt()
     {
-        load(QStringLiteral("<p>first</p><p>word</p>"));
+        load(u"<p>first</p><p>word</p>"_s);
         const QString loaded = m_surface->bodyInnerHTML();
         QWidget *keys = input();
-        caretAt(QStringLiteral("word"), true);
-        QTest::keyClicks(keys, QStringLiteral("xy"));
+        caretAt(u"word"_s, true);
+        QTest::keyClicks(keys, u"xy"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxy")));
-        caretAt(QStringLiteral("wordxy"), true);
-        QTest::keyClicks(keys, QStringLiteral("z"));
+        caretAt(u"wordxy"_s, true);
+        QTest::keyClicks(keys, u"z"_s);
         QTest::keyClick(keys, Qt::Key_Backspace);
-        QTest::keyClicks(keys, QStringLiteral("Z"));
+        QTest::keyClicks(keys, u"Z"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("wordxyZ")));
         const QString typed = m_surface->bodyInnerHTML();
 
@@ -572,12 +547,12 @@ private Q_SLOTS:
 
     void enterDoesNotCopyIds()
     {
-        load(QStringLiteral("<p id=\"intro\">first</p>"));
+        load(u"<p id=\"intro\">first</p>"_s);
         QWidget *keys = input();
-        caretAt(QStringLiteral("first"), true);
+        caretAt(u"first"_s, true);
         QTest::keyClick(keys, Qt::Key_Return);
-        QTRY_COMPARE(m_surface->elementsByTagName(QStringLiteral("p")).size(), 2);
-        QTest::keyClicks(keys, QStringLiteral("next"));
+        QTRY_COMPARE(m_surface->elementsByTagName(u"p"_s).size(), 2);
+        QTest::keyClicks(keys, u"next"_s);
         QTRY_VERIFY2(m_surface->bodyInnerText().contains(QLatin1String("next")),
             qPrintable(m_surface->bodyInnerHTML()));
         const QString html = m_surface->bodyInnerHTML();
@@ -588,15 +563,15 @@ private Q_SLOTS:
     // The key removes the element selected whole, and nothing else, as one undo step.
     void deletingAnElementCanBeUndone()
     {
-        load(QStringLiteral("<p>before <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
-                            "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> after</p>"));
+        load(u"<p>before <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///"
+             "wAAACH5BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"20\"> after</p>"_s);
         const QString loaded = m_surface->bodyInnerHTML();
         QWidget *keys = input();
         QVERIFY(m_surface->selectElement(m_surface->images().first()));
         QSignalSpy changed(m_surface, &Platform::DesignSurface::contentChanged);
         QTest::keyClick(keys, Qt::Key_Delete);
         QTRY_VERIFY(m_surface->images().isEmpty());
-        QVERIFY(m_surface->bodyInnerHTML().contains(QStringLiteral("before  after")));
+        QVERIFY(m_surface->bodyInnerHTML().contains(u"before  after"_s));
         QTRY_VERIFY(!changed.isEmpty());
         QCOMPARE(m_surface->selectionType(), Platform::SelectionType::None);
         QTRY_COMPARE(m_surface->commandStatus(Undo), 3);
@@ -606,62 +581,43 @@ private Q_SLOTS:
         QVERIFY(m_surface->images().isEmpty());
     }
 
-    void keyboardUndoTakesTheSameSteps()
-    {
-        load(QStringLiteral("<table><tbody><tr><td>cell</td></tr></tbody></table><p>word</p>"));
-        QWidget *keys = input();
-        caretAt(QStringLiteral("word"), true);
-        QTest::keyClicks(keys, QStringLiteral("s"));
-        QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("words")));
-        const QString typed = m_surface->bodyInnerHTML();
-        caretAt(QStringLiteral("cell"));
-        QVERIFY(m_surface->execCommand(InsertCol));
-
-        QTest::keyClick(keys, Qt::Key_Z, Qt::ControlModifier);
-        QTRY_COMPARE(m_surface->bodyInnerHTML(), typed);
-        QTest::keyClick(keys, Qt::Key_Z, Qt::ControlModifier);
-        QTRY_VERIFY(!m_surface->bodyInnerText().contains(QLatin1String("words")));
-    }
-
     // In a long document the block being typed into is laid out on its own: the markup and the
     // undo history never show it, and a block the typing makes taller shows all its text.
     void typingInALongDocumentLeavesNoTrace()
     {
         QString body;
         for (int i = 0; i < 800; ++i)
-            body += QStringLiteral("<p>paragraph %1 text</p>").arg(i);
+            body += u"<p>paragraph %1 text</p>"_s.arg(i);
         m_editor->setSetHtmlSource(body);
         QTRY_VERIFY(m_editor->isDocumentReady());
         const QString loaded = m_surface->bodyInnerHTML();
         const QString source = m_editor->GetHtmlSource();
         QWidget *keys = input();
-        caretAt(QStringLiteral("paragraph 400 text"), true);
+        caretAt(u"paragraph 400 text"_s, true);
 
-        QTest::keyClicks(keys, QStringLiteral("ab"));
+        QTest::keyClicks(keys, u"ab"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("paragraph 400 textab")));
-        QCOMPARE(js(QStringLiteral("typingBlock")).toMap().value(QStringLiteral("text")),
-            QStringLiteral("paragraph 400 textab"));
+        QCOMPARE(js(u"typingBlock"_s).toMap().value(u"text"_s), u"paragraph 400 textab"_s);
 
         // Enough for several more lines.
-        const QString words = QStringLiteral(" more words to wrap").repeated(12);
+        const QString words = u" more words to wrap"_s.repeated(12);
         QTest::keyClicks(keys, words);
-        const QString typed = QStringLiteral("paragraph 400 textab") + words;
+        const QString typed = u"paragraph 400 textab"_s + words;
         QTRY_VERIFY(m_surface->bodyInnerText().contains(typed));
-        const QVariantMap block = js(QStringLiteral("typingBlock")).toMap();
-        QCOMPARE(block.value(QStringLiteral("text")).toString(), typed);
-        QCOMPARE(block.value(QStringLiteral("clipped")), false);
+        const QVariantMap block = js(u"typingBlock"_s).toMap();
+        QCOMPARE(block.value(u"text"_s).toString(), typed);
+        QCOMPARE(block.value(u"clipped"_s), false);
 
         QString expected = loaded;
-        expected.replace(QStringLiteral("paragraph 400 text</p>"), typed + QStringLiteral("</p>"));
+        expected.replace(u"paragraph 400 text</p>"_s, typed + u"</p>"_s);
         QCOMPARE(m_surface->bodyInnerHTML(), expected);
         QString expectedSource = source;
-        expectedSource.replace(
-            QStringLiteral("paragraph 400 text</p>"), typed + QStringLiteral("</p>"));
+        expectedSource.replace(u"paragraph 400 text</p>"_s, typed + u"</p>"_s);
         QCOMPARE(m_editor->GetHtmlSource(), expectedSource);
 
         QVERIFY(m_surface->execCommand(Undo));
         QCOMPARE(m_surface->bodyInnerHTML(), loaded);
-        QVERIFY(!js(QStringLiteral("typingBlock")).isValid());
+        QVERIFY(!js(u"typingBlock"_s).isValid());
     }
 
     // Far from the view and the caret, blocks skip their rendering outright; a search and a
@@ -670,17 +626,17 @@ private Q_SLOTS:
     {
         QString body;
         for (int i = 0; i < 3000; ++i)
-            body += QStringLiteral("<p>paragraph %1 text</p>").arg(i);
+            body += u"<p>paragraph %1 text</p>"_s.arg(i);
         m_editor->setSetHtmlSource(body);
         QTRY_VERIFY(m_editor->isDocumentReady());
         waitForFrame();
 
-        QVERIFY(m_surface->findNext(QStringLiteral("paragraph 2900 text"), {}));
-        QCOMPARE(js(QStringLiteral("engineSelectionText")), QStringLiteral("paragraph 2900 text"));
+        QVERIFY(m_surface->findNext(u"paragraph 2900 text"_s, {}));
+        QCOMPARE(js(u"engineSelectionText"_s), u"paragraph 2900 text"_s);
 
         QWidget *keys = input();
-        caretAt(QStringLiteral("paragraph 1500 text"), true);
-        QTest::keyClicks(keys, QStringLiteral("ab"));
+        caretAt(u"paragraph 1500 text"_s, true);
+        QTest::keyClicks(keys, u"ab"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("paragraph 1500 textab")));
     }
 
@@ -696,10 +652,10 @@ private:
             QString name;
         };
         QList<Layer> layers;
-        const QList<Element> divs = m_surface->elementsByTagName(QStringLiteral("div"));
+        const QList<Element> divs = m_surface->elementsByTagName(u"div"_s);
         for (const Element &div : divs) {
-            layers.append({m_surface->styleProperty(div, QStringLiteral("z-index")).toInt(),
-                int(layers.size()), m_surface->innerHTML(div)});
+            layers.append({m_surface->styleProperty(div, u"z-index"_s).toInt(), int(layers.size()),
+                m_surface->innerHTML(div)});
         }
         std::sort(layers.begin(), layers.end(), [](const Layer &a, const Layer &b) {
             return std::tie(a.z, a.index) < std::tie(b.z, b.index);
@@ -708,13 +664,13 @@ private:
         bool text = false;
         for (const Layer &layer : std::as_const(layers)) {
             if (!text && layer.z >= 0) {
-                names.append(QStringLiteral("text"));
+                names.append(u"text"_s);
                 text = true;
             }
             names.append(layer.name);
         }
         if (!text)
-            names.append(QStringLiteral("text"));
+            names.append(u"text"_s);
         return names.join(QLatin1Char(' '));
     }
 };

@@ -7,6 +7,7 @@
 #include "../common/surfacefixture.h"
 
 using namespace Vantry;
+using namespace Qt::StringLiterals;
 using Platform::Element;
 using Platform::SelectionType;
 using Platform::TextRange;
@@ -94,15 +95,15 @@ private Q_SLOTS:
 
     void backwardMoves()
     {
-        load(QStringLiteral("<p>lorem ipsum</p><p>dolor sit</p>"));
+        load(u"<p>lorem ipsum</p><p>dolor sit</p>"_s);
         const TextRange range = m_surface->bodyRange();
         m_surface->collapseRange(range, false);
         QCOMPARE(m_surface->moveRangeStart(range, TextUnit::Word, -1), -1);
-        QCOMPARE(m_surface->rangeText(range), QStringLiteral("sit"));
+        QCOMPARE(m_surface->rangeText(range), u"sit"_s);
         QCOMPARE(m_surface->moveRangeStart(range, TextUnit::Word, -2), -2);
-        QCOMPARE(m_surface->rangeText(range), QStringLiteral("ipsum\r\ndolor sit"));
+        QCOMPARE(m_surface->rangeText(range), u"ipsum\r\ndolor sit"_s);
         QCOMPARE(m_surface->moveRangeStart(range, TextUnit::Character, -3), -3);
-        QCOMPARE(m_surface->rangeText(range), QStringLiteral("em ipsum\r\ndolor sit"));
+        QCOMPARE(m_surface->rangeText(range), u"em ipsum\r\ndolor sit"_s);
         QCOMPARE(m_surface->moveRangeStart(range, TextUnit::Word, -5), -1);
         QCOMPARE(m_surface->moveRangeEnd(range, TextUnit::TextEdit, -1), -1);
         QCOMPARE(m_surface->rangeText(range), QString());
@@ -182,37 +183,37 @@ private Q_SLOTS:
 
     void findTextStaysInsideANonEmptyRange()
     {
-        load(QStringLiteral("<p>lorem one two lorem</p>"));
-        const TextRange range = found(QStringLiteral("one two"));
+        load(u"<p>lorem one two lorem</p>"_s);
+        const TextRange range = found(u"one two"_s);
         QVERIFY(!range.isNull());
-        QVERIFY(!m_surface->findText(range, QStringLiteral("lorem")));
-        QCOMPARE(m_surface->rangeText(range), QStringLiteral("one two"));
+        QVERIFY(!m_surface->findText(range, u"lorem"_s));
+        QCOMPARE(m_surface->rangeText(range), u"one two"_s);
         // Collapsed, the search goes on to the end of the body.
         m_surface->collapseRange(range, true);
-        QVERIFY(m_surface->findText(range, QStringLiteral("lorem")));
+        QVERIFY(m_surface->findText(range, u"lorem"_s));
         m_surface->moveRangeStart(range, TextUnit::Character, -4);
-        QCOMPARE(m_surface->rangeText(range), QStringLiteral("two lorem"));
+        QCOMPARE(m_surface->rangeText(range), u"two lorem"_s);
     }
 
     void bookmarkReturnsToThePlace()
     {
-        load(QStringLiteral("<div><p>lorem <b>ipsum</b></p><p>dolor</p></div>"));
-        const TextRange range = found(QStringLiteral("sum\r\ndol"));
+        load(u"<div><p>lorem <b>ipsum</b></p><p>dolor</p></div>"_s);
+        const TextRange range = found(u"sum\r\ndol"_s);
         const QString bookmark = m_surface->rangeBookmark(range);
         QVERIFY(!bookmark.isEmpty());
         m_surface->moveRange(range, TextUnit::TextEdit, -1);
         QCOMPARE(m_surface->rangeText(range), QString());
         QVERIFY(m_surface->moveRangeToBookmark(range, bookmark));
-        QCOMPARE(m_surface->rangeText(range), QStringLiteral("sum\r\ndol"));
-        QVERIFY(!m_surface->moveRangeToBookmark(range, QStringLiteral("nonsense")));
-        QVERIFY(!m_surface->moveRangeToBookmark(range, QStringLiteral("VB1|9.9:0|9.9:0")));
+        QCOMPARE(m_surface->rangeText(range), u"sum\r\ndol"_s);
+        QVERIFY(!m_surface->moveRangeToBookmark(range, u"nonsense"_s));
+        QVERIFY(!m_surface->moveRangeToBookmark(range, u"VB1|9.9:0|9.9:0"_s));
     }
 
     void inRangeAndDuplicate()
     {
-        load(QStringLiteral("<p>lorem</p><p> ipsum dolor</p>"));
+        load(u"<p>lorem</p><p> ipsum dolor</p>"_s);
         const TextRange body = m_surface->bodyRange();
-        const TextRange hit = found(QStringLiteral("ipsum"));
+        const TextRange hit = found(u"ipsum"_s);
         QVERIFY(m_surface->rangeInRange(body, hit));
         QVERIFY(!m_surface->rangeInRange(hit, body));
         QVERIFY(m_surface->rangeInRange(hit, hit));
@@ -221,50 +222,47 @@ private Q_SLOTS:
         QVERIFY(m_surface->rangesEqual(copy, hit));
         m_surface->moveRange(copy, TextUnit::Word, 1);
         QVERIFY(!m_surface->rangesEqual(copy, hit));
-        QCOMPARE(m_surface->rangeText(hit), QStringLiteral("ipsum"));
+        QCOMPARE(m_surface->rangeText(hit), u"ipsum"_s);
         QVERIFY(m_surface->rangeInRange(body, copy));
         QVERIFY(!m_surface->rangeInRange(hit, copy));
 
         // Places a reader cannot tell apart count as equal: the end of one paragraph and the
         // start of the next one's text are one place, however the DOM points differ.
-        const TextRange before = found(QStringLiteral("lorem"));
+        const TextRange before = found(u"lorem"_s);
         m_surface->moveRangeEnd(before, TextUnit::Character, 1);
         m_surface->collapseRange(before, false);
-        const TextRange after = found(QStringLiteral("ipsum"));
+        const TextRange after = found(u"ipsum"_s);
         m_surface->collapseRange(after, true);
         QVERIFY(m_surface->rangesEqual(before, after));
     }
 
     void editingThroughRanges()
     {
-        load(QStringLiteral("<p>lo<b>rem</b> ipsum dolor</p>"));
-        const TextRange partial = found(QStringLiteral("orem ip"));
-        QCOMPARE(m_surface->rangeHtmlText(partial), QStringLiteral("o<b>rem</b> ip"));
+        load(u"<p>lo<b>rem</b> ipsum dolor</p>"_s);
+        const TextRange partial = found(u"orem ip"_s);
+        QCOMPARE(m_surface->rangeHtmlText(partial), u"o<b>rem</b> ip"_s);
 
-        const TextRange word = found(QStringLiteral("ipsum"));
-        QVERIFY(m_surface->setRangeText(word, QStringLiteral("IPSUM")));
+        const TextRange word = found(u"ipsum"_s);
+        QVERIFY(m_surface->setRangeText(word, u"IPSUM"_s));
         QCOMPARE(m_surface->rangeText(word), QString());
-        QVERIFY(m_surface->pasteHTML(word, QStringLiteral("<i>x</i>")));
-        QVERIFY(m_surface->pasteHTML(word, QStringLiteral("<u>y</u>")));
-        QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<p>lo<b>rem</b> IPSUM<i>x</i><u>y</u> dolor</p>"));
+        QVERIFY(m_surface->pasteHTML(word, u"<i>x</i>"_s));
+        QVERIFY(m_surface->pasteHTML(word, u"<u>y</u>"_s));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>lo<b>rem</b> IPSUM<i>x</i><u>y</u> dolor</p>"_s);
 
         const TextRange caret = m_surface->bodyRange();
         m_surface->collapseRange(caret, true);
         QCOMPARE(m_surface->rangeHtmlText(caret), QString());
-        QVERIFY(m_surface->setRangeText(found(QStringLiteral("dolor")), QStringLiteral("a\nb")));
-        QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<p>lo<b>rem</b> IPSUM<i>x</i><u>y</u> a<br>b</p>"));
+        QVERIFY(m_surface->setRangeText(found(u"dolor"_s), u"a\nb"_s));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>lo<b>rem</b> IPSUM<i>x</i><u>y</u> a<br>b</p>"_s);
     }
 
     void rangesFollowEditsElsewhere()
     {
-        load(QStringLiteral("<p>one two three</p>"));
-        const TextRange three = found(QStringLiteral("three"));
-        m_surface->setRangeText(
-            found(QStringLiteral("one")), QStringLiteral("a much longer start"));
-        m_surface->setRangeText(found(QStringLiteral("two")), QString());
-        QCOMPARE(m_surface->rangeText(three), QStringLiteral("three"));
+        load(u"<p>one two three</p>"_s);
+        const TextRange three = found(u"three"_s);
+        m_surface->setRangeText(found(u"one"_s), u"a much longer start"_s);
+        m_surface->setRangeText(found(u"two"_s), QString());
+        QCOMPARE(m_surface->rangeText(three), u"three"_s);
     }
 
     void parentElement_data()
@@ -279,7 +277,7 @@ private Q_SLOTS:
     void parentElement()
     {
         auto [needle, collapse, tag] = fetch<QString, bool, QString>("needle", "collapse", "tag");
-        load(QStringLiteral("<div><p>plain <b>bold</b></p><p>next</p></div>"));
+        load(u"<div><p>plain <b>bold</b></p><p>next</p></div>"_s);
         const TextRange range = found(needle);
         QVERIFY(!range.isNull());
         if (collapse)
@@ -291,46 +289,46 @@ private Q_SLOTS:
     // ones work.
     void staleHandlesFailCleanly()
     {
-        load(QStringLiteral("<p>first</p>"));
+        load(u"<p>first</p>"_s);
         const TextRange range = m_surface->bodyRange();
         const Element body = m_surface->body();
         QVERIFY(!range.isNull() && !body.isNull());
-        load(QStringLiteral("<p>second</p>"));
-        QCOMPARE(m_surface->attribute(body, QStringLiteral("id")), QString());
+        load(u"<p>second</p>"_s);
+        QCOMPARE(m_surface->attribute(body, u"id"_s), QString());
         QVERIFY(m_surface->lastCallFailed());
         QVERIFY(!m_surface->body().isNull());
         QVERIFY(!m_surface->lastCallFailed());
         QCOMPARE(m_surface->rangeText(range), QString());
         QVERIFY(m_surface->lastCallFailed());
-        QVERIFY(!m_surface->findText(range, QStringLiteral("second")));
+        QVERIFY(!m_surface->findText(range, u"second"_s));
         QVERIFY(m_surface->lastCallFailed());
-        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("second"));
+        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), u"second"_s);
         QVERIFY(!m_surface->lastCallFailed());
     }
 
     void selectionFollowsSelectedRange()
     {
-        load(QStringLiteral("<p>lorem ipsum</p>"));
-        QVERIFY(m_surface->selectRange(found(QStringLiteral("ipsum"))));
+        load(u"<p>lorem ipsum</p>"_s);
+        QVERIFY(m_surface->selectRange(found(u"ipsum"_s)));
         QCOMPARE(m_surface->selectionType(), SelectionType::Text);
         const TextRange selected = m_surface->selectionRange();
         QVERIFY(!m_surface->isControlRange(selected));
-        QCOMPARE(m_surface->rangeText(selected), QStringLiteral("ipsum"));
+        QCOMPARE(m_surface->rangeText(selected), u"ipsum"_s);
 
         m_surface->collapseRange(selected, true);
         QVERIFY(m_surface->selectRange(selected));
         QCOMPARE(m_surface->selectionType(), SelectionType::None);
 
-        QVERIFY(m_surface->selectRange(found(QStringLiteral("lorem "))));
+        QVERIFY(m_surface->selectRange(found(u"lorem "_s)));
         QVERIFY(m_surface->clearSelection());
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ipsum</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>ipsum</p>"_s);
     }
 
     void controlSelectionLeavesNoTraceInMarkup()
     {
-        const QString markup = QStringLiteral("<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"
-                                              "<table border=\"1\"><tbody><tr><td>c</td></tr>"
-                                              "</tbody></table>");
+        const QString markup = u"<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"
+                               "<table border=\"1\"><tbody><tr><td>c</td></tr>"
+                               "</tbody></table>"_s;
         load(markup);
         const QList<Element> images = m_surface->images();
         QCOMPARE(images.size(), 1);
@@ -339,23 +337,21 @@ private Q_SLOTS:
         const TextRange controls = m_surface->selectionRange();
         QVERIFY(m_surface->isControlRange(controls));
         QCOMPARE(m_surface->controlCount(controls), 1);
-        QCOMPARE(m_surface->tagName(m_surface->controlItem(controls, 0)), QStringLiteral("IMG"));
+        QCOMPARE(m_surface->tagName(m_surface->controlItem(controls, 0)), u"IMG"_s);
         QCOMPARE(m_surface->rangeText(controls), QString());
         QVERIFY(m_surface->lastCallFailed());
         QCOMPARE(m_surface->bodyInnerHTML(), markup);
         m_editor->setReturnFullDocument(true);
-        QVERIFY(!m_editor->GetHtmlSource().contains(QStringLiteral("outline")));
+        QVERIFY(!m_editor->GetHtmlSource().contains(u"outline"_s));
         m_editor->setReturnFullDocument(false);
 
         // Selecting text ends the control selection and its frame.
-        QVERIFY(m_surface->selectRange(found(QStringLiteral("c"))));
+        QVERIFY(m_surface->selectRange(found(u"c"_s)));
         QCOMPARE(m_surface->selectionType(), SelectionType::Text);
 
-        QVERIFY(m_surface->selectElement(
-            m_surface->elementsByTagName(QStringLiteral("TABLE")).first()));
+        QVERIFY(m_surface->selectElement(m_surface->elementsByTagName(u"TABLE"_s).first()));
         QVERIFY(m_surface->clearSelection());
-        QCOMPARE(m_surface->bodyInnerHTML(),
-            QStringLiteral("<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"_s);
         QCOMPARE(m_surface->selectionType(), SelectionType::None);
     }
 
@@ -374,18 +370,17 @@ private Q_SLOTS:
     void clickingChoosesElementsWhole()
     {
         auto [tag, offset, whole] = fetch<QString, QPointF, bool>("tag", "offset", "whole");
-        load(QStringLiteral(
-            "<p>text <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///wAAACH5"
-            "BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"40\" height=\"30\"> "
-            "<input value=\"field\"></p>"
-            "<table border=\"1\" cellspacing=\"12\"><tbody><tr><td>a cell with "
-            "text</td></tr></tbody></table>"
-            "<div style=\"position: absolute; left: 300px; top: 150px; width: 200px; "
-            "height: 100px\">positioned text</div>"));
+        load(u"<p>text <img src=\"data:image/gif;base64,R0lGODlhAQABAIAAAP///wAAACH5"
+             "BAEAAAAALAAAAAABAAEAAAICRAEAOw==\" width=\"40\" height=\"30\"> "
+             "<input value=\"field\"></p>"
+             "<table border=\"1\" cellspacing=\"12\"><tbody><tr><td>a cell with "
+             "text</td></tr></tbody></table>"
+             "<div style=\"position: absolute; left: 300px; top: 150px; width: 200px; "
+             "height: 100px\">positioned text</div>"_s);
         const Element element = m_surface->elementsByTagName(tag).first();
         QTRY_VERIFY(m_surface->boundingRect(element).width() > 0);
         waitForFrame();
-        m_surface->selectRange(found(QStringLiteral("text")));
+        m_surface->selectRange(found(u"text"_s));
         click(m_surface->boundingRect(element).topLeft() + offset);
         if (whole) {
             QTRY_COMPARE(m_surface->selectionType(), SelectionType::Control);
@@ -398,54 +393,51 @@ private Q_SLOTS:
 
     void elementAccess()
     {
-        load(QStringLiteral("<p id=\"p\" style=\"color: red;\">text<script>1</script></p>"));
-        const Element paragraph = m_surface->elementsByTagName(QStringLiteral("P")).first();
-        QCOMPARE(m_surface->tagName(m_surface->parentElement(paragraph)), QStringLiteral("BODY"));
-        QCOMPARE(
-            m_surface->styleProperty(paragraph, QStringLiteral("color")), QStringLiteral("red"));
-        QVERIFY(m_surface->setStyleProperty(paragraph, QStringLiteral("color"), QString()));
-        QVERIFY(m_surface->removeAttribute(paragraph, QStringLiteral("id")));
+        load(u"<p id=\"p\" style=\"color: red;\">text<script>1</script></p>"_s);
+        const Element paragraph = m_surface->elementsByTagName(u"P"_s).first();
+        QCOMPARE(m_surface->tagName(m_surface->parentElement(paragraph)), u"BODY"_s);
+        QCOMPARE(m_surface->styleProperty(paragraph, u"color"_s), u"red"_s);
+        QVERIFY(m_surface->setStyleProperty(paragraph, u"color"_s, QString()));
+        QVERIFY(m_surface->removeAttribute(paragraph, u"id"_s));
         QCOMPARE(m_surface->scripts().size(), 1);
-        QVERIFY(m_surface->setInnerHTML(paragraph, QStringLiteral("<b>new</b>")));
-        QCOMPARE(m_surface->innerHTML(paragraph), QStringLiteral("<b>new</b>"));
+        QVERIFY(m_surface->setInnerHTML(paragraph, u"<b>new</b>"_s));
+        QCOMPARE(m_surface->innerHTML(paragraph), u"<b>new</b>"_s);
         QCOMPARE(m_surface->scripts().size(), 0);
-        QVERIFY(m_surface->setOuterHTML(paragraph, QStringLiteral("<h1>head</h1>")));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<h1>head</h1>"));
+        QVERIFY(m_surface->setOuterHTML(paragraph, u"<h1>head</h1>"_s));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<h1>head</h1>"_s);
         QVERIFY(m_surface->parentElement(paragraph).isNull());
-        QVERIFY(!m_surface->setOuterHTML(paragraph, QStringLiteral("<p>again</p>")));
+        QVERIFY(!m_surface->setOuterHTML(paragraph, u"<p>again</p>"_s));
     }
 
     void findFirstAndNextWalkTheBody()
     {
-        const QString body = QStringLiteral("<p>lorem a</p><p>b <b>Lo</b>rem</p><p>c LOREM</p>");
+        const QString body = u"<p>lorem a</p><p>b <b>Lo</b>rem</p><p>c LOREM</p>"_s;
         load(body);
         // Before a first search, a next one finds nothing and replaces nothing.
-        QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
-        QVERIFY(!m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("x")));
+        QVERIFY(!m_editor->FindNextText(u"lorem"_s));
+        QVERIFY(!m_editor->ReplaceNextText(u"lorem"_s, u"x"_s));
         QCOMPARE(m_surface->bodyInnerHTML(), body);
-        QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
-        QVERIFY(m_editor->FindNextText(QStringLiteral("lorem")));
-        QCOMPARE(selectedText(), QStringLiteral("Lorem"));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem a\r\nb Lorem"));
-        QVERIFY(m_editor->FindNextText(QStringLiteral("LoReM")));
-        QCOMPARE(selectedText(), QStringLiteral("LOREM"));
-        QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+        QVERIFY(m_editor->FindFirstText(u"lorem"_s));
+        QCOMPARE(textUpToSelectionEnd(), u"lorem"_s);
+        QVERIFY(m_editor->FindNextText(u"lorem"_s));
+        QCOMPARE(selectedText(), u"Lorem"_s);
+        QCOMPARE(textUpToSelectionEnd(), u"lorem a\r\nb Lorem"_s);
+        QVERIFY(m_editor->FindNextText(u"LoReM"_s));
+        QCOMPARE(selectedText(), u"LOREM"_s);
+        QVERIFY(!m_editor->FindNextText(u"lorem"_s));
         // A miss leaves the last hit selected.
-        QCOMPARE(selectedText(), QStringLiteral("LOREM"));
+        QCOMPARE(selectedText(), u"LOREM"_s);
         // A new first search starts again at the top.
-        QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem"));
-    }
+        QVERIFY(m_editor->FindFirstText(u"lorem"_s));
+        QCOMPARE(textUpToSelectionEnd(), u"lorem"_s);
 
-    void twoHitsInOneWordCountAsOne()
-    {
-        load(QStringLiteral("<p>aaaa xaa</p>"));
-        QVERIFY(m_editor->FindFirstText(QStringLiteral("aa")));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("aa"));
-        QVERIFY(m_editor->FindNextText(QStringLiteral("aa")));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("aaaa xaa"));
-        QVERIFY(!m_editor->FindNextText(QStringLiteral("aa")));
+        // Two hits in one word count as one.
+        load(u"<p>aaaa xaa</p>"_s);
+        QVERIFY(m_editor->FindFirstText(u"aa"_s));
+        QCOMPARE(textUpToSelectionEnd(), u"aa"_s);
+        QVERIFY(m_editor->FindNextText(u"aa"_s));
+        QCOMPARE(textUpToSelectionEnd(), u"aaaa xaa"_s);
+        QVERIFY(!m_editor->FindNextText(u"aa"_s));
     }
 
     void replaceFirstAndNext()
@@ -527,14 +519,12 @@ private Q_SLOTS:
         // The text up to each hit's end: the first search's, then each next search's.
         QTest::addColumn<QStringList>("hits");
         row("hits inside", "<p>lorem 1 lorem 2 lorem 3</p>", "lorem 1 lorem 2",
-            QStringList{QStringLiteral("lorem"), QStringLiteral("lorem 1 lorem"),
-                QStringLiteral("lorem"), QStringLiteral("lorem 1 lorem")});
+            QStringList{u"lorem"_s, u"lorem 1 lorem"_s, u"lorem"_s, u"lorem 1 lorem"_s});
         row("last hit ends the selection and the body", "<p>lorem a lorem b lorem</p>",
             "a lorem b lorem",
-            QStringList{QStringLiteral("lorem a lorem"), QStringLiteral("lorem a lorem b lorem"),
-                QStringLiteral("lorem a lorem")});
+            QStringList{u"lorem a lorem"_s, u"lorem a lorem b lorem"_s, u"lorem a lorem"_s});
         row("last hit is the body's last", "<p>x lorem a</p>", "lorem a",
-            QStringList{QStringLiteral("x lorem"), QStringLiteral("x lorem")});
+            QStringList{u"x lorem"_s, u"x lorem"_s});
     }
 
     // Past the last hit in the selection the search starts over at its first.
@@ -544,7 +534,7 @@ private Q_SLOTS:
             = fetch<QString, QString, QStringList>("body", "selected", "hits");
         load(body);
         select(selected);
-        const QString lorem = QStringLiteral("lorem");
+        const QString lorem = u"lorem"_s;
         QVERIFY(m_editor->FindFirstTextInSelection(lorem));
         QCOMPARE(textUpToSelectionEnd(), hits.first());
         for (qsizetype i = 1; i < hits.size(); ++i) {
@@ -609,35 +599,35 @@ private Q_SLOTS:
 
     void aLookupEndsTheSearch()
     {
-        load(QStringLiteral("<p>lorem lorem</p>"));
-        QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
+        load(u"<p>lorem lorem</p>"_s);
+        QVERIFY(m_editor->FindFirstText(u"lorem"_s));
         QVERIFY(!m_editor->GetSelectedElementObject().isNull());
-        QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+        QVERIFY(!m_editor->FindNextText(u"lorem"_s));
 
         // So does a new document.
-        QVERIFY(m_editor->FindFirstText(QStringLiteral("lorem")));
-        load(QStringLiteral("<p>lorem lorem</p>"));
-        QVERIFY(!m_editor->FindNextText(QStringLiteral("lorem")));
+        QVERIFY(m_editor->FindFirstText(u"lorem"_s));
+        load(u"<p>lorem lorem</p>"_s);
+        QVERIFY(!m_editor->FindNextText(u"lorem"_s));
     }
 
     // The kept search range and selection copy belong to the search, however many other
     // ranges are made and dropped meanwhile.
     void theSearchOutlivesOtherCalls()
     {
-        load(QStringLiteral("<p>lorem a lorem b lorem c</p>"));
-        const QString lorem = QStringLiteral("lorem");
+        load(u"<p>lorem a lorem b lorem c</p>"_s);
+        const QString lorem = u"lorem"_s;
         QVERIFY(m_editor->FindFirstText(lorem));
         for (int i = 0; i < 300; ++i)
             m_editor->GetSelectedHTML();
         QVERIFY(m_editor->FindNextText(lorem));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem a lorem"));
+        QCOMPARE(textUpToSelectionEnd(), u"lorem a lorem"_s);
 
-        select(QStringLiteral("a lorem b lorem c"));
+        select(u"a lorem b lorem c"_s);
         QVERIFY(m_editor->FindFirstTextInSelection(lorem));
         for (int i = 0; i < 300; ++i)
             m_editor->GetSelectedHTML();
         QVERIFY(m_editor->FindNextTextInSelection(lorem));
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("lorem a lorem b lorem"));
+        QCOMPARE(textUpToSelectionEnd(), u"lorem a lorem b lorem"_s);
     }
 
     void editsAreUndoneOneAtATime_data()
@@ -695,51 +685,50 @@ private Q_SLOTS:
     {
         // The dialog's search goes on from the selection, honours case, whole words and
         // direction, goes round the end, and leaves the selection alone when nothing is found.
-        load(QStringLiteral(
-            "<p>Cat catalogue</p><p>the <b>cat</b> sat</p><p>CAT</p><p>x<br>cat</p>"));
+        load(u"<p>Cat catalogue</p><p>the <b>cat</b> sat</p><p>CAT</p><p>x<br>cat</p>"_s);
         const auto hitContext = [this] {
             const TextRange range = m_surface->selectionRange();
             return textUpToSelectionEnd().size() - m_surface->rangeText(range).size();
         };
-        select(QStringLiteral("sat"));
+        select(u"sat"_s);
         const QString all = m_surface->bodyInnerText();
         const auto startOf = [&all](const QString &needle, int from = 0) {
             return int(all.indexOf(needle, from));
         };
 
         Platform::SearchOptions options;
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(selectedText(), QStringLiteral("CAT"));
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(selectedText(), u"CAT"_s);
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
         QCOMPARE(hitContext(), all.lastIndexOf(QLatin1String("cat")));
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(hitContext(), startOf(QStringLiteral("Cat")));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(hitContext(), startOf(u"Cat"_s));
 
         options.matchCase = true;
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(hitContext(), startOf(QStringLiteral("catalogue")));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(hitContext(), startOf(u"catalogue"_s));
 
         options.wholeWord = true;
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(hitContext(), startOf(QStringLiteral("cat sat")));
-        QCOMPARE(selectedText(), QStringLiteral("cat"));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(hitContext(), startOf(u"cat sat"_s));
+        QCOMPARE(selectedText(), u"cat"_s);
 
         options.matchCase = false;
         options.backwards = true;
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(hitContext(), startOf(QStringLiteral("Cat")));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(hitContext(), startOf(u"Cat"_s));
         // Round the start to the last hit; a line break ends a word as a block does.
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
         QCOMPARE(hitContext(), all.lastIndexOf(QLatin1String("cat")));
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(selectedText(), QStringLiteral("CAT"));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(selectedText(), u"CAT"_s);
 
-        QVERIFY(!m_surface->findNext(QStringLiteral("dog"), options));
+        QVERIFY(!m_surface->findNext(u"dog"_s, options));
         QVERIFY(!m_surface->lastCallFailed());
-        QCOMPARE(selectedText(), QStringLiteral("CAT"));
+        QCOMPARE(selectedText(), u"CAT"_s);
         options.wholeWord = true;
-        QVERIFY(!m_surface->findNext(QStringLiteral("catal"), options));
-        QCOMPARE(selectedText(), QStringLiteral("CAT"));
+        QVERIFY(!m_surface->findNext(u"catal"_s, options));
+        QCOMPARE(selectedText(), u"CAT"_s);
     }
 
     void wholeWordsEndAtEveryBlock_data()
@@ -753,11 +742,11 @@ private Q_SLOTS:
     void wholeWordsEndAtEveryBlock()
     {
         QFETCH(QString, tag);
-        load(QStringLiteral("<%1>s</%1><%1>cat</%1><%1>s</%1>").arg(tag));
+        load(u"<%1>s</%1><%1>cat</%1><%1>s</%1>"_s.arg(tag));
         Platform::SearchOptions options;
         options.wholeWord = true;
-        QVERIFY(m_surface->findNext(QStringLiteral("cat"), options));
-        QCOMPARE(selectedText(), QStringLiteral("cat"));
+        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(selectedText(), u"cat"_s);
     }
 
 private:
