@@ -638,6 +638,16 @@ private Q_SLOTS:
         caretAt(u"paragraph 1500 text"_s, true);
         QTest::keyClicks(keys, u"ab"_s);
         QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("paragraph 1500 textab")));
+
+        // The document's ends, which the engine finds by layout.
+        QTest::keyClick(keys, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClicks(keys, u"Z"_s);
+        QTRY_VERIFY2(m_surface->bodyInnerHTML().contains(u"paragraph 2999 textZ</p>"_s),
+            qPrintable(m_surface->bodyInnerHTML().right(60)));
+        QTest::keyClick(keys, Qt::Key_Home, Qt::ControlModifier);
+        QTest::keyClicks(keys, u"A"_s);
+        QTRY_VERIFY2(m_surface->bodyInnerHTML().contains(u"<p>Aparagraph 0 text</p>"_s),
+            qPrintable(m_surface->bodyInnerHTML().left(60)));
     }
 
 private:

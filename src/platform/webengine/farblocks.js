@@ -147,7 +147,47 @@
         // Before the engine inserts: the caret's block must be rendered by then.
         document.addEventListener('beforeinput', follow, true);
         window.addEventListener('scroll', scrolled, true);
-        window.addEventListener('resize', () => follow(true));
+        window.addEventListener('resize', resized);
+        window.addEventListener('keydown', documentEnds, true);
+    }
+
+    function resized() {
+        follow(true);
+    }
+
+    // The engine finds the document's ends for Ctrl+Home and Ctrl+End through layout, which
+    // skipped blocks do not have: on a long page it stopped at the start of the last block.
+    // The caret goes to the first or last text shown instead, extending with Shift.
+    function documentEnds(e) {
+        if (!e.ctrlKey || e.altKey || e.metaKey || (e.key !== 'Home' && e.key !== 'End')
+            || !V.longDocument() || !document.body || !document.body.isContentEditable)
+            return;
+        const toEnd = e.key === 'End';
+        const { elementKind, HIDDEN } = V.textClasses;
+        const shown = n => /\S/.test(n.data) && elementKind(n.parentElement) !== HIDDEN;
+        const walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT, n =>
+            shown(n) ? NodeFilter.FILTER_ACCEPT : NodeFilter.FILTER_SKIP);
+        let node = null;
+        if (toEnd) {
+            let last = document.body;
+            while (last.lastChild)
+                last = last.lastChild;
+            walker.currentNode = last;
+            node = last.nodeType === Node.TEXT_NODE && shown(last) ? last : walker.previousNode();
+        } else {
+            node = walker.nextNode();
+        }
+        if (!node)
+            return;
+        e.preventDefault();
+        const s = document.getSelection();
+        const offset = toEnd ? node.data.length : 0;
+        if (e.shiftKey && s.rangeCount)
+            s.extend(node, offset);
+        else
+            s.collapse(node, offset);
+        follow();
+        node.parentElement.scrollIntoView({ block: toEnd ? 'end' : 'start' });
     }
 
     // A new document starts from the top; where the view really is waits for the first
