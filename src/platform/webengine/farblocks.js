@@ -26,26 +26,7 @@
     let lastEnds = [null, null];
     let lastViewBlock = null;
 
-    function blockParent() {
-        const body = document.body;
-        if (!body)
-            return null;
-        const only = body.firstElementChild;
-        return only && only === body.lastElementChild && only.firstElementChild ? only : body;
-    }
-
-    function topBlock(node, parent) {
-        while (node && node.parentNode !== parent)
-            node = node.parentNode;
-        return node && node.nodeType === Node.ELEMENT_NODE ? node : null;
-    }
-
-    function indexOf(el) {
-        let at = 1;
-        for (let n = el.previousElementSibling; n; n = n.previousElementSibling)
-            ++at;
-        return at;
-    }
+    const { blockParent, topBlock, childPlace: indexOf } = V.topBlocks;
 
     // Every block back to the engine's judgement.
     function showAll() {

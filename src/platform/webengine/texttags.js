@@ -72,6 +72,32 @@
         return kind === BLOCK || kind === ATOM || kind === LINE_BREAK || kind === RULE;
     }
 
+    // The parent whose children the editor's sheet lets the engine skip on a long page: the
+    // body, or the division that wraps the whole body.
+    function blockParent() {
+        const body = document.body;
+        if (!body)
+            return null;
+        const only = body.firstElementChild;
+        return only && only === body.lastElementChild && only.firstElementChild ? only : body;
+    }
+
+    // The child of parent that holds node, or null.
+    function topBlock(node, parent = blockParent()) {
+        while (node && node.parentNode !== parent)
+            node = node.parentNode;
+        return node && node.nodeType === Node.ELEMENT_NODE ? node : null;
+    }
+
+    // An element's place among its parent's element children, from 1 as :nth-child counts.
+    function childPlace(el) {
+        let at = 1;
+        for (let n = el.previousElementSibling; n; n = n.previousElementSibling)
+            ++at;
+        return at;
+    }
+
+    V.topBlocks = { blockParent, topBlock, childPlace };
     V.textClasses = { INLINE, BLOCK, HIDDEN, ATOM, LINE_BREAK, RULE, PRES, OBJECT_CODE,
                       BREAK_CODE, SPACE_CLASS, WORD_CLASS, PUNCT_CLASS, OBJECT_CLASS,
                       BREAK_CLASS, elementKind, isSpace, wordClass, endsWords };

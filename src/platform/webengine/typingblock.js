@@ -23,24 +23,7 @@
             document.adoptedStyleSheets = [...document.adoptedStyleSheets, sheet];
     }
 
-    // The parent whose children the editor's sheet lets the engine skip: the body, or the
-    // division that wraps the whole body.
-    function blockParent() {
-        const body = document.body;
-        if (!body)
-            return null;
-        const only = body.firstElementChild;
-        return only && only === body.lastElementChild && only.firstElementChild ? only : body;
-    }
-
-    function topBlock(node) {
-        const parent = blockParent();
-        if (!parent)
-            return null;
-        while (node && node.parentNode !== parent)
-            node = node.parentNode;
-        return node && node.nodeType === Node.ELEMENT_NODE ? node : null;
-    }
+    const { blockParent, topBlock, childPlace } = V.topBlocks;
 
     // Any change but the typing itself may change the block's size, or its place.
     let typing = false;
@@ -95,9 +78,7 @@
             unsuitable = el;
             return;
         }
-        let at = 1;
-        for (let n = el.previousElementSibling; n; n = n.previousElementSibling)
-            ++at;
+        const at = childPlace(el);
         const height = el.getBoundingClientRect().height;
         const path = parent === document.body ? 'body > ' : 'body > :only-child > ';
         adopt();
