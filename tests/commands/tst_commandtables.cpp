@@ -49,6 +49,15 @@ QString cells(int rows, int columns)
     return row.repeated(rows);
 }
 
+TableArguments sized(const char *rows, const char *columns = "", const char *width = "")
+{
+    TableArguments table;
+    table.rows = QLatin1String(rows);
+    table.columns = QLatin1String(columns);
+    table.width = QLatin1String(width);
+    return table;
+}
+
 const QStringList standard{u"Cut"_s, u"Copy"_s, u"Paste"_s, u"Select All"_s, u"Font..."_s};
 
 QStringList captions(const QList<Entry> &entries)
@@ -443,39 +452,44 @@ private Q_SLOTS:
 
     void tableMarkup_data()
     {
+        // Empty markup: the table is refused.
         columns<TableArguments, QString>("table", "markup");
-
-        row("empty rows and columns: one row of three", TableArguments{},
-            u"<TABLE >"_s + cells(1, 3) + u"</TABLE>"_s);
-        TableArguments letters;
-        letters.rows = u"x"_s;
-        letters.columns = u"2"_s;
-        row("rows not numeric", letters, u"<TABLE >"_s + cells(1, 2) + u"</TABLE>"_s);
-        TableArguments badColumns;
-        badColumns.rows = u"2"_s;
-        badColumns.columns = u"many"_s;
-        row("columns not numeric", badColumns, u"<TABLE >"_s + cells(2, 1) + u"</TABLE>"_s);
+        const auto table
+            = [](int rows, int columns, const QString &open = u"<TABLE >"_s) -> QString {
+            return open + cells(rows, columns) + u"</TABLE>"_s;
+        };
+        row("empty rows and columns: one row of three", TableArguments{}, table(1, 3));
+        row("rows not numeric", sized("x", "2"), table(1, 2));
+        row("columns not numeric", sized("2", "many"), table(2, 1));
+        row("most rows", sized("1000", "1"), table(1000, 1));
+        row("most columns", sized("1", "100"), table(1, 100));
+        row("too many rows", sized("1001", "1"), QString());
+        row("too many columns", sized("1", "101"), QString());
+        row("no rows", sized("0"), QString());
+        row("negative columns", sized("2", "-3"), QString());
+        row("infinite rows", sized("inf"), QString());
+        row("beyond int", sized("1e300", "1e300"), QString());
         TableArguments all{u"100%"_s, u"50"_s, u"2"_s, u"2"_s, u"center"_s, u"top"_s, u"bg.gif"_s,
             u"#FF0000"_s, u"1"_s, u"3"_s, u"4"_s, u"#00FF00"_s, u"color:red"_s, u"grid"_s};
         row("every attribute in order", all,
-            QStringLiteral(
-                "<TABLE Class=\"grid\" style=\"color:red\" border=\"1\"  cellPadding=\"4\"  "
+            table(2, 2,
+                u"<TABLE Class=\"grid\" style=\"color:red\" border=\"1\"  cellPadding=\"4\"  "
                 "cellSpacing=\"3\"  width=\"100%\"  height=\"50\"  bordercolor=\"#00FF00\"  "
                 "bgcolor=\"#FF0000\"  background=\"bg.gif\"  align=\"center\"  "
-                "valign=\"top\" >")
-                + cells(2, 2) + u"</TABLE>"_s);
-        TableArguments some;
-        some.width = u"200"_s;
-        some.rows = u"1"_s;
-        some.columns = u"1"_s;
-        row("empty arguments leave no attribute", some,
-            u"<TABLE  width=\"200\" >"_s + cells(1, 1) + u"</TABLE>"_s);
+                "valign=\"top\" >"_s));
+        row("empty arguments leave no attribute", sized("1", "1", "200"),
+            table(1, 1, u"<TABLE  width=\"200\" >"_s));
     }
 
     void tableMarkup()
     {
         auto [table, markup] = fetch<TableArguments, QString>("table", "markup");
-        QCOMPARE(Commands::tableMarkup(table), markup);
+        const QString problem = Commands::tableArgumentsProblem(table);
+        QCOMPARE(problem.isEmpty(), !markup.isEmpty());
+        if (problem.isEmpty())
+            QCOMPARE(Commands::tableMarkup(table), markup);
+        else
+            QCOMPARE(problem, u"A table needs 1 to 1000 rows and 1 to 100 columns."_s);
     }
 
     void tableArgumentsByName_data()
