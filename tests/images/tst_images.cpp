@@ -27,42 +27,6 @@ namespace {
 
 constexpr int Undo = 5049;
 
-// Answers the image dialog as a user would, after looking at what it shows.
-class ImageAnswers : public CancellingDialogs
-{
-public:
-    bool insertImage(ImageDialogValues &values) override
-    {
-        shown = values;
-        values.Cancel = !user;
-        if (user)
-            user(values);
-        return !values.Cancel;
-    }
-    bool flashProperties(FlashPropertiesValues &values) override
-    {
-        values.Cancel = !movie;
-        if (movie)
-            movie(values);
-        return !values.Cancel;
-    }
-
-    // A host's upload form that only chooses: the files it is given, or chosen.
-    bool imageUpload(ImageUploadValues &values) override
-    {
-        values.Cancel = !uploadChosen;
-        if (values.files.isEmpty())
-            values.files = chosen;
-        return uploadChosen;
-    }
-
-    std::function<void(ImageDialogValues &)> user;
-    std::function<void(FlashPropertiesValues &)> movie;
-    ImageDialogValues shown;
-    bool uploadChosen = false;
-    QStringList chosen;
-};
-
 } // namespace
 
 class tst_Images : public VantryTest::SurfaceFixture
@@ -92,7 +56,7 @@ private Q_SLOTS:
         auto prompts = std::make_unique<RecordingPrompts>();
         m_prompts = prompts.get();
         m_editor->setUserPrompts(std::move(prompts));
-        auto dialogs = std::make_unique<ImageAnswers>();
+        auto dialogs = std::make_unique<AnsweringDialogs>();
         m_dialogs = dialogs.get();
         m_editor->setEditorDialogs(std::move(dialogs));
         m_dir = std::make_unique<QTemporaryDir>();
@@ -140,11 +104,7 @@ private Q_SLOTS:
         load(u"<p>text</p>"_s);
         const QString loaded = body();
 
-        m_prompts->fileNames.enqueue(m_dir->filePath(u"pics/a.png"_s));
-        QString empty;
-        QString width = u"40"_s;
-        m_editor->InsertImageNoPrompt(
-            width, empty, empty, empty, empty, empty, empty, empty, empty);
+        insertPicked(m_dir->filePath(u"pics/a.png"_s));
         const QString expected = baseFolder.isEmpty() ? m_dir->filePath(src) : src;
         QVERIFY2(body().contains(u"src=\"%1\""_s.arg(expected)), qPrintable(body()));
         QVERIFY2(m_surface->attribute(image(), u"width"_s).isEmpty(),
@@ -181,13 +141,10 @@ private Q_SLOTS:
 
         const QString path = m_dir->filePath(source);
         if (dialog) {
-            m_dialogs->user = [&](ImageDialogValues &values) { values.Source = path; };
+            m_dialogs->image = [&](ImageDialogValues &values) { values.Source = path; };
             m_editor->InsertImage();
         } else {
-            m_prompts->fileNames.enqueue(path);
-            QString empty;
-            m_editor->InsertImageNoPrompt(
-                empty, empty, empty, empty, empty, empty, empty, empty, empty);
+            insertPicked(path);
         }
         QCOMPARE(body(), loaded);
         QVERIFY(m_events.isEmpty());
@@ -201,7 +158,9 @@ private Q_SLOTS:
         load(u"<p>text</p>"_s);
         const QString loaded = body();
         const QString picture = m_dir->filePath(u"pics/a.png"_s);
-        m_dialogs->user = [&](ImageDialogValues &values) {
+        ImageDialogValues shown;
+        m_dialogs->image = [&](ImageDialogValues &values) {
+            shown = values;
             values.Source = picture;
             values.VSpace = u"5"_s;
             values.HSpace = u"10"_s;
@@ -212,7 +171,7 @@ private Q_SLOTS:
             values.SourceOver = u"o.gif"_s;
         };
         m_editor->InsertImage();
-        QCOMPARE(m_dialogs->shown.Source, QString());
+        QCOMPARE(shown.Source, QString());
         const QString folder = m_editor->ImageDirectory();
         QCOMPARE(m_events,
             QStringList({u"ImageInserted a.png "_s + folder, u"HTMLChanged"_s, u"isDirty"_s}));
@@ -226,16 +185,17 @@ private Q_SLOTS:
 
         // Editing shows the image and its link, and replaces both as one step.
         QVERIFY(m_surface->selectElement(image()));
-        m_dialogs->user = [](ImageDialogValues &values) {
+        m_dialogs->image = [&shown](ImageDialogValues &values) {
+            shown = values;
             values.Width = u"60"_s;
             values.Hyperlink.clear();
         };
         m_editor->InsertImage();
-        QCOMPARE(m_dialogs->shown.Width, u"30"_s);
-        QCOMPARE(m_dialogs->shown.Hyperlink, u"http://x.org/"_s);
-        QCOMPARE(m_dialogs->shown.Target, u"_top"_s);
-        QCOMPARE(m_dialogs->shown.SourceOver, u"o.gif"_s);
-        QCOMPARE(m_dialogs->shown.MouseOverOption, ImageDialogValues::RollOver::Image);
+        QCOMPARE(shown.Width, u"30"_s);
+        QCOMPARE(shown.Hyperlink, u"http://x.org/"_s);
+        QCOMPARE(shown.Target, u"_top"_s);
+        QCOMPARE(shown.SourceOver, u"o.gif"_s);
+        QCOMPARE(shown.MouseOverOption, ImageDialogValues::RollOver::Image);
         QVERIFY2(!body().contains(QLatin1String("<a ")), qPrintable(body()));
         QCOMPARE(m_surface->elementsByTagName(u"img"_s).size(), 1);
         QCOMPARE(m_surface->attribute(image(), u"width"_s), u"60"_s);
@@ -244,7 +204,7 @@ private Q_SLOTS:
 
         // Cancel changes nothing.
         QVERIFY(m_surface->selectElement(image()));
-        m_dialogs->user = nullptr;
+        m_dialogs->image = nullptr;
         m_editor->InsertImage();
         QCOMPARE(body(), inserted);
         QVERIFY(m_surface->execCommand(Undo));
@@ -293,7 +253,7 @@ private Q_SLOTS:
     {
         load(u"<p>text</p>"_s);
         QVERIFY(writeFile(m_dir->filePath(u"pics/m.swf"_s), "movie"));
-        m_dialogs->movie = [this](FlashPropertiesValues &values) {
+        m_dialogs->flash = [this](FlashPropertiesValues &values) {
             values.MovieURL = m_dir->filePath(u"pics/m.swf"_s);
         };
         m_editor->FlashMovieDialog();
@@ -429,32 +389,36 @@ private Q_SLOTS:
     void uploadedImageGoesIntoTheDocument_data()
     {
         QTest::addColumn<bool>("insert"); // the image-insert command, else UploadImage
-        QTest::addColumn<bool>("chosen"); // the form is left with OK, else cancelled
+        // The folder the form chooses below the restricted one, or "cancel".
+        QTest::addColumn<QString>("folder");
         QTest::addColumn<QString>("password");
         QTest::addColumn<QString>("message"); // empty: the upload works
         QTest::addColumn<bool>("sftp");
 
-        row("UploadImage", false, true, "editor-pass", "", false);
-        row("inserted and uploaded", true, true, "editor-pass", "", false);
-        row("inserted and uploaded over SFTP", true, true, "editor-pass", "", true);
-        row("UploadImage, login refused", false, true, "wrong", "refused the user name or password",
+        row("UploadImage", false, "img", "editor-pass", "", false);
+        row("inserted and uploaded", true, "", "editor-pass", "", false);
+        row("inserted and uploaded over SFTP", true, "", "editor-pass", "", true);
+        row("UploadImage, login refused", false, "", "wrong", "refused the user name or password",
             false);
-        row("inserted, login refused", true, true, "wrong",
+        row("UploadImage outside the restricted folder", false, "/etc", "editor-pass",
+            "may only go to /www", false);
+        row("inserted, login refused", true, "", "wrong",
             "not inserted. The server refused the user name", false);
-        row("inserted, upload cancelled", true, false, "editor-pass",
+        row("inserted, upload cancelled", true, "cancel", "editor-pass",
             "not inserted: the upload was cancelled", false);
     }
 
     void uploadedImageGoesIntoTheDocument()
     {
-        auto [insert, chosen, password, message, sftp] = fetch<bool, bool, QString, QString, bool>(
-            "insert", "chosen", "password", "message", "sftp");
+        auto [insert, folder, password, message, sftp]
+            = fetch<bool, QString, QString, QString, bool>(
+                "insert", "folder", "password", "message", "sftp");
         std::unique_ptr<VantryTest::FtpServer> &server = sftp ? m_sftp : m_ftp;
         if (!server)
             server = std::make_unique<VantryTest::FtpServer>(
                 sftp ? VantryTest::FtpServer::Sftp : VantryTest::FtpServer::Ftp);
         server->clear();
-        QVERIFY(QDir(server->root()).mkpath(u"www"_s));
+        QVERIFY(QDir(server->root()).mkpath(u"www/img"_s));
         // The editor looks the SFTP server's host key up in the user's known_hosts.
         QTemporaryDir home;
         const QByteArray userHome = qgetenv("HOME");
@@ -471,27 +435,31 @@ private Q_SLOTS:
         m_editor->setImageVCDirectory(u"http://www.example.com/pictures/"_s);
         m_editor->setUploadImagesWhenInserted(insert);
         const QString picture = m_dir->filePath(u"pics/a.png"_s);
-        m_dialogs->uploadChosen = chosen;
-        m_dialogs->chosen = {picture};
+        // The host's form only chooses: the files it is given, or the picture.
+        if (folder != QLatin1String("cancel"))
+            m_dialogs->upload = [picture, folder](ImageUploadValues &values) {
+                if (values.files.isEmpty())
+                    values.files = {picture};
+                values.remoteFolder = folder;
+            };
         load(u"<p>text</p>"_s);
         const QString loaded = body();
 
-        if (insert) {
-            m_prompts->fileNames.enqueue(picture);
-            QString empty;
-            m_editor->InsertImageNoPrompt(
-                empty, empty, empty, empty, empty, empty, empty, empty, empty);
-        } else {
+        if (insert)
+            insertPicked(picture);
+        else
             m_editor->UploadImage();
-        }
         m_editor->setUploadImagesWhenInserted(false);
         if (message.isEmpty()) {
+            const QString below = folder.isEmpty() ? QString() : folder + u'/';
             QTRY_COMPARE_WITH_TIMEOUT(m_events,
-                QStringList({u"ImageInserted a.png /www/"_s, u"HTMLChanged"_s, u"isDirty"_s}),
+                QStringList(
+                    {u"ImageInserted a.png /www/"_s + below, u"HTMLChanged"_s, u"isDirty"_s}),
                 20000);
-            QVERIFY2(body().contains(u"src=\"http://www.example.com/pictures/a.png\""_s),
+            QVERIFY2(
+                body().contains(u"src=\"http://www.example.com/pictures/%1a.png\""_s.arg(below)),
                 qPrintable(body()));
-            QCOMPARE(server->files(), QStringList{u"/www/a.png"_s});
+            QCOMPARE(server->files(), QStringList{u"/www/"_s + below + u"a.png"_s});
             QVERIFY(!QFileInfo::exists(m_editor->ImageDirectory()));
             QCOMPARE(m_prompts->shown.size(), insert ? 1 : 0); // the picker
             return;
@@ -506,6 +474,14 @@ private Q_SLOTS:
     }
 
 private:
+    // InsertImageNoPrompt without a source: the picker is answered with path.
+    void insertPicked(const QString &path)
+    {
+        m_prompts->fileNames.enqueue(path);
+        QString width = u"40"_s, none;
+        m_editor->InsertImageNoPrompt(width, none, none, none, none, none, none, none, none);
+    }
+
     void load(const QString &html)
     {
         m_editor->setSetHtmlSource(html);
@@ -518,7 +494,7 @@ private:
     QStringList m_events;
 
     RecordingPrompts *m_prompts = nullptr;
-    ImageAnswers *m_dialogs = nullptr;
+    AnsweringDialogs *m_dialogs = nullptr;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<VantryTest::FtpServer> m_ftp;
     std::unique_ptr<VantryTest::FtpServer> m_sftp;

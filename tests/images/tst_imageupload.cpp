@@ -1,14 +1,10 @@
-#include "control/settings.h"
-#include "control/uploadcommand.h"
 #include "dialogs/imageuploadform.h"
 #include "images/filenames.h"
 #include "images/uploadflow.h"
 #include "images/uploadrules.h"
 
-#include "../common/cancellingdialogs.h"
 #include "../common/datarows.h"
 #include "../common/ftpserver.h"
-#include "../common/recordingprompts.h"
 
 #include <QDir>
 #include <QFile>
@@ -64,23 +60,6 @@ struct FlowRecord
     QSignalSpy finished;
     QSignalSpy uploaded;
     QSignalSpy progress;
-};
-
-// Answers the upload form like a host's own dialog that only chooses.
-class ChoosingDialogs : public CancellingDialogs
-{
-public:
-    bool imageUpload(ImageUploadValues &values) override
-    {
-        seen = values;
-        values.files = files;
-        values.remoteFolder = folder;
-        values.Cancel = false;
-        return true;
-    }
-    ImageUploadValues seen;
-    QStringList files;
-    QString folder;
 };
 
 } // namespace
@@ -434,48 +413,6 @@ private Q_SLOTS:
         }
         QVERIFY(!form.flow().isBusy());
         QCOMPARE(form.values().Cancel, true);
-    }
-
-    void commandUploadsWhatTheDialogChose()
-    {
-        m_ftp->clear();
-        QDir(m_ftp->root()).mkpath(u"www/img"_s);
-        Control::Settings settings;
-        settings.FTP_ServerName = m_ftp->address(u"ftp"_s);
-        settings.FTP_UserName = u"editor"_s;
-        settings.FTP_Password = u"editor-pass"_s;
-        settings.FTP_RistrictedDirectory = u"/www"_s;
-        settings.FTP_OverWriteFiles = u"TRUE"_s;
-        settings.FTP_StripInvalidCharacters = u"false"_s;
-        settings.BaseURL = u"http://www.example.com/"_s;
-        settings.ImageVCDirectory = u"/"_s;
-        ChoosingDialogs dialogs;
-        dialogs.files = {localFile(u"x y.gif"_s)};
-        dialogs.folder = u"img"_s;
-        VantryTest::RecordingPrompts prompts;
-
-        ImageUploadCommand command({[&]() -> const Control::Settings & { return settings; },
-            [&]() -> EditorDialogs & { return dialogs; },
-            [&]() -> UserPrompts & { return prompts; }});
-        QSignalSpy uploaded(&command, &ImageUploadCommand::imageUploaded);
-        QSignalSpy finished(&command, &ImageUploadCommand::finished);
-        QVERIFY(!command.run());
-        QCOMPARE(dialogs.seen.FTP_Password, u"editor-pass"_s);
-        QCOMPARE(dialogs.seen.FTP_OverWriteFiles, true);
-        QCOMPARE(dialogs.seen.FTP_StripInvalidCharacters, false);
-        QCOMPARE(dialogs.seen.FTP_AllowMultiableFiles, true);
-        QVERIFY(finished.wait(20000));
-        QCOMPARE(uploaded.size(), 1);
-        QCOMPARE(uploaded.at(0).at(1).toString(), u"/www/img/x y.gif"_s);
-        QCOMPARE(uploaded.at(0).at(2).toString(), u"http://www.example.com/img/x%20y.gif"_s);
-        QCOMPARE(prompts.shown.size(), 0);
-
-        // A second choice outside the restricted folder is refused and said so.
-        dialogs.folder = u"/etc"_s;
-        QVERIFY(!command.run());
-        QCOMPARE(prompts.shown.size(), 1);
-        QVERIFY(prompts.shown.at(0).text.contains(u"may only go to /www"_s));
-        QCOMPARE(m_ftp->files(), QStringList{u"/www/img/x y.gif"_s});
     }
 
 private:
