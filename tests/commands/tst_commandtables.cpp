@@ -319,7 +319,9 @@ private Q_SLOTS:
         QCOMPARE(m_toolbar->buttonEnabledState(toolbarKey), QVariant(false));
     }
 
-    void outOfRangeValuesAreRefused()
+    // Out-of-range values, and an object with no toolbar or whose toolbar is gone, change
+    // nothing and say so.
+    void refusedConfigurationChangesNothing()
     {
         const auto past = static_cast<clsToolbar::em_ToolbarButtons>(40);
         QVERIFY(!m_object->setButtonEnabledState(past, false));
@@ -329,16 +331,11 @@ private Q_SLOTS:
             clsToolbar::tb_Standard, static_cast<clsToolbar::em_ToolbarOrder>(3)));
         QVERIFY(!m_object->setToolbarVisibleState(static_cast<clsToolbar::em_Toolbars>(3), false));
         QCOMPARE(m_object->ToolbarDisplayOrder(clsToolbar::tb_Standard), clsToolbar::tbo_first);
-    }
 
-    void unattachedToolbarConfiguresNothing()
-    {
         clsToolbar loose;
         QVERIFY(!loose.setButtonEnabledState(clsToolbar::tbb_bold, false));
         QVERIFY(!loose.ButtonEnabledState(clsToolbar::tbb_bold));
         QCOMPARE(loose.ToolbarDisplayOrder(clsToolbar::tb_TableEditing), clsToolbar::tbo_first);
-
-        // An object that outlives its editor goes quiet as well.
         m_toolbar.reset();
         QVERIFY(!m_object->setButtonEnabledState(clsToolbar::tbb_bold, false));
     }
