@@ -442,14 +442,14 @@ private Q_SLOTS:
 
     void replaceFirstAndNext()
     {
-        load(QStringLiteral("<p>lorem lorem <i>lorem</i></p>"));
+        load(u"<p>lorem lorem <i>lorem</i></p>"_s);
         m_editor->setisDirty(false);
-        QVERIFY(m_editor->ReplaceFirstText(QStringLiteral("LOREM"), QStringLiteral("ipsum")));
-        QVERIFY(m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("dolor")));
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>ipsum dolor <i>lorem</i></p>"));
-        QVERIFY(m_editor->ReplaceNextText(QStringLiteral("lorem"), QString()));
-        QVERIFY(!m_editor->ReplaceNextText(QStringLiteral("lorem"), QStringLiteral("x")));
-        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("ipsum dolor"));
+        QVERIFY(m_editor->ReplaceFirstText(u"LOREM"_s, u"ipsum"_s));
+        QVERIFY(m_editor->ReplaceNextText(u"lorem"_s, u"dolor"_s));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>ipsum dolor <i>lorem</i></p>"_s);
+        QVERIFY(m_editor->ReplaceNextText(u"lorem"_s, QString()));
+        QVERIFY(!m_editor->ReplaceNextText(u"lorem"_s, u"x"_s));
+        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), u"ipsum dolor"_s);
         QVERIFY(!m_editor->isDirty());
     }
 
@@ -484,7 +484,7 @@ private Q_SLOTS:
         QVERIFY(!m_editor->ReplaceAllText(find, replacement));
         QVERIFY(!m_surface->lastCallFailed());
         QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), text);
-        QVERIFY(!m_surface->bodyInnerHTML().contains(QStringLiteral("<script>ipsum")));
+        QVERIFY(!m_surface->bodyInnerHTML().contains(u"<script>ipsum"_s));
         QCOMPARE(textUpToSelectionEnd(), caret);
     }
 
@@ -498,12 +498,11 @@ private Q_SLOTS:
     void inSelectionMethodsRefuseAControl()
     {
         QFETCH(QString, tag);
-        const QString body = QStringLiteral("<p>lorem<img src=\"x.png\"></p><table><tbody><tr><td>"
-                                            "lorem</td></tr></tbody></table>");
+        const QString body = u"<p>lorem<img src=\"x.png\"></p><table><tbody><tr><td>lorem</td>"
+                             "</tr></tbody></table>"_s;
         load(body);
         QVERIFY(m_surface->selectElement(m_surface->elementsByTagName(tag).first()));
-        const QString lorem = QStringLiteral("lorem");
-        const QString ipsum = QStringLiteral("ipsum");
+        const QString lorem = u"lorem"_s, ipsum = u"ipsum"_s;
         QVERIFY(!m_editor->FindFirstTextInSelection(lorem));
         QVERIFY(!m_editor->ReplaceFirstTextInSelection(lorem, ipsum));
         QVERIFY(!m_editor->ReplaceAllTextInSelection(lorem, ipsum));
@@ -543,58 +542,51 @@ private Q_SLOTS:
         }
     }
 
-    void textNotInSelectionLeavesSelection()
-    {
-        load(QStringLiteral("<p>lorem 1 lorem 2 ipsum</p>"));
-        select(QStringLiteral("lorem 1"));
-        QVERIFY(!m_editor->FindFirstTextInSelection(QStringLiteral("ipsum")));
-        QVERIFY(
-            !m_editor->ReplaceFirstTextInSelection(QStringLiteral("ipsum"), QStringLiteral("x")));
-        QCOMPARE(selectedText(), QStringLiteral("lorem 1"));
-        QCOMPARE(
-            m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("lorem 1 lorem 2 ipsum"));
-    }
-
     void replaceInSelectionStaysInside()
     {
-        load(QStringLiteral("<p>lorem 1 lorem 2 lorem 3</p>"));
-        select(QStringLiteral("lorem 1 lorem 2"));
-        const QString lorem = QStringLiteral("lorem");
-        QVERIFY(m_editor->ReplaceFirstTextInSelection(lorem, QStringLiteral("a")));
-        QVERIFY(m_editor->ReplaceNextTextInSelection(lorem, QStringLiteral("b")));
+        load(u"<p>lorem 1 lorem 2 lorem 3 ipsum</p>"_s);
+        select(u"lorem 1"_s);
+        const QString lorem = u"lorem"_s;
+        // A hit beyond the selection is neither found nor replaced, and the selection stays.
+        QVERIFY(!m_editor->FindFirstTextInSelection(u"ipsum"_s));
+        QVERIFY(!m_editor->ReplaceFirstTextInSelection(u"ipsum"_s, u"x"_s));
+        QCOMPARE(selectedText(), u"lorem 1"_s);
+
+        select(u"lorem 1 lorem 2"_s);
+        QVERIFY(m_editor->ReplaceFirstTextInSelection(lorem, u"a"_s));
+        QVERIFY(m_editor->ReplaceNextTextInSelection(lorem, u"b"_s));
         // The next hit lies beyond the selection; from the selection's start again the only
         // one left is beyond it as well.
-        QVERIFY(!m_editor->ReplaceNextTextInSelection(lorem, QStringLiteral("c")));
-        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("a 1 b 2 lorem 3"));
+        QVERIFY(!m_editor->ReplaceNextTextInSelection(lorem, u"c"_s));
+        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), u"a 1 b 2 lorem 3 ipsum"_s);
+    }
+
+    void replaceAllInSelection_data()
+    {
+        // caret: the text up to the selection's end after the replacements.
+        columns<QString, QString, QString, QString, QString>(
+            "body", "selected", "replacement", "text", "caret");
+        row("in any case, nothing outside", "<p>lorem 1 <b>lorem</b> 2</p><p>lorem 3</p>",
+            "1 lorem 2", "ipsum", "lorem 1 ipsum 2\r\nlorem 3", "lorem 1 ");
+        // Hits after the selection send the search back to its start, where none is left.
+        row("hits after the selection", "<p>x lorem lorem y lorem</p>", "lorem lorem", "ipsum",
+            "x ipsum ipsum y lorem", "x ipsum ");
+        // A replacement holding the searched text is not searched again.
+        row("replacement holds the text", "<p>x lorem y <b>lorem</b> z</p><p>lorem lorem</p>",
+            "lorem y lorem", "(lorem)", "x (lorem) y (lorem) z\r\nlorem lorem", "x (lorem) y ");
     }
 
     void replaceAllInSelection()
     {
-        load(QStringLiteral("<p>lorem 1 <b>lorem</b> 2</p><p>lorem 3</p>"));
-        select(QStringLiteral("1 lorem 2"));
-        QVERIFY(
-            !m_editor->ReplaceAllTextInSelection(QStringLiteral("LOREM"), QStringLiteral("ipsum")));
-        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()),
-            QStringLiteral("lorem 1 ipsum 2\r\nlorem 3"));
-
-        // Hits after the selection send the search back to its start, where none is left.
-        load(QStringLiteral("<p>x lorem lorem y lorem</p>"));
-        select(QStringLiteral("lorem lorem"));
-        QVERIFY(
-            !m_editor->ReplaceAllTextInSelection(QStringLiteral("lorem"), QStringLiteral("ipsum")));
-        QCOMPARE(
-            m_surface->rangeText(m_surface->bodyRange()), QStringLiteral("x ipsum ipsum y lorem"));
+        auto [body, selected, replacement, text, caret]
+            = fetch<QString, QString, QString, QString, QString>(
+                "body", "selected", "replacement", "text", "caret");
+        load(body);
+        select(selected);
+        QVERIFY(!m_editor->ReplaceAllTextInSelection(u"LOREM"_s, replacement));
+        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()), text);
         QCOMPARE(selectedText(), QString());
-        QCOMPARE(textUpToSelectionEnd(), QStringLiteral("x ipsum "));
-
-        // A replacement holding the searched text is not searched again, nor is anything
-        // beyond the selection touched.
-        load(QStringLiteral("<p>x lorem y <b>lorem</b> z</p><p>lorem lorem</p>"));
-        select(QStringLiteral("lorem y lorem"));
-        QVERIFY(!m_editor->ReplaceAllTextInSelection(
-            QStringLiteral("lorem"), QStringLiteral("(lorem)")));
-        QCOMPARE(m_surface->rangeText(m_surface->bodyRange()),
-            QStringLiteral("x (lorem) y (lorem) z\r\nlorem lorem"));
+        QCOMPARE(textUpToSelectionEnd(), caret);
     }
 
     void aLookupEndsTheSearch()
@@ -645,40 +637,34 @@ private Q_SLOTS:
     void editsAreUndoneOneAtATime()
     {
         auto [edit, changed] = fetch<int, QString>("edit", "changed");
-        load(QStringLiteral("<p>lorem a dolor</p>"));
-        select(QStringLiteral("dolor"));
-        m_editor->InsertHTML(QStringLiteral("lorem"));
+        load(u"<p>lorem a dolor</p>"_s);
+        select(u"dolor"_s);
+        m_editor->InsertHTML(u"lorem"_s);
         const QString before = m_surface->bodyInnerHTML();
-        QCOMPARE(before, QStringLiteral("<p>lorem a lorem</p>"));
+        QCOMPARE(before, u"<p>lorem a lorem</p>"_s);
 
-        const QString lorem = QStringLiteral("lorem"), ipsum = QStringLiteral("ipsum");
+        const QString lorem = u"lorem"_s, ipsum = u"ipsum"_s, one = u"1"_s;
+        QString none;
         QVariant find(lorem), replacement(ipsum);
-        QString none, one = QStringLiteral("1");
-        switch (edit) {
-        case 0:
+        if (edit == 2)
+            select(u"lorem a lorem"_s);
+        if (edit == 0)
             QVERIFY(m_editor->ReplaceFirstText(lorem, ipsum));
-            break;
-        case 1:
+        else if (edit == 1)
             m_editor->ReplaceAllText(lorem, ipsum);
-            break;
-        case 2:
-            select(QStringLiteral("lorem a lorem"));
+        else if (edit == 2)
             m_editor->ReplaceAllTextInSelection(lorem, ipsum);
-            break;
-        case 3:
+        else if (edit == 3)
             m_editor->FindAndReplaceHTML(find, replacement);
-            break;
-        case 4:
+        else
             m_editor->InsertTABLENoPrompt2(
                 none, none, one, one, none, none, none, none, none, none, none, none, none, none);
-            break;
-        }
         QVERIFY2(
             m_surface->bodyInnerHTML().contains(changed), qPrintable(m_surface->bodyInnerHTML()));
         m_editor->UnDo();
         QCOMPARE(m_surface->bodyInnerHTML(), before);
         m_editor->UnDo();
-        QCOMPARE(m_surface->bodyInnerHTML(), QStringLiteral("<p>lorem a dolor</p>"));
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>lorem a dolor</p>"_s);
     }
 
     void findDialogSearchesWithItsOptions()
