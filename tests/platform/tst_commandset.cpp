@@ -364,13 +364,13 @@ private Q_SLOTS:
              "<a name=\"here\"></a><p>text<!-- note --> more<br>next</p>"_s);
         const QString markup = m_surface->documentHTML();
         const Element cell = m_surface->elementsByTagName(u"td"_s).first();
+        const auto switchAll = [this](bool on) {
+            return m_surface->setShowBorders(on) && m_surface->setShowDetails(on)
+                && m_surface->setSnapToGrid(on) && m_surface->showBorders() == on
+                && m_surface->showDetails() == on && m_surface->snapToGrid() == on;
+        };
         QVERIFY(!m_surface->showBorders());
-        QVERIFY(m_surface->setShowBorders(true));
-        QVERIFY(m_surface->setShowDetails(true));
-        QVERIFY(m_surface->setSnapToGrid(true));
-        QVERIFY(m_surface->showBorders());
-        QVERIFY(m_surface->showDetails());
-        QVERIFY(m_surface->snapToGrid());
+        QVERIFY(switchAll(true));
         QCOMPARE(
             js(u"computedStyle"_s, {cell.toVariant(), u"outline-style"_s, QString()}).toString(),
             u"dashed"_s);
@@ -407,9 +407,7 @@ private Q_SLOTS:
         QTRY_COMPARE(kinds(), u"comment break"_s);
         QCOMPARE(m_surface->documentHTML(), markup);
 
-        QVERIFY(m_surface->setShowBorders(false));
-        QVERIFY(m_surface->setShowDetails(false));
-        QVERIFY(m_surface->setSnapToGrid(false));
+        QVERIFY(switchAll(false));
         QVERIFY(marks().isEmpty());
         QVERIFY(!m_surface->documentHTML().contains(QLatin1String("vantry-marks")));
         QCOMPARE(
@@ -447,10 +445,8 @@ private Q_SLOTS:
         QTest::mouseMove(mouse, grip + QPoint(10, 10));
         QTest::mouseMove(mouse, grip + QPoint(23, 17));
         QTest::mouseRelease(mouse, Qt::LeftButton, Qt::NoModifier, grip + QPoint(23, 17));
-        const QString left = QString::number(topLeft.x()) + QLatin1String("px");
-        const QString top = QString::number(topLeft.y()) + QLatin1String("px");
-        QTRY_COMPARE(m_surface->styleProperty(div, u"left"_s), left);
-        QCOMPARE(m_surface->styleProperty(div, u"top"_s), top);
+        QTRY_COMPARE(m_surface->styleProperty(div, u"left"_s), u"%1px"_s.arg(topLeft.x()));
+        QCOMPARE(m_surface->styleProperty(div, u"top"_s), u"%1px"_s.arg(topLeft.y()));
         QVERIFY(m_surface->setSnapToGrid(false));
         if (lock)
             return;

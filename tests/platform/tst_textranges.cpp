@@ -239,6 +239,7 @@ private Q_SLOTS:
     void editingThroughRanges()
     {
         load(u"<p>lo<b>rem</b> ipsum dolor</p>"_s);
+        const TextRange dolor = found(u"dolor"_s);
         const TextRange partial = found(u"orem ip"_s);
         QCOMPARE(m_surface->rangeHtmlText(partial), u"o<b>rem</b> ip"_s);
 
@@ -248,21 +249,14 @@ private Q_SLOTS:
         QVERIFY(m_surface->pasteHTML(word, u"<i>x</i>"_s));
         QVERIFY(m_surface->pasteHTML(word, u"<u>y</u>"_s));
         QCOMPARE(m_surface->bodyInnerHTML(), u"<p>lo<b>rem</b> IPSUM<i>x</i><u>y</u> dolor</p>"_s);
+        // A range follows edits made elsewhere.
+        QCOMPARE(m_surface->rangeText(dolor), u"dolor"_s);
 
         const TextRange caret = m_surface->bodyRange();
         m_surface->collapseRange(caret, true);
         QCOMPARE(m_surface->rangeHtmlText(caret), QString());
         QVERIFY(m_surface->setRangeText(found(u"dolor"_s), u"a\nb"_s));
         QCOMPARE(m_surface->bodyInnerHTML(), u"<p>lo<b>rem</b> IPSUM<i>x</i><u>y</u> a<br>b</p>"_s);
-    }
-
-    void rangesFollowEditsElsewhere()
-    {
-        load(u"<p>one two three</p>"_s);
-        const TextRange three = found(u"three"_s);
-        m_surface->setRangeText(found(u"one"_s), u"a much longer start"_s);
-        m_surface->setRangeText(found(u"two"_s), QString());
-        QCOMPARE(m_surface->rangeText(three), u"three"_s);
     }
 
     void parentElement_data()
@@ -306,29 +300,11 @@ private Q_SLOTS:
         QVERIFY(!m_surface->lastCallFailed());
     }
 
-    void selectionFollowsSelectedRange()
+    void selectionsOfTextAndOfControls()
     {
-        load(u"<p>lorem ipsum</p>"_s);
-        QVERIFY(m_surface->selectRange(found(u"ipsum"_s)));
-        QCOMPARE(m_surface->selectionType(), SelectionType::Text);
-        const TextRange selected = m_surface->selectionRange();
-        QVERIFY(!m_surface->isControlRange(selected));
-        QCOMPARE(m_surface->rangeText(selected), u"ipsum"_s);
-
-        m_surface->collapseRange(selected, true);
-        QVERIFY(m_surface->selectRange(selected));
-        QCOMPARE(m_surface->selectionType(), SelectionType::None);
-
-        QVERIFY(m_surface->selectRange(found(u"lorem "_s)));
-        QVERIFY(m_surface->clearSelection());
-        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>ipsum</p>"_s);
-    }
-
-    void controlSelectionLeavesNoTraceInMarkup()
-    {
-        const QString markup = u"<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"
-                               "<table border=\"1\"><tbody><tr><td>c</td></tr>"
-                               "</tbody></table>"_s;
+        const QString image = u"<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"_s;
+        const QString markup
+            = image + u"<table border=\"1\"><tbody><tr><td>c</td></tr></tbody></table>"_s;
         load(markup);
         const QList<Element> images = m_surface->images();
         QCOMPARE(images.size(), 1);
@@ -340,19 +316,31 @@ private Q_SLOTS:
         QCOMPARE(m_surface->tagName(m_surface->controlItem(controls, 0)), u"IMG"_s);
         QCOMPARE(m_surface->rangeText(controls), QString());
         QVERIFY(m_surface->lastCallFailed());
+        // The control frame never reaches the markup.
         QCOMPARE(m_surface->bodyInnerHTML(), markup);
         m_editor->setReturnFullDocument(true);
         QVERIFY(!m_editor->GetHtmlSource().contains(u"outline"_s));
         m_editor->setReturnFullDocument(false);
 
-        // Selecting text ends the control selection and its frame.
+        // Selecting text ends the control selection and its frame; a collapsed range selects
+        // nothing.
         QVERIFY(m_surface->selectRange(found(u"c"_s)));
         QCOMPARE(m_surface->selectionType(), SelectionType::Text);
+        const TextRange selected = m_surface->selectionRange();
+        QVERIFY(!m_surface->isControlRange(selected));
+        QCOMPARE(m_surface->rangeText(selected), u"c"_s);
+        m_surface->collapseRange(selected, true);
+        QVERIFY(m_surface->selectRange(selected));
+        QCOMPARE(m_surface->selectionType(), SelectionType::None);
 
+        // Clearing a selection removes what it holds, a control whole.
         QVERIFY(m_surface->selectElement(m_surface->elementsByTagName(u"TABLE"_s).first()));
         QVERIFY(m_surface->clearSelection());
-        QCOMPARE(m_surface->bodyInnerHTML(), u"<p>a <img src=\"x.png\" alt=\"pic\"> b</p>"_s);
+        QCOMPARE(m_surface->bodyInnerHTML(), image);
         QCOMPARE(m_surface->selectionType(), SelectionType::None);
+        QVERIFY(m_surface->selectRange(found(u"a "_s)));
+        QVERIFY(m_surface->clearSelection());
+        QCOMPARE(m_surface->bodyInnerHTML(), u"<p><img src=\"x.png\" alt=\"pic\"> b</p>"_s);
     }
 
     void clickingChoosesElementsWhole_data()
@@ -411,33 +399,33 @@ private Q_SLOTS:
 
     void findFirstAndNextWalkTheBody()
     {
+        // The text up to each hit's end; null when nothing is found.
+        const auto first = [this](const QString &needle) {
+            return m_editor->FindFirstText(needle) ? textUpToSelectionEnd() : QString();
+        };
+        const auto next = [this](const QString &needle) {
+            return m_editor->FindNextText(needle) ? textUpToSelectionEnd() : QString();
+        };
         const QString body = u"<p>lorem a</p><p>b <b>Lo</b>rem</p><p>c LOREM</p>"_s;
         load(body);
         // Before a first search, a next one finds nothing and replaces nothing.
-        QVERIFY(!m_editor->FindNextText(u"lorem"_s));
+        QVERIFY(next(u"lorem"_s).isNull());
         QVERIFY(!m_editor->ReplaceNextText(u"lorem"_s, u"x"_s));
         QCOMPARE(m_surface->bodyInnerHTML(), body);
-        QVERIFY(m_editor->FindFirstText(u"lorem"_s));
-        QCOMPARE(textUpToSelectionEnd(), u"lorem"_s);
-        QVERIFY(m_editor->FindNextText(u"lorem"_s));
+        QCOMPARE(first(u"lorem"_s), u"lorem"_s);
+        QCOMPARE(next(u"lorem"_s), u"lorem a\r\nb Lorem"_s);
         QCOMPARE(selectedText(), u"Lorem"_s);
-        QCOMPARE(textUpToSelectionEnd(), u"lorem a\r\nb Lorem"_s);
-        QVERIFY(m_editor->FindNextText(u"LoReM"_s));
+        QCOMPARE(next(u"LoReM"_s), u"lorem a\r\nb Lorem\r\nc LOREM"_s);
+        // A miss leaves the last hit selected, and a new first search starts at the top.
+        QVERIFY(next(u"lorem"_s).isNull());
         QCOMPARE(selectedText(), u"LOREM"_s);
-        QVERIFY(!m_editor->FindNextText(u"lorem"_s));
-        // A miss leaves the last hit selected.
-        QCOMPARE(selectedText(), u"LOREM"_s);
-        // A new first search starts again at the top.
-        QVERIFY(m_editor->FindFirstText(u"lorem"_s));
-        QCOMPARE(textUpToSelectionEnd(), u"lorem"_s);
+        QCOMPARE(first(u"lorem"_s), u"lorem"_s);
 
         // Two hits in one word count as one.
         load(u"<p>aaaa xaa</p>"_s);
-        QVERIFY(m_editor->FindFirstText(u"aa"_s));
-        QCOMPARE(textUpToSelectionEnd(), u"aa"_s);
-        QVERIFY(m_editor->FindNextText(u"aa"_s));
-        QCOMPARE(textUpToSelectionEnd(), u"aaaa xaa"_s);
-        QVERIFY(!m_editor->FindNextText(u"aa"_s));
+        QCOMPARE(first(u"aa"_s), u"aa"_s);
+        QCOMPARE(next(u"aa"_s), u"aaaa xaa"_s);
+        QVERIFY(next(u"aa"_s).isNull());
     }
 
     void replaceFirstAndNext()
@@ -514,9 +502,8 @@ private Q_SLOTS:
 
     void findNextInSelectionWrapsToTheFirstHit_data()
     {
-        columns<QString, QString>("body", "selected");
-        // The text up to each hit's end: the first search's, then each next search's.
-        QTest::addColumn<QStringList>("hits");
+        // hits: the text up to each hit's end, the first search's, then each next search's.
+        columns<QString, QString, QStringList>("body", "selected", "hits");
         row("hits inside", "<p>lorem 1 lorem 2 lorem 3</p>", "lorem 1 lorem 2",
             QStringList{u"lorem"_s, u"lorem 1 lorem"_s, u"lorem"_s, u"lorem 1 lorem"_s});
         row("last hit ends the selection and the body", "<p>lorem a lorem b lorem</p>",
@@ -678,42 +665,35 @@ private Q_SLOTS:
         };
         select(u"sat"_s);
         const QString all = m_surface->bodyInnerText();
-        const auto startOf = [&all](const QString &needle, int from = 0) {
-            return int(all.indexOf(needle, from));
-        };
+        const auto startOf = [&all](const QString &needle) { return int(all.indexOf(needle)); };
 
         Platform::SearchOptions options;
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(selectedText(), u"CAT"_s);
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(hitContext(), all.lastIndexOf(QLatin1String("cat")));
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(hitContext(), startOf(u"Cat"_s));
+        // Where the hit found next starts, -1 when there is none.
+        const auto next = [&](const QString &needle) {
+            return m_surface->findNext(needle, options) ? int(hitContext()) : -1;
+        };
+        const int lastCat = int(all.lastIndexOf(QLatin1String("cat")));
+        QCOMPARE(next(u"cat"_s), startOf(u"CAT"_s));
+        QCOMPARE(next(u"cat"_s), lastCat);
+        QCOMPARE(next(u"cat"_s), startOf(u"Cat"_s));
 
         options.matchCase = true;
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(hitContext(), startOf(u"catalogue"_s));
-
+        QCOMPARE(next(u"cat"_s), startOf(u"catalogue"_s));
         options.wholeWord = true;
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(hitContext(), startOf(u"cat sat"_s));
+        QCOMPARE(next(u"cat"_s), startOf(u"cat sat"_s));
         QCOMPARE(selectedText(), u"cat"_s);
 
         options.matchCase = false;
         options.backwards = true;
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(hitContext(), startOf(u"Cat"_s));
+        QCOMPARE(next(u"cat"_s), startOf(u"Cat"_s));
         // Round the start to the last hit; a line break ends a word as a block does.
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
-        QCOMPARE(hitContext(), all.lastIndexOf(QLatin1String("cat")));
-        QVERIFY(m_surface->findNext(u"cat"_s, options));
+        QCOMPARE(next(u"cat"_s), lastCat);
+        QCOMPARE(next(u"cat"_s), startOf(u"CAT"_s));
         QCOMPARE(selectedText(), u"CAT"_s);
 
-        QVERIFY(!m_surface->findNext(u"dog"_s, options));
+        QCOMPARE(next(u"dog"_s), -1);
         QVERIFY(!m_surface->lastCallFailed());
-        QCOMPARE(selectedText(), u"CAT"_s);
-        options.wholeWord = true;
-        QVERIFY(!m_surface->findNext(u"catal"_s, options));
+        QCOMPARE(next(u"catal"_s), -1);
         QCOMPARE(selectedText(), u"CAT"_s);
     }
 
