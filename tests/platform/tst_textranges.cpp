@@ -369,7 +369,8 @@ private Q_SLOTS:
         QTRY_VERIFY(m_surface->boundingRect(element).width() > 0);
         waitForFrame();
         m_surface->selectRange(found(u"text"_s));
-        click(m_surface->boundingRect(element).topLeft() + offset);
+        QTest::mouseClick(VantryTest::inputOf(*m_surface), Qt::LeftButton, Qt::NoModifier,
+            (m_surface->boundingRect(element).topLeft() + offset).toPoint());
         if (whole) {
             QTRY_COMPARE(m_surface->selectionType(), SelectionType::Control);
             QCOMPARE(
@@ -722,12 +723,6 @@ private:
         const TextRange range = m_surface->selectionRange();
         m_surface->moveRangeStart(range, TextUnit::TextEdit, -1);
         return m_surface->rangeText(range);
-    }
-
-    void click(const QPointF &at)
-    {
-        QTest::mouseClick(
-            VantryTest::inputOf(*m_surface), Qt::LeftButton, Qt::NoModifier, at.toPoint());
     }
 };
 
