@@ -133,8 +133,9 @@ private Q_SLOTS:
     {
         QFETCH(bool, fullDocument);
         m_editor->setReturnFullDocument(fullDocument);
+        const QString link = u"<link rel=\"stylesheet\" href=\"one.css\">"_s;
         m_editor->setSetHtmlSource(
-            u"<html><head><title>T</title></head><body><p>one</p></body></html>"_s);
+            u"<html><head><title>T</title></head><body><p>one</p>"_s + link + u"</body></html>"_s);
         tabs()->setCurrentIndex(1);
         QVERIFY(!m_editor->DesignViewActive());
 
@@ -142,8 +143,12 @@ private Q_SLOTS:
         QVERIFY2(text.contains(u"<p>one</p>"_s), qPrintable(text));
         QCOMPARE(text.contains(u"<title>T</title>"_s), fullDocument);
         QCOMPARE(text.contains(u"<body"_s, Qt::CaseInsensitive), fullDocument);
+        // Style-sheet links stand once, just before the end of the head, and never in the body.
+        QCOMPARE(text.count(u"<link"_s, Qt::CaseInsensitive), int(fullDocument));
+        QCOMPARE(
+            text.contains(u"<LINK href=\"one.css\" rel=\"StyleSheet\"></HEAD>"_s), fullDocument);
         if (!fullDocument)
-            QCOMPARE(text, surfaceOf(*m_editor)->bodyInnerHTML());
+            QCOMPARE(text, surfaceOf(*m_editor)->bodyInnerHTML().remove(link));
 
         // Reading the document takes what was edited in the source, back in the design view.
         editor()->setText(text.replace(u"<p>one</p>"_s, u"<p>edited</p>"_s));
@@ -170,41 +175,12 @@ private Q_SLOTS:
         QCOMPARE(surfaceOf(*m_editor)->bodyInnerHTML(), u"<p>two</p>"_s);
     }
 
-    void styleSheetLinksStandBeforeTheEndOfHead()
-    {
-        m_editor->setReturnFullDocument(true);
-        m_editor->setSetHtmlSource(
-            QStringLiteral("<html><head><title>T</title></head><body>"
-                           "<link rel=\"stylesheet\" href=\"one.css\"><p>text</p></body></html>"));
-        m_editor->ToggleDesignSourceView(u"source"_s);
-        const QString text = editor()->text();
-        QCOMPARE(text.count(u"<link"_s, Qt::CaseInsensitive), 1);
-        QVERIFY2(text.contains(u"<LINK href=\"one.css\" rel=\"StyleSheet\"></HEAD>"_s),
-            qPrintable(text));
-    }
-
-    void enabledReachesTheSourceEditor()
-    {
-        m_editor->setEditorEnabled(false);
-        QVERIFY(!editor()->isEnabled());
-        m_editor->ToggleDesignSourceView(u"source"_s);
-        m_editor->ToggleDesignSourceView(u"design"_s);
-        // Back in design, the surface still browses.
-        QVERIFY(!surfaceOf(*m_editor)->isEditable());
-        m_editor->setEditorEnabled(true);
-        QVERIFY(editor()->isEnabled());
-    }
-
     // Edits and focus while the source shows.
     void sourceEditsAreChangesAndLoadsAreNot_data()
     {
         QTest::addColumn<QString>("edit");
-        row("typing", "typing");
-        row("paste", "paste");
-        row("undo", "undo");
-        row("redo", "redo");
-        row("replace all", "replace all");
-        row("comment", "comment");
+        for (const char *edit : {"typing", "paste", "undo", "redo", "replace all", "comment"})
+            row(edit, edit);
     }
 
     void sourceEditsAreChangesAndLoadsAreNot()
@@ -353,9 +329,8 @@ private Q_SLOTS:
     // The editor's commands.
     void commentCommandsWorkOnWholeLines_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QList<int>>("selection"); // line, column, line, column; empty: caret
-        QTest::addColumn<QString>("commented");
+        // selection: line, column, line, column; empty: the caret.
+        columns<QString, QList<int>, QString>("text", "selection", "commented");
 
         row("caret line", "<p>a</p>\n<p>b</p>", QList<int>{}, "<!--<p>a</p>-->\n<p>b</p>");
         row("part of two lines", "<p>a</p>\n<p>b</p>\n<p>c</p>", QList<int>{1, 3, 2, 2},
@@ -405,20 +380,17 @@ private Q_SLOTS:
 
     void whitespaceItemSaysWhatItWillDo()
     {
-        QAction *item = menuItem("mnuShowWhiteSpace");
-        openMenu();
-        QCOMPARE(item->text(), u"Show Whitespace"_s);
-        choose("mnuShowWhiteSpace");
-        QVERIFY(editor()->isWhitespaceVisible());
-        QCOMPARE(scintilla()->whitespaceVisibility(), QsciScintilla::WsVisible);
-        openMenu();
-        QCOMPARE(item->text(), u"Hide Whitespace"_s);
-        choose("mnuShowWhiteSpace");
-        QVERIFY(!editor()->isWhitespaceVisible());
-        openMenu();
-        QCOMPARE(item->text(), u"Show Whitespace"_s);
+        for (const bool shown : {false, true, false}) {
+            openMenu();
+            QCOMPARE(menuItem("mnuShowWhiteSpace")->text(),
+                shown ? u"Hide Whitespace"_s : u"Show Whitespace"_s);
+            QCOMPARE(editor()->isWhitespaceVisible(), shown);
+            QCOMPARE(scintilla()->whitespaceVisibility() == QsciScintilla::WsVisible, shown);
+            choose("mnuShowWhiteSpace");
+        }
     }
 
+    // Paste, undo and redo from the menu are edits above.
     void clipboardAndUndoItemsWhenTheyApply()
     {
         editor()->setText(u"abc def"_s);
@@ -433,87 +405,75 @@ private Q_SLOTS:
         QVERIFY(menuItem("mnuCut")->isEnabled());
         QVERIFY(menuItem("mnuMakeLowerCase")->isEnabled());
 
-        choose("mnuCopy");
-        editor()->setCaretPosition(1, 8);
-        choose("mnuPaste");
-        QCOMPARE(editor()->text(), u"abc defabc"_s);
-        editor()->select(1, 4, 1, 8);
         choose("mnuCut");
-        QCOMPARE(editor()->text(), u"abcabc"_s);
-        choose("mnuUndo");
-        QCOMPARE(editor()->text(), u"abc defabc"_s);
-        choose("mnuRedo");
-        QCOMPARE(editor()->text(), u"abcabc"_s);
+        QCOMPARE(editor()->text(), u" def"_s);
+        editor()->setCaretPosition(1, 5);
+        choose("mnuPaste");
+        QCOMPARE(editor()->text(), u" defabc"_s);
     }
 
-    void findDialogSearchesBothWays()
+    void findAndReplaceDialog()
     {
         editor()->setText(u"Cat cat\ncategory CAT"_s);
         choose("mnuFind");
         auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
-        QVERIFY(dialog);
-        QVERIFY(dialog->isVisible());
+        QVERIFY(dialog && dialog->isVisible());
         QVERIFY(!dialog->isModal());
         QVERIFY(!dialog->isReplaceMode());
         QVERIFY(!dialog->findChild<QLineEdit *>(u"txtReplace"_s)->isVisible());
-
-        dialog->findChild<QLineEdit *>(u"txtFind"_s)->setText(u"cat"_s);
-        auto *findNext = dialog->findChild<QPushButton *>(u"cmdFindNext"_s);
-        findNext->click();
-        QCOMPARE(editor()->caretLine(), 1);
-        QCOMPARE(editor()->caretColumn(), 4);
-        findNext->click();
-        QCOMPARE(editor()->caretColumn(), 8);
-        findNext->click();
-        QCOMPARE(editor()->caretLine(), 2);
-
-        dialog->findChild<QCheckBox *>(u"chkSearchUp"_s)->setChecked(true);
-        findNext->click();
-        QCOMPARE(editor()->caretLine(), 1);
+        const auto check = [dialog](const char *name, bool on) {
+            dialog->findChild<QCheckBox *>(QLatin1String(name))->setChecked(on);
+        };
+        const auto type = [dialog](const char *name, const QString &text) {
+            dialog->findChild<QLineEdit *>(QLatin1String(name))->setText(text);
+        };
+        const auto click = [dialog](const char *name) {
+            dialog->findChild<QPushButton *>(QLatin1String(name))->click();
+        };
+        // Where the caret stands after each search.
+        const auto find = [&](const QString &text) {
+            type("txtFind", text);
+            click("cmdFindNext");
+            return QPoint(editor()->caretColumn(), editor()->caretLine());
+        };
+        QCOMPARE(find(u"cat"_s), QPoint(4, 1));
+        QCOMPARE(find(u"cat"_s), QPoint(8, 1));
+        QCOMPARE(find(u"cat"_s).y(), 2);
+        check("chkSearchUp", true);
+        QCOMPARE(find(u"cat"_s), QPoint(8, 1));
         QCOMPARE(editor()->selectedText(), u"cat"_s);
-        QCOMPARE(editor()->caretColumn(), 8);
 
-        dialog->findChild<QCheckBox *>(u"chkSearchUp"_s)->setChecked(false);
-        dialog->findChild<QCheckBox *>(u"chkMatchCase"_s)->setChecked(true);
-        dialog->findChild<QCheckBox *>(u"chkWholeWord"_s)->setChecked(true);
-        dialog->findChild<QLineEdit *>(u"txtFind"_s)->setText(u"CAT"_s);
-        findNext->click();
-        QCOMPARE(editor()->caretLine(), 2);
-        QCOMPARE(editor()->caretColumn(), 13);
+        check("chkSearchUp", false);
+        check("chkMatchCase", true);
+        check("chkWholeWord", true);
+        QCOMPARE(find(u"CAT"_s), QPoint(13, 2));
         QVERIFY(dialog->statusText().isEmpty());
-
-        dialog->findChild<QLineEdit *>(u"txtFind"_s)->setText(u"dog"_s);
-        findNext->click();
+        find(u"dog"_s);
         QVERIFY(!dialog->statusText().isEmpty());
-        dialog->findChild<QPushButton *>(u"cmdClose"_s)->click();
+        click("cmdClose");
         QVERIFY(!dialog->isVisible());
-    }
 
-    void replaceAllDoesNotSearchItsOwnReplacements()
-    {
+        // Replacing all does not search the replacements again.
         editor()->setText(u"a b A\na"_s);
         choose("mnuReplace");
-        auto *dialog = editor()->findChild<Dialogs::FindReplaceDialog *>();
-        QVERIFY(dialog->isVisible());
-        QVERIFY(dialog->isReplaceMode());
+        QVERIFY(dialog->isVisible() && dialog->isReplaceMode());
         QCOMPARE(dialog->windowTitle(), u"Replace"_s);
-        for (const QString &name : {u"chkMatchCase"_s, u"chkWholeWord"_s, u"chkSearchUp"_s})
-            dialog->findChild<QCheckBox *>(name)->setChecked(false);
-        dialog->findChild<QLineEdit *>(u"txtFind"_s)->setText(u"a"_s);
-        dialog->findChild<QLineEdit *>(u"txtReplace"_s)->setText(u"aa"_s);
-        dialog->findChild<QPushButton *>(u"cmdReplaceAll"_s)->click();
+        check("chkMatchCase", false);
+        check("chkWholeWord", false);
+        type("txtFind", u"a"_s);
+        type("txtReplace", u"aa"_s);
+        click("cmdReplaceAll");
         QCOMPARE(editor()->text(), u"aa b aa\naa"_s);
         QCOMPARE(dialog->statusText(), u"3 occurrences replaced."_s);
         choose("mnuUndo");
         QCOMPARE(editor()->text(), u"a b A\na"_s);
 
-        // Replace goes one occurrence at a time and selects the next.
+        // Replace goes one occurrence at a time and selects the next; the first selects.
         editor()->setCaretPosition(1, 1);
-        auto *replace = dialog->findChild<QPushButton *>(u"cmdReplace"_s);
-        dialog->findChild<QLineEdit *>(u"txtReplace"_s)->setText(u"x"_s);
-        replace->click(); // selects the first
+        type("txtReplace", u"x"_s);
+        click("cmdReplace");
         QCOMPARE(editor()->text(), u"a b A\na"_s);
-        replace->click();
+        click("cmdReplace");
         QCOMPARE(editor()->text(), u"x b A\na"_s);
         QCOMPARE(editor()->selectedText(), u"A"_s);
     }

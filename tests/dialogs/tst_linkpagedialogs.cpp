@@ -46,31 +46,31 @@ private Q_SLOTS:
         const int p = int(LinkListKind::Pages);
         const int o = int(LinkListKind::PortalPages);
         row("sites, 32-bit current", s, sites, u"70000"_s,
-            QStringList{u"Select a Site -->"_s, u"Main"_s, u"Archive"_s},
-            QStringList{u""_s, u""_s, u""_s}, 2, u""_s);
+            QStringList{u"Select a Site -->"_s, u"Main"_s, u"Archive"_s}, QStringList(3, QString()),
+            2, "");
         row("pages of site 3", p, pages, u"13"_s,
             QStringList{u"Select a page -->"_s, u"News"_s, u"Jobs"_s},
-            QStringList{u""_s, u"/news.html"_s, u"/jobs.html"_s}, 2, u""_s);
+            QStringList{u""_s, u"/news.html"_s, u"/jobs.html"_s}, 2, "");
         row("portal, bare siblings", o, portal, u"7"_s,
             QStringList{u"Select a portal page -->"_s, u"Home"_s, u"Shop"_s},
-            QStringList{u""_s, u"/home"_s, u"/shop"_s}, 2, u""_s);
-        row("no current", o, portal, u"x"_s, QStringList{}, QStringList{}, 0, u""_s);
-        row("pages, bare siblings", p, "<P ArticleSiteID=\"3\"/><P ArticleSiteID=\"3\"/>", u""_s,
+            QStringList{u""_s, u"/home"_s, u"/shop"_s}, 2, "");
+        row("no current", o, portal, "x", QStringList{}, QStringList{}, 0, "");
+        row("pages, bare siblings", p, "<P ArticleSiteID=\"3\"/><P ArticleSiteID=\"3\"/>", "",
             QStringList{}, QStringList{}, 0,
             u"Could not read the content pages (line 1, column 44): Extra content at end of "
             u"document."_s);
         row("section 40000", p,
-            "<Pages>\n<P ArticleSiteID=\"3\" ArticleSectionID=\"40000\"/></Pages>", u""_s,
+            "<Pages>\n<P ArticleSiteID=\"3\" ArticleSectionID=\"40000\"/></Pages>", "",
             QStringList{}, QStringList{}, 0,
             u"Could not read the content pages (line 2, column 47): ArticleSectionID \"40000\" is "
             u"not an identifier this list can hold."_s);
         row("site 40000 of a page", p,
             "<Pages><P ArticleSiteID=\"40000\" "
             "ArticleSectionID=\"1\"/></Pages>",
-            u""_s, QStringList{}, QStringList{}, 0,
+            "", QStringList{}, QStringList{}, 0,
             u"Could not read the content pages (line 1, column 54): ArticleSiteID \"40000\" is "
             u"not an identifier this list can hold."_s);
-        row("unclosed site", s, "<Sites><Site ArticleSiteID=\"1\">", u""_s, QStringList{},
+        row("unclosed site", s, "<Sites><Site ArticleSiteID=\"1\">", "", QStringList{},
             QStringList{}, 0,
             u"Could not read the content sites (line 1, column 31): Premature end of "
             u"document."_s);
@@ -137,12 +137,9 @@ private Q_SLOTS:
         for (int i = 0; i < 10; ++i)
             read.append(i == 2 ? std::nullopt : std::optional(QString::number(i)));
         fillPageValues(values, read, u"T"_s);
-        QCOMPARE(values.BackgroundImage, u"0"_s);
-        QCOMPARE(values.Title, u"T"_s);
-        QCOMPARE(values.TextColor, QString());
-        QCOMPARE(values.LinkColor, u"3"_s);
-        QCOMPARE(values.BottomMargin, u"8"_s);
-        QCOMPARE(values.RightMargin, u"9"_s);
+        QCOMPARE((QStringList{values.BackgroundImage, values.Title, values.TextColor,
+                     values.LinkColor, values.BottomMargin, values.RightMargin}),
+            (QStringList{u"0"_s, u"T"_s, QString(), u"3"_s, u"8"_s, u"9"_s}));
 
         QStringList written;
         for (const PageEdit &edit : pageEdits(values))
@@ -160,10 +157,10 @@ private Q_SLOTS:
     void linkDialogOpensOnTheLinkedPageAndValidates_data()
     {
         columns<int, QString, QString>("kind", "message", "url");
-        row("portal at its prompt", 2, u"Please select a Portal Page."_s, u""_s);
-        row("no site", 1, u"Please select a CMS Site."_s, u""_s);
-        row("site, no page", -1, u"Please select a CMS Page."_s, u""_s);
-        row("page", 1, u""_s, u"/jobs.html"_s);
+        row("portal at its prompt", 2, "Please select a Portal Page.", "");
+        row("no site", 1, "Please select a CMS Site.", "");
+        row("site, no page", -1, "Please select a CMS Page.", "");
+        row("page", 1, "", "/jobs.html");
     }
 
     // The dialog opens on the linked page (site 3, page 13); each row then undoes part of the

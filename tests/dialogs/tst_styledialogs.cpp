@@ -70,11 +70,9 @@ private Q_SLOTS:
             {{u"movie"_s, u"m.swf"_s}, {u"PLAY"_s, u"0"_s}, {u"DeviceFont"_s, u"true"_s},
                 {u"quality"_s, u"best"_s}, {u"Unknown"_s, u"x"_s}},
             values);
-        QCOMPARE(values.MovieURL, u"m.swf"_s);
-        QCOMPARE(values.Play, 0);
-        QCOMPARE(values.Loop, 1);
-        QCOMPARE(values.DeviceFont, 1);
-        QCOMPARE(values.Quality, u"best"_s);
+        QCOMPARE(std::tuple(
+                     values.MovieURL, values.Play, values.Loop, values.DeviceFont, values.Quality),
+            std::tuple(u"m.swf"_s, 0, 1, 1, u"best"_s));
         // What the dialog writes back: Src follows Movie.
         const auto params = flashParams(values);
         QVERIFY(params.contains(std::pair(u"Src"_s, u"m.swf"_s)));

@@ -28,7 +28,6 @@ private Q_SLOTS:
     {
         columns<int, bool, bool>("key", "number", "hex");
         row("0", int('0'), true, true);
-        row("7", int('7'), true, true);
         row("9", int('9'), true, true);
         row("/ below 0", int('/'), false, false);
         row(": above 9", int(':'), false, false);
@@ -49,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(CheckEnterHex(key), hex);
     }
 
-    void colorConversions()
+    void conversionsAndCounts()
     {
         QCOMPARE(ColorToHtml(255), u"#FF0000"_s);
         QCOMPARE(ColorToHtml(0), u"#000000"_s);
@@ -59,6 +58,13 @@ private Q_SLOTS:
         QCOMPARE(HtmlToColorHex(u"#FF8000"_s), u"&H000080FF"_s);
         QCOMPARE(ConvertBooleanToNumber(true), 1);
         QCOMPARE(ConvertBooleanToNumber(false), 0);
+        QCOMPARE(tablePartCount(u"3"_s, 100), std::optional<int>(3));
+        QCOMPARE(tablePartCount(u"100"_s, 100), std::optional<int>(100));
+        for (const char *refused : {"", "0", "101", "-1", "2x", " 2"})
+            QVERIFY2(!tablePartCount(QLatin1String(refused), 100), refused);
+        QCOMPARE(backgroundImagePath(u"/img/"_s, u"a.gif"_s), u"/img/a.gif"_s);
+        QCOMPARE(backgroundImagePath(u"/img/"_s, u"/else/a.gif"_s), u"/else/a.gif"_s);
+        QCOMPARE(backgroundImagePath(u"/img/"_s, QString()), QString());
     }
 
     void folderOfPath_data()
@@ -132,17 +138,6 @@ private Q_SLOTS:
             *texts[i] = fields.at(i);
         QCOMPARE(Dialogs::insertTableAttributes(values, background), table);
         QCOMPARE(insertTableCellAttributes(values), cells);
-    }
-
-    void partCountsAndBackground()
-    {
-        QCOMPARE(tablePartCount(u"3"_s, 100), std::optional<int>(3));
-        QCOMPARE(tablePartCount(u"100"_s, 100), std::optional<int>(100));
-        for (const char *refused : {"", "0", "101", "-1", "2x", " 2"})
-            QVERIFY2(!tablePartCount(QLatin1String(refused), 100), refused);
-        QCOMPARE(backgroundImagePath(u"/img/"_s, u"a.gif"_s), u"/img/a.gif"_s);
-        QCOMPARE(backgroundImagePath(u"/img/"_s, u"/else/a.gif"_s), u"/else/a.gif"_s);
-        QCOMPARE(backgroundImagePath(u"/img/"_s, QString()), QString());
     }
 
     void numberBoxFiltersTypingAndSteps()
@@ -244,15 +239,6 @@ private Q_SLOTS:
         QVERIFY(cellBack.NoWrap);
         cellBack.ClearValues();
         QVERIFY(cellBack.Width.isEmpty() && cellBack.BorderShadow.isEmpty() && !cellBack.NoWrap);
-    }
-
-    void closingTheWindowIsCancel()
-    {
-        CellPropertiesDialog dialog(prompts());
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        dialog.close();
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
     }
 
 private:

@@ -20,32 +20,25 @@ class tst_Spelling : public QObject
 private Q_SLOTS:
     void checkableWords_data()
     {
-        columns<QString, QStringList>("text", "expected");
-        const auto row
-            = [](const char *name, const char *text, std::initializer_list<const char *> expected) {
-                  QStringList words;
-                  for (const char *word : expected)
-                      words.append(QString::fromUtf8(word));
-                  VantryTest::row(name, text, words);
-              };
-        row("punctuation", "Hello, world. (Again)!", {"Hello", "world", "Again"});
-        row("apostrophes inside", "don't 'quoted' it\u2019s", {"don't", "quoted", "it\u2019s"});
-        row("hyphen splits", "well-known", {"well", "known"});
-        row("digits", "abc123 route66 4th 2024 ok", {"ok"});
-        row("web addresses", "see http://exmple.com/pth and www.exmple.org. now",
-            {"see", "and", "now"});
-        row("e-mail", "mail bob@exmple.com or mailto:ann@x.org today", {"mail", "or", "today"});
+        // expected: the words separated by blanks.
+        columns<QString, QString>("text", "expected");
+        row("punctuation", "Hello, world. (Again)!", "Hello world Again");
+        row("apostrophes inside", "don't 'quoted' it\u2019s", "don't quoted it\u2019s");
+        row("hyphen splits", "well-known", "well known");
+        row("digits", "abc123 route66 4th 2024 ok", "ok");
+        row("web addresses", "see http://exmple.com/pth and www.exmple.org. now", "see and now");
+        row("e-mail", "mail bob@exmple.com or mailto:ann@x.org today", "mail or today");
         row("file paths", "open /usr/shre/dict or C:\\wrk\\fle or ~/notse please",
-            {"open", "or", "or", "please"});
+            "open or or please");
         row("non-latin letters", "Stra\u00dfe \u00fcber na\u00efve",
-            {"Stra\u00dfe", "\u00fcber", "na\u00efve"});
-        row("empty", "", {});
+            "Stra\u00dfe \u00fcber na\u00efve");
+        row("empty", "", "");
     }
 
     void checkableWords()
     {
-        auto [text, expected] = fetch<QString, QStringList>("text", "expected");
-        QCOMPARE(words(text, Vantry::Text::checkableWords(text)), expected);
+        auto [text, expected] = fetch<QString, QString>("text", "expected");
+        QCOMPARE(words(text, Vantry::Text::checkableWords(text)).join(u' '), expected);
     }
 
     void doubledWords_data()
