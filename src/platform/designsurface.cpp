@@ -37,7 +37,7 @@ bool DesignSurface::findNext(const QString &, const SearchOptions &)
     return false;
 }
 
-DesignSurface::SpellingText DesignSurface::spellingText()
+DesignSurface::SpellingText DesignSurface::spellingText(quint64)
 {
     setLastError(QStringLiteral("Spelling is not supported"));
     return {};

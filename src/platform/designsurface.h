@@ -348,8 +348,13 @@ public:
         QString documentLanguage;
         // Where the selection ends.
         TextPoint selectionEnd;
+        // The read's number, never 0. An answer with unchanged set carries only this, the
+        // selection and the document language: the body is as the read numbered so left it.
+        quint64 read = 0;
+        bool unchanged = false;
     };
-    virtual SpellingText spellingText();
+    // since: the number of a read whose texts the caller still holds, or 0.
+    virtual SpellingText spellingText(quint64 since = 0);
     // The same read of only the blocks in and near the view (and the one with the caret),
     // for the underlines, without waiting: done runs once, answered false when the surface
     // could not read. The nodes of this read are kept apart from spellingText's, so that

@@ -28,19 +28,31 @@ SpellingCheck::~SpellingCheck() = default;
 
 bool SpellingCheck::read()
 {
-    DesignSurface::SpellingText text = m_surface.spellingText();
+    DesignSurface::SpellingText text = m_surface.spellingText(m_text.read);
     if (m_surface.lastCallFailed())
         return false;
-    take(std::move(text));
+    if (!text.unchanged) {
+        take(std::move(text));
+        return true;
+    }
+    // The runs still stand; only the selection and the document's language are new.
+    m_text.selectionEnd = text.selectionEnd;
+    m_text.documentLanguage = std::move(text.documentLanguage);
+    chooseDictionary();
     return true;
 }
 
 void SpellingCheck::take(DesignSurface::SpellingText text)
 {
     m_text = std::move(text);
+    chooseDictionary();
+    rebuildRuns();
+}
+
+void SpellingCheck::chooseDictionary()
+{
     const QString own = dictionaryForLanguage(m_text.documentLanguage, m_dictionaries.installed());
     m_dictionary = own.isEmpty() ? m_dictionaries.systemDictionary() : own;
-    rebuildRuns();
 }
 
 // A run is text that reads on without a break, in one language.
@@ -64,6 +76,8 @@ void SpellingCheck::applyChanges(const QList<std::pair<int, QString>> &changed)
         if (node >= 0 && node < m_text.texts.size())
             m_text.texts[node] = text;
     }
+    // The texts are no longer as the read left them.
+    m_text.read = 0;
     rebuildRuns();
 }
 

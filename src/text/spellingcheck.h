@@ -88,6 +88,7 @@ private:
 
     bool read();
     void take(Platform::DesignSurface::SpellingText text);
+    void chooseDictionary();
     void rebuildRuns();
     void applyChanges(const QList<std::pair<int, QString>> &changed);
     // The dictionary a run is checked with; empty to skip it.

@@ -210,6 +210,54 @@ private Q_SLOTS:
         QCOMPARE(m_surface->bodyInnerHTML(), u"<p id=\"p\">Some <i>word</i> here</p>"_s);
     }
 
+    void rereadsOnlyAfterChanges_data()
+    {
+        // change: what happens to the document between two reads of one check.
+        columns<QString, QStringList>("change", "misspelt");
+        row("nothing", "", words("wrod"));
+        row("typing", "type", words("wrod tiped"));
+        row("language marked", "lang", QStringList{});
+        row("replace all", "replace", words("wrod zqxv"));
+        row("undo", "undo", words("wrod"));
+        row("new document", "load", words("speling"));
+    }
+
+    void rereadsOnlyAfterChanges()
+    {
+        const auto [change, misspelt] = fetch<QString, QStringList>("change", "misspelt");
+        load(u"<p>wrod here</p>"_s);
+        Platform::Dictionaries dictionaries;
+        Text::SpellingCheck check(*m_surface, dictionaries);
+        QCOMPARE(check.misspeltWords(), words("wrod"));
+        if (change == u"type" || change == u"undo") {
+            QWidget *keys = VantryTest::giveFocus(m_surface->widget());
+            QVERIFY(keys);
+            caretAt(u"here"_s, true);
+            QTest::keyClicks(keys, u" tiped"_s);
+            QTRY_VERIFY(body().contains(u"tiped"_s));
+            if (change == u"undo") {
+                QCOMPARE(check.misspeltWords(), words("wrod tiped"));
+                QVERIFY(m_surface->execCommand(5049));
+            }
+        } else if (change == u"lang") {
+            QVERIFY(m_surface->setAttribute(
+                m_surface->elementsByTagName(u"p"_s).first(), u"lang"_s, u"fr"_s));
+        } else if (change == u"replace") {
+            QVERIFY(
+                m_surface
+                    ->replaceAll(Platform::DesignSurface::ReplaceScope::Body, u"here"_s, u"zqxv"_s)
+                    .replaced
+                > 0);
+        } else if (change == u"load") {
+            load(u"<p>speling</p>"_s);
+        }
+        QCOMPARE(check.misspeltWords(), misspelt);
+        // With nothing changed since, a read is answered without the texts.
+        const quint64 read = m_surface->spellingText().read;
+        QVERIFY(read != 0);
+        QVERIFY(m_surface->spellingText(read).unchanged);
+    }
+
     void underlinesWhileTyping_data()
     {
         QTest::addColumn<bool>("on");

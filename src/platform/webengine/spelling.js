@@ -140,13 +140,44 @@
         return node.nodeType === Node.ELEMENT_NODE && BOUNDARY.has(node.localName);
     }
 
-    function snapshot() {
+    // Reads are numbered. While nodes is still the snapshot of read lastRead and nothing
+    // under that body has changed, a caller holding that read gets no second walk. The
+    // observer stops at the first change, so that typing after a read pays for one record.
+    let lastRead = 0;
+    let readBody = null;
+    let readKept = false;
+    const changes = new MutationObserver(forgetRead);
+
+    function forgetRead() {
+        readKept = false;
+        changes.disconnect();
+    }
+
+    function selectionEnd() {
+        const selection = document.getSelection();
+        if (!document.body || !selection.rangeCount)
+            return [0, 0];
+        const r = selection.getRangeAt(0);
+        return indexOf(r.endContainer, r.endOffset);
+    }
+
+    function snapshot(since) {
+        if (changes.takeRecords().length)
+            forgetRead();
+        if (readKept && since === lastRead && document.body === readBody) {
+            return { u: 1, r: lastRead, s: selectionEnd(),
+                     d: document.documentElement.getAttribute('lang') || '' };
+        }
+        forgetRead();
         nodes = [];
         const out = pack(document.body ? [document.body] : [], nodes);
-        const selection = document.getSelection();
-        if (document.body && selection.rangeCount) {
-            const r = selection.getRangeAt(0);
-            out.s = indexOf(r.endContainer, r.endOffset);
+        out.s = selectionEnd();
+        out.r = ++lastRead;
+        readBody = document.body;
+        readKept = true;
+        if (readBody) {
+            changes.observe(readBody, { subtree: true, childList: true, characterData: true,
+                                        attributes: true });
         }
         return out;
     }
@@ -331,8 +362,10 @@
     let menuNode = null;
 
     function takeMenuNode(fromMenu) {
-        if (fromMenu && menuNode)
+        if (fromMenu && menuNode) {
             nodes = [menuNode];
+            forgetRead();
+        }
     }
 
     // The text node under a point of the view, as a snapshot of that one node, and the
@@ -349,10 +382,12 @@
                 return null;
         }
         const node = caret.startContainer;
-        if (forMenu)
+        if (forMenu) {
             menuNode = node;
-        else
+        } else {
             nodes = [node];
+            forgetRead();
+        }
         const holder = node.parentElement.closest('[lang]');
         return [node.data, caret.startOffset, holder ? holder.getAttribute('lang') : ''];
     }
@@ -441,8 +476,10 @@
     // A bulk operation's changes would each make a record for the lines' observer: it rests
     // while one runs, and the lines are drawn again once after it.
     V.beforeOperations(name => {
-        if (V.isBulk(name))
+        if (V.isBulk(name)) {
             lineObserver.disconnect();
+            forgetRead();
+        }
     });
     V.afterOperations(name => {
         if (V.isBulk(name))
@@ -457,6 +494,7 @@
 
     listen();
     V.onNewDocument(() => {
+        forgetRead();
         shownRead = false;
         underline([]);
         listen();
@@ -464,7 +502,7 @@
     // The underlined words, for tests.
     V.underlinedWords = () => underlined.map(range => range.toString());
 
-    V.register('spellingText', () => snapshot());
+    V.register('spellingText', since => snapshot(since));
     V.register('spellingVisibleText', margin => visibleSnapshot(margin));
     V.register('spellingUnderline', words => underline(words));
     V.register('spellingSelect', (a, ao, b, bo, fromMenu) => {

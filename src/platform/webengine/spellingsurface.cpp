@@ -27,6 +27,7 @@ const QString malformedText = QStringLiteral("spellingText: the adapter's answer
 std::optional<DesignSurface::SpellingText> unpackSpellingText(const QVariantMap &answer)
 {
     DesignSurface::SpellingText text;
+    text.read = answer.value(QStringLiteral("r")).toULongLong();
     const QString joined = answer.value(QStringLiteral("t")).toString();
     // One text rather than a list: a value per node would cost more to cross than the text.
     const QString lengths = answer.value(QStringLiteral("n")).toString();
@@ -67,13 +68,26 @@ std::optional<DesignSurface::SpellingText> unpackSpellingText(const QVariantMap 
 
 } // namespace
 
-DesignSurface::SpellingText WebEngineDesignSurface::spellingText()
+DesignSurface::SpellingText WebEngineDesignSurface::spellingText(quint64 since)
 {
     m_menuTextTaken = false;
-    const QVariant answer = callValue(QStringLiteral("spellingText"), {}, std::chrono::seconds(60));
+    const QVariantMap answer
+        = callValue(QStringLiteral("spellingText"), {since}, std::chrono::seconds(60)).toMap();
     if (lastCallFailed())
         return {};
-    std::optional<SpellingText> text = unpackSpellingText(answer.toMap());
+    if (answer.contains(QStringLiteral("u"))) {
+        SpellingText text;
+        text.read = answer.value(QStringLiteral("r")).toULongLong();
+        text.unchanged = true;
+        text.documentLanguage = answer.value(QStringLiteral("d")).toString();
+        const QVariantList selection = answer.value(QStringLiteral("s")).toList();
+        text.selectionEnd = {selection.value(0).toInt(), selection.value(1).toInt()};
+        if (since != 0 && text.read == since)
+            return text;
+        setLastError(malformedText);
+        return {};
+    }
+    std::optional<SpellingText> text = unpackSpellingText(answer);
     if (!text) {
         setLastError(malformedText);
         return {};

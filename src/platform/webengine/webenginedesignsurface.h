@@ -123,7 +123,7 @@ public:
     // The calls made into the adapter so far.
     quint64 callsMade() const { return m_callSerial; }
 
-    SpellingText spellingText() override;
+    SpellingText spellingText(quint64 since = 0) override;
     void requestVisibleSpellingText(SpellingTextAnswer done) override;
     bool selectSpellingText(TextPoint start, TextPoint end) override;
     QList<std::pair<int, QString>> replaceSpellingText(const QList<SpellingEdit> &edits) override;
