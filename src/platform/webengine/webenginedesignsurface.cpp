@@ -3,6 +3,7 @@
 #include "platform/logging.h"
 #include "platform/webengine/adapteroperations.h"
 #include "platform/webengine/requestfilter.h"
+#include "platform/webengine/scriptsource.h"
 
 #include <QApplication>
 #include <QChildEvent>
@@ -67,13 +68,14 @@ QString resourceText(const QString &path)
 
 // The channel's client, the adapter and its modules as one script: the page compiles and
 // runs one source per document instead of fourteen, and the text is put together once per
-// process. Each part runs guarded, so that one that throws does not keep the rest out.
+// process. Each part runs guarded, so that one that throws does not keep the rest out. The
+// view's initial empty document runs none of it: the editor's own replaces it at once.
 const QString &adapterSource()
 {
     static const QString source = [] {
-        QString text;
+        QString text = QStringLiteral("if (location.href !== 'about:blank') {\n");
         const auto append = [&text](const QString &path) {
-            text += QStringLiteral("try {\n") + resourceText(path)
+            text += QStringLiteral("try {\n") + compactScript(resourceText(path))
                 + QStringLiteral("\n} catch (e) { console.error('") + path
                 + QStringLiteral(": ' + e); }\n");
         };
@@ -83,6 +85,7 @@ const QString &adapterSource()
                  "styles", "typingblock", "farblocks"})
             append(
                 QLatin1String(":/vantry/webengine/") + QLatin1String(name) + QLatin1String(".js"));
+        text += QStringLiteral("}\n");
         return text;
     }();
     return source;
