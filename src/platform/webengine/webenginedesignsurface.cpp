@@ -166,6 +166,16 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
 
     m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
 
+    // The adapter starts at DOMContentLoaded, so the editing document's finished load
+    // says it listens; the adapter's own word comes a channel handshake later. Queued, as
+    // the notifications are: the first handler makes calls.
+    connect(
+        page, &QWebEnginePage::loadFinished, this,
+        [this](bool ok) {
+            if (ok)
+                handleNotification(QStringLiteral("adapterReady"), {});
+        },
+        Qt::QueuedConnection);
     page->expectOwnLoad();
     page->setHtml(QString::fromLatin1(blankDocument), QUrl(QStringLiteral("file:///")));
 }
@@ -270,6 +280,9 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
 
     if (kind == QLatin1String("adapterReady")) {
         // The blank document is loaded and the adapter is listening: the surface is ready.
+        // Both the load and the adapter say so; the first of them counts.
+        if (m_ready)
+            return;
         m_ready = true;
         if (!m_earlySettings.isEmpty())
             post(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
