@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QPoint>
+#include <QPointer>
 #include <QTimer>
 #include <QUrl>
 #include <QWebChannel>
@@ -176,8 +177,15 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
                 handleNotification(QStringLiteral("adapterReady"), {});
         },
         Qt::QueuedConnection);
-    page->expectOwnLoad();
-    page->setHtml(QString::fromLatin1(blankDocument), QUrl(QStringLiteral("file:///")));
+    // The load waits for the host's turn to place and show the editor: the engine's render
+    // widget, made by the load, would otherwise be resized and drawn in full once more on
+    // its way to the screen.
+    QTimer::singleShot(0, this, [page = QPointer<EditingPage>(page)] {
+        if (!page)
+            return;
+        page->expectOwnLoad();
+        page->setHtml(QString::fromLatin1(blankDocument), QUrl(QStringLiteral("file:///")));
+    });
 }
 
 WebEngineDesignSurface::~WebEngineDesignSurface() = default;
