@@ -12,6 +12,7 @@
 #include "commands/selectionstate.h"
 #include "platform/scintilla/sourceeditor.h"
 #include "platform/webengine/adapteroperations.h"
+#include "platform/webengine/scriptsource.h"
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
@@ -528,6 +529,24 @@ private Q_SLOTS:
         }
         for (const int id : std::as_const(used))
             QVERIFY2(id == 0 || commands.contains(id), qPrintable(QString::number(id)));
+    }
+
+    void compactScript_data()
+    {
+        VantryTest::columns<QString, QString>("source", "expected");
+        VantryTest::row("comment lines and blanks go",
+            "  // why\n    let a = 1;\n\n  f(a); // kept\n", "let a = 1;\nf(a); // kept\n");
+        VantryTest::row("slashes in strings stay", "    s = 'http://x';\n", "s = 'http://x';\n");
+        const char *literal = "let css = `\n  // not a comment\n    a { }\n`;\n";
+        VantryTest::row("template literal keeps its lines", literal, literal);
+        const char *continued = "let s = 'a \\\n    b';\n";
+        VantryTest::row("continued string keeps its blanks", continued, continued);
+    }
+
+    void compactScript()
+    {
+        const auto [source, expected] = VantryTest::fetch<QString, QString>("source", "expected");
+        QCOMPARE(Platform::compactScript(source), expected);
     }
 
 private:

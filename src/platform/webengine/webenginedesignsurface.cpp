@@ -3,6 +3,7 @@
 #include "platform/logging.h"
 #include "platform/webengine/adapteroperations.h"
 #include "platform/webengine/requestfilter.h"
+#include "platform/webengine/scriptsource.h"
 
 #include <QApplication>
 #include <QChildEvent>
@@ -11,6 +12,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QPoint>
+#include <QPointer>
 #include <QTimer>
 #include <QUrl>
 #include <QWebChannel>
@@ -67,13 +69,14 @@ QString resourceText(const QString &path)
 
 // The channel's client, the adapter and its modules as one script: the page compiles and
 // runs one source per document instead of fourteen, and the text is put together once per
-// process. Each part runs guarded, so that one that throws does not keep the rest out.
+// process. Each part runs guarded, so that one that throws does not keep the rest out. The
+// view's initial empty document runs none of it: the editor's own replaces it at once.
 const QString &adapterSource()
 {
     static const QString source = [] {
-        QString text;
+        QString text = QStringLiteral("if (location.href !== 'about:blank') {\n");
         const auto append = [&text](const QString &path) {
-            text += QStringLiteral("try {\n") + resourceText(path)
+            text += QStringLiteral("try {\n") + compactScript(resourceText(path))
                 + QStringLiteral("\n} catch (e) { console.error('") + path
                 + QStringLiteral(": ' + e); }\n");
         };
@@ -83,6 +86,7 @@ const QString &adapterSource()
                  "styles", "typingblock", "farblocks"})
             append(
                 QLatin1String(":/vantry/webengine/") + QLatin1String(name) + QLatin1String(".js"));
+        text += QStringLiteral("}\n");
         return text;
     }();
     return source;
@@ -163,8 +167,25 @@ WebEngineDesignSurface::WebEngineDesignSurface(QWidget *parent)
 
     m_bridge = std::make_unique<ScriptBridge>(page, adapterWorld());
 
-    page->expectOwnLoad();
-    page->setHtml(QString::fromLatin1(blankDocument), QUrl(QStringLiteral("file:///")));
+    // The adapter starts at DOMContentLoaded, so the editing document's finished load
+    // says it listens; the adapter's own word comes a channel handshake later. Queued, as
+    // the notifications are: the first handler makes calls.
+    connect(
+        page, &QWebEnginePage::loadFinished, this,
+        [this](bool ok) {
+            if (ok)
+                handleNotification(QStringLiteral("adapterReady"), {});
+        },
+        Qt::QueuedConnection);
+    // The load waits for the host's turn to place and show the editor: the engine's render
+    // widget, made by the load, would otherwise be resized and drawn in full once more on
+    // its way to the screen.
+    QTimer::singleShot(0, this, [page = QPointer<EditingPage>(page)] {
+        if (!page)
+            return;
+        page->expectOwnLoad();
+        page->setHtml(QString::fromLatin1(blankDocument), QUrl(QStringLiteral("file:///")));
+    });
 }
 
 WebEngineDesignSurface::~WebEngineDesignSurface() = default;
@@ -267,6 +288,9 @@ void WebEngineDesignSurface::deliverNotification(const QString &kind, const QVar
 
     if (kind == QLatin1String("adapterReady")) {
         // The blank document is loaded and the adapter is listening: the surface is ready.
+        // Both the load and the adapter say so; the first of them counts.
+        if (m_ready)
+            return;
         m_ready = true;
         if (!m_earlySettings.isEmpty())
             post(AdapterOperation::configure, {std::exchange(m_earlySettings, {})});
