@@ -6,6 +6,7 @@
 #include "../common/surfacefixture.h"
 
 #include "commands/commandsink.h"
+#include "commands/selectionstate.h"
 
 #include <QRegularExpression>
 
@@ -142,6 +143,54 @@ private Q_SLOTS:
         QVERIFY(m_surface->execCommand(command));
         QCOMPARE(m_surface->bodyInnerHTML(), toggled);
         QCOMPARE(m_surface->commandStatus(command), 3);
+    }
+
+    // A command answers with the toolbar's states when the toolbar follows them; after an
+    // inline format they must be what the document shows once the selection is back.
+    void statesSentWithAFormat_data()
+    {
+        columns<QString, QString, int>("body", "selected", "command");
+        row("bold", "<ol><li style=\"text-align: center\"><i>one two</i></li></ol>", "two",
+            int(Bold));
+        row("bold the sheet keeps light",
+            "<style>b { font-weight: normal; font-style: italic }</style><p>one two</p>", "two",
+            int(Bold));
+        row("unbold", "<p>one <b>two</b></p>", "two", int(Bold));
+        row("underline in a link", "<p><a href=\"x\">one two</a></p>", "one", int(Underline));
+        row("engine's bold", "<p><b>one</b>two three</p>", "two", int(Bold));
+    }
+
+    void statesSentWithAFormat()
+    {
+        auto [body, selected, command]
+            = fetch<QString, QString, int>("body", "selected", "command");
+        load(body);
+        m_surface->useElementFormatting();
+        const QList<int> ids = Commands::SelectionState::queriedCommands();
+        bool followed = false;
+        m_surface->requestStatus(
+            ids, [&followed](bool, const auto &, const auto &) { followed = true; });
+        QTRY_VERIFY(followed);
+        select(selected);
+        QVERIFY2(m_surface->execCommand(command), qPrintable(m_surface->lastError()));
+        QHash<int, QVariant> values;
+        const QHash<int, CommandState> sent = m_surface->queryStatus(ids, &values);
+
+        QVariantList idList;
+        for (int id : ids)
+            idList.append(id);
+        const QVariantMap fresh
+            = m_surface->call(u"commandStatus"_s, {QVariant(idList), true}).value.toMap();
+        const QVariantList states = fresh.value(u"states"_s).toList();
+        QCOMPARE(states.size(), ids.size());
+        for (qsizetype i = 0; i < ids.size(); ++i)
+            QVERIFY2(int(sent.value(ids.at(i))) == states.at(i).toInt(),
+                qPrintable(QString::number(ids.at(i))));
+        const QVariantMap freshValues = fresh.value(u"values"_s).toMap();
+        QCOMPARE(values.size(), freshValues.size());
+        for (auto it = freshValues.cbegin(); it != freshValues.cend(); ++it)
+            QCOMPARE(values.value(it.key().toInt()), it.value());
+        QCOMPARE(selectedText(), selected);
     }
 
     void fontStates_data()

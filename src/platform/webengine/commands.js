@@ -25,10 +25,50 @@
 
     // ---- selection helpers -------------------------------------------------------------
 
+    // After an inline format of the adapter's own, the selection it leaves is set only once
+    // the answer has gone: setting it lays the page out, which the next frame does anyway.
+    // Until then the adapter reads this one, and anything that may look at the engine's
+    // selection sets it first.
+    let pendingSelection = null;
+
     function selectionRange() {
+        if (pendingSelection)
+            return pendingSelection.range;
         const s = document.getSelection();
         return s && s.rangeCount ? s.getRangeAt(0) : null;
     }
+
+    function applyPendingSelection() {
+        const pending = pendingSelection;
+        pendingSelection = null;
+        if (!pending || !pending.range.startContainer.isConnected)
+            return;
+        const r = pending.range;
+        const s = document.getSelection();
+        if (pending.backwards)
+            s.setBaseAndExtent(r.endContainer, r.endOffset, r.startContainer, r.startOffset);
+        else
+            s.setBaseAndExtent(r.startContainer, r.startOffset, r.endContainer, r.endOffset);
+    }
+
+    // The engine's answers about the selection. An inline format of the adapter's own
+    // changes none of them but its own state, which is read from the document: answers
+    // taken just before it stand for the states sent with it, and asking again would lay
+    // the page out.
+    let engineAnswers = null;
+    function engineAnswer(kind, name) {
+        const key = kind + ' ' + name;
+        if (engineAnswers && engineAnswers.has(key))
+            return engineAnswers.get(key);
+        applyPendingSelection();
+        const answer = kind === 'state' ? document.queryCommandState(name)
+                       : kind === 'enabled' ? document.queryCommandEnabled(name)
+                       : document.queryCommandValue(name);
+        if (engineAnswers)
+            engineAnswers.set(key, answer);
+        return answer;
+    }
+    const engineState = name => engineAnswer('state', name);
 
     function inBody(node) {
         return !!(document.body && node && document.body.contains(node));
@@ -100,10 +140,10 @@
         if (!r || !inBody(r.startContainer))
             return DISABLED;
         if (r.collapsed)
-            return document.queryCommandState(nativeName) ? LATCHED : ENABLED;
+            return engineState(nativeName) ? LATCHED : ENABLED;
         const nodes = selectedTextNodes(r);
         if (!nodes.length)
-            return document.queryCommandState(nativeName) ? LATCHED : ENABLED;
+            return engineState(nativeName) ? LATCHED : ENABLED;
         let on = 0;
         for (const t of nodes) {
             if (test(t.parentElement))
@@ -515,6 +555,8 @@
         underline: { tag: 'u', property: 'textDecoration' },
     };
 
+    const INLINE_COMMANDS = new Set(Object.keys(INLINE_FORMATS));
+
     // The text node that holds the whole selection, if it is worth formatting.
     function selectedRun(r) {
         const t = r.startContainer;
@@ -565,6 +607,8 @@
         const backwards = s.anchorNode === s.focusNode && s.anchorOffset > s.focusOffset;
         const start = r.startOffset, end = r.endOffset;
         let text = t;
+        // Ahead of the display change the edit announces, which reads the selection.
+        V.soon(applyPendingSelection);
         recorded(() => {
             if (wrapper) {
                 wrapper.replaceWith(text);
@@ -578,10 +622,9 @@
             text.parentNode.insertBefore(el, text);
             el.appendChild(text);
         }, true);
-        if (backwards)
-            s.setBaseAndExtent(text, text.length, text, 0);
-        else
-            s.setBaseAndExtent(text, 0, text, text.length);
+        const range = document.createRange();
+        range.selectNodeContents(text);
+        pendingSelection = { range: range, backwards: backwards };
         return true;
     }
 
@@ -614,9 +657,9 @@
             const r = selectionRange();
             if (!r || !inBody(r.startContainer))
                 return DISABLED;
-            if (!document.queryCommandEnabled(name))
+            if (!engineAnswer('enabled', name))
                 return DISABLED;
-            return document.queryCommandState(name) ? LATCHED : ENABLED;
+            return engineState(name) ? LATCHED : ENABLED;
         };
     }
 
@@ -678,7 +721,7 @@
         const v = commonValue(computedColor);
         return v || '';
     }, needsSelection);
-    defineCommand(5010, 'getBackColor', () => document.queryCommandValue('hiliteColor'),
+    defineCommand(5010, 'getBackColor', () => engineAnswer('value', 'hiliteColor'),
                   needsSelection);
     defineCommand(5011, 'getBlockFormat', () => {
         const v = commonValue(blockFormatOf);
@@ -798,15 +841,17 @@
 
     const windowListeners = {
         keydown: e => {
+            applyPendingSelection();
             finishKeyStep();
             if ((e.key === 'Delete' || e.key === 'Backspace') && selectedElement())
                 keyStep = startRecording(true);
             historyKey(e);
         },
+        mousedown: applyPendingSelection,
     };
 
     const listeners = {
-        beforeinput: e => { rememberCaret(e); onBeforeInput(e); },
+        beforeinput: e => { applyPendingSelection(); rememberCaret(e); onBeforeInput(e); },
         input: e => { onInput(e); dropCopiedIds(e); },
     };
     const bubblingListeners = {
@@ -830,6 +875,7 @@
         if (V.generation() === seenGeneration)
             return;
         seenGeneration = V.generation();
+        pendingSelection = null;
         undoSteps.length = 0;
         redoSteps.length = 0;
         lastTyping = null;
@@ -842,6 +888,7 @@
     V.recordChangesWith(recorded);
     V.onNewDocument(attachListeners);
     V.beforeOperations(followDocument);
+    V.beforeOperations(applyPendingSelection);
     attachListeners();
     followDocument();
 
@@ -897,13 +944,27 @@
     // withStatus: the answer brings the reported states along, except after a reading
     // command, which changes nothing.
     V.register('commandExec', (id, option, argument, withStatus) => {
-        const value = commandExec(id, option, argument);
-        if (!withStatus)
-            return value;
-        const reading = commands.get(id).name.startsWith('get');
-        if (reading || bulkCommands.has(id))
-            return { value: value, status: null };
-        return { value: value, status: reportedStatus() };
+        const command = commands.get(id);
+        // The engine is asked before an inline format, while the page is laid out.
+        const inline = withStatus && command && INLINE_COMMANDS.has(command.name)
+                       && reportedIds.length;
+        if (inline) {
+            engineAnswers = new Map();
+            reportedStatus();
+        }
+        try {
+            const value = commandExec(id, option, argument);
+            if (!withStatus)
+                return value;
+            if (!pendingSelection)
+                engineAnswers = null;
+            const reading = command.name.startsWith('get');
+            if (reading || bulkCommands.has(id))
+                return { value: value, status: null };
+            return { value: value, status: reportedStatus() };
+        } finally {
+            engineAnswers = null;
+        }
     });
     // Asked with follow, the commands are the ones reported from then on.
     V.register('commandStatus', (ids, withValues, follow) => {
