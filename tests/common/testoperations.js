@@ -9,6 +9,11 @@
     V.testOperationsLoaded = true;
 
     const operations = {
+        // The block typed into as an editing host of its own, and whether design mode is on.
+        typingHost: () => {
+            const block = V.typingHost.block();
+            return [block ? block.textContent : null, document.designMode];
+        },
         // What the adapter offers, for checking the names the C++ side calls.
         operationNames: () => V.operationNames(),
         commandIds: () => V.commandIds(),
@@ -65,4 +70,7 @@
 
     for (const [name, fn] of Object.entries(operations))
         V.register(name, fn);
+    // Looking must not change what is looked at.
+    for (const name of ['typingHost', 'typingBlock', 'engineSelectionText'])
+        V.typingHost.reads.add(name);
 })();

@@ -676,6 +676,48 @@ private Q_SLOTS:
             qPrintable(m_surface->bodyInnerHTML().left(60)));
     }
 
+    // While plain text is typed into a block of a long page, that block alone is editable;
+    // any other key puts the whole page back, with the selection and the history intact.
+    void typingInALongPageEditsOneBlock()
+    {
+        QString body;
+        for (int i = 0; i < 3000; ++i)
+            body += u"<p>paragraph %1 text</p>"_s.arg(i);
+        m_editor->setSetHtmlSource(body);
+        QTRY_VERIFY(m_editor->isDocumentReady());
+        const QString loaded = m_surface->bodyInnerHTML();
+        QWidget *keys = input();
+        caretAt(u"paragraph 1500 text"_s, true);
+        QTest::keyClicks(keys, u"ab"_s);
+        QTRY_VERIFY(m_surface->bodyInnerText().contains(QLatin1String("paragraph 1500 textab")));
+        QCOMPARE(js(u"typingHost"_s).toStringList(),
+            QStringList({u"paragraph 1500 textab"_s, u"off"_s}));
+        QString typed = loaded;
+        typed.replace(u"paragraph 1500 text</p>"_s, u"paragraph 1500 textab</p>"_s);
+        QCOMPARE(m_surface->bodyInnerHTML(), typed);
+        QVERIFY(m_surface->isEditable());
+        QTest::keyClick(keys, Qt::Key_Backspace);
+        QTest::keyClicks(keys, u"b"_s);
+        QTRY_COMPARE(m_surface->bodyInnerHTML(), typed);
+
+        QTest::keyClick(keys, Qt::Key_Z, Qt::ControlModifier);
+        QTRY_COMPARE(m_surface->bodyInnerHTML(), loaded);
+        QCOMPARE(js(u"typingHost"_s).toList().value(1), u"on"_s);
+        QTest::keyClick(keys, Qt::Key_Y, Qt::ControlModifier);
+        QTRY_COMPARE(m_surface->bodyInnerHTML(), typed);
+
+        // A selection reaches across blocks as in the rest of the page.
+        caretAt(u"paragraph 1500 textab"_s, true);
+        QTest::keyClicks(keys, u"c"_s);
+        QTRY_VERIFY(js(u"typingHost"_s).toList().value(0).isValid());
+        QTest::keyClick(keys, Qt::Key_Up, Qt::ShiftModifier);
+        QTRY_COMPARE(js(u"engineSelectionText"_s).toString(), u"\nparagraph 1500 textabc"_s);
+        QTest::keyClick(keys, Qt::Key_Right);
+        QTest::keyClick(keys, Qt::Key_Return);
+        QTest::keyClicks(keys, u"new"_s);
+        QTRY_VERIFY(m_surface->bodyInnerHTML().contains(u"textabc</p><p>new</p>"_s));
+    }
+
 private:
     // The divs named by their text, bottom to top as they are painted, with "text" where the
     // page's text lies between the layers below it and those above it.

@@ -617,7 +617,7 @@
             document.designMode = editable ? 'on' : 'off';
             return true;
         },
-        isEditable: () => document.designMode === 'on',
+        isEditable: () => editable,
         setScrollBarsVisible: on => {
             scrollBarsVisible = !!on;
             applyEditorSheet();
@@ -794,6 +794,9 @@
         onContextMenu: fn => { menuParts.push(fn); },
         display: display,
         longDocument: () => skipFarBlocks,
+        // Whether the user may edit: design mode may be off for a while as one block is
+        // typed into.
+        editable: () => editable && !!document.body,
         EDITOR_LAYER_ATTR: EDITOR_LAYER_ATTR,
         editorBase: () => editorBase(),
         isLink: isLink,

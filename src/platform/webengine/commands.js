@@ -109,7 +109,7 @@
     }
 
     function editing() {
-        return document.designMode === 'on' && !!document.body;
+        return V.editable();
     }
 
     // The text nodes the selection covers (partly or whole); for a caret, the one it is in.

@@ -141,7 +141,7 @@
     // The caret goes to the first or last text shown instead, extending with Shift.
     function documentEnds(e) {
         if (!e.ctrlKey || e.altKey || e.metaKey || (e.key !== 'Home' && e.key !== 'End')
-            || !V.longDocument() || !document.body || !document.body.isContentEditable)
+            || !V.longDocument() || !V.editable())
             return;
         const toEnd = e.key === 'End';
         const { elementKind, HIDDEN } = V.textClasses;

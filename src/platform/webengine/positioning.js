@@ -227,7 +227,7 @@
     const listeners = {
         // Runs after the control selection's own listener has chosen the element.
         mousedown: e => {
-            if (e.button !== 0 || document.designMode !== 'on')
+            if (e.button !== 0 || !V.editable())
                 return;
             const el = V.selectedElement();
             if (!isAbsolute(el) || locked.has(el) || !el.contains(e.target))

@@ -31,7 +31,7 @@
     let queued = false;
 
     function resizable() {
-        if (document.designMode !== 'on')
+        if (!V.editable())
             return null;
         const el = V.selectedElement();
         return el && RESIZABLE.has(el.tagName) && el.isConnected ? el : null;

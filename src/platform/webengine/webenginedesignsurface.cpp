@@ -83,7 +83,7 @@ const QString &adapterSource()
         append(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
         for (const char *name : {"adapter", "texttags", "reader", "selection", "search", "elements",
                  "commands", "tables", "positioning", "marks", "find", "spelling", "resize",
-                 "styles", "typingblock", "farblocks"})
+                 "styles", "typingblock", "typinghost", "farblocks"})
             append(
                 QLatin1String(":/vantry/webengine/") + QLatin1String(name) + QLatin1String(".js"));
         text += QStringLiteral("}\n");
