@@ -9,10 +9,12 @@
     V.testOperationsLoaded = true;
 
     const operations = {
-        // The block typed into as an editing host of its own, and whether design mode is on.
+        // The block typed into as an editing host of its own, whether design mode is on, and
+        // the block's outline.
         typingHost: () => {
             const block = V.typingHost.block();
-            return [block ? block.textContent : null, document.designMode];
+            return [block ? block.textContent : null, document.designMode,
+                    block ? getComputedStyle(block).outlineStyle : null];
         },
         // What the adapter offers, for checking the names the C++ side calls.
         operationNames: () => V.operationNames(),

@@ -46,8 +46,10 @@
         if (!document.adoptedStyleSheets.includes(sheet))
             document.adoptedStyleSheets = [...document.adoptedStyleSheets, sheet];
         place = childPlace(el);
-        sheet.replaceSync(path + ':nth-child(' + place
-                          + ') { -webkit-user-modify: read-write !important; }');
+        // A focused editing host would get the engine's focus ring.
+        const rule = path + ':nth-child(' + place + ')';
+        sheet.replaceSync(rule + ' { -webkit-user-modify: read-write !important; } ' + rule
+                          + ':focus { outline: none !important; }');
         document.designMode = 'off';
         host = el;
         el.focus({ preventScroll: true });
