@@ -398,8 +398,6 @@ private Q_SLOTS:
         row("UploadImage", false, "img", "editor-pass", "", false);
         row("inserted and uploaded", true, "", "editor-pass", "", false);
         row("inserted and uploaded over SFTP", true, "", "editor-pass", "", true);
-        row("UploadImage, login refused", false, "", "wrong", "refused the user name or password",
-            false);
         row("UploadImage outside the restricted folder", false, "/etc", "editor-pass",
             "may only go to /www", false);
         row("inserted, login refused", true, "", "wrong",
