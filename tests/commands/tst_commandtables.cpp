@@ -239,19 +239,6 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 1);
     }
 
-    void forbiddingDisablesAtOnceAllowingWaits()
-    {
-        QAction *bold = button(u"Bold"_s);
-        QVERIFY(m_object->setButtonEnabledState(clsToolbar::tbb_bold, false));
-        QVERIFY(!bold->isEnabled());
-        QVERIFY(!m_object->ButtonEnabledState(clsToolbar::tbb_bold));
-        QCOMPARE(m_toolbar->buttonEnabledState(u"BOLD"_s), QVariant(false));
-
-        QVERIFY(m_object->setButtonEnabledState(clsToolbar::tbb_bold, true));
-        QVERIFY(m_object->ButtonEnabledState(clsToolbar::tbb_bold));
-        QVERIFY(!bold->isEnabled());
-    }
-
     void hidingTheFontBoxMovesTheSizeBoxLeft()
     {
         m_host->show();

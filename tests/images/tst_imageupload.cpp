@@ -72,8 +72,8 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(QFile::exists(VantryTest::python));
-        m_ftp = std::make_unique<FtpServer>(false);
-        m_ftps = std::make_unique<FtpServer>(true);
+        m_ftp = std::make_unique<FtpServer>(FtpServer::Ftp);
+        m_ftps = std::make_unique<FtpServer>(FtpServer::Ftps);
         m_sftp = std::make_unique<FtpServer>(FtpServer::Sftp);
     }
 
@@ -415,11 +415,7 @@ private:
     QString localFile(const QString &name, qint64 size = 1000)
     {
         const QString path = m_local.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return {};
-        file.write(QByteArray(size, 'x'));
-        return path;
+        return VantryTest::writeFile(path, QByteArray(size, 'x')) ? path : QString();
     }
 
     ImageUploadValues account(
