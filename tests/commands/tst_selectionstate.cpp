@@ -344,11 +344,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("index");
         QTest::addColumn<QVariant>("applied"); // invalid: nothing applied
 
-        row("first face", false, 0, QVariant(u"Times New Roman"_s));
         row("fourth face", false, 3, QVariant(u"Courier"_s));
         row("last face", false, 5, QVariant(u"Wingdings"_s));
         row("face past the list", false, 6, QVariant());
-        row("fourth size", true, 3, QVariant(u"4"_s));
         row("last size", true, 6, QVariant(u"7"_s));
         row("size past the list", true, 7, QVariant());
         row("no entry", true, -1, QVariant());

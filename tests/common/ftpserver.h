@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -26,9 +28,6 @@ public:
         Ftps,
         Sftp
     };
-    explicit FtpServer(bool tls)
-        : FtpServer(tls ? Ftps : Ftp)
-    { }
     explicit FtpServer(Protocol protocol)
         : m_sftp(protocol == Sftp)
     {
@@ -87,10 +86,7 @@ public:
     }
     void put(const QString &path, const QByteArray &content = "old")
     {
-        QDir(root()).mkpath(QFileInfo(root() + path).path());
-        QFile file(root() + path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        QVERIFY(writeFile(root() + path, content));
     }
     void clear()
     {

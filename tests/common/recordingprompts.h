@@ -66,11 +66,7 @@ public:
     Answer question(const QString &text, Choices) override
     {
         shown.append({Kind::Question, text, {}, {}});
-        if (answers.isEmpty()) {
-            unexpected.append(text);
-            return Answer::Cancel;
-        }
-        return answers.dequeue();
+        return scripted(answers, text) ? answers.dequeue() : Answer::Cancel;
     }
 
     void critical(const QString &text) override { shown.append({Kind::Critical, text, {}, {}}); }
@@ -94,20 +90,14 @@ public:
     std::optional<QColor> color(const QColor &initial, const QString &title) override
     {
         shown.append({Kind::Color, title, {}, initial.name(QColor::HexRgb).toUpper()});
-        if (colors.isEmpty()) {
-            unexpected.append(title);
-            return std::nullopt;
-        }
-        return colors.dequeue();
+        return scripted(colors, title) ? colors.dequeue() : std::nullopt;
     }
 
     bool printSetup(QPrinter &printer) override
     {
         shown.append({Kind::Print, {}, {}, {}});
-        if (printFiles.isEmpty()) {
-            unexpected.append(QStringLiteral("print"));
+        if (!scripted(printFiles, QStringLiteral("print")))
             return false;
-        }
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(printFiles.dequeue());
         return true;
@@ -117,11 +107,7 @@ public:
     {
         shown.append({Kind::Font, {}, {}, {}});
         fontsShown.append(initial);
-        if (fonts.isEmpty()) {
-            unexpected.append(QStringLiteral("font"));
-            return std::nullopt;
-        }
-        return fonts.dequeue();
+        return scripted(fonts, QStringLiteral("font")) ? fonts.dequeue() : std::nullopt;
     }
 
     std::unique_ptr<Progress> progress(const QString &text) override
@@ -139,11 +125,15 @@ private:
         Kind kind, const QString &title, const QString &filter, const QString &directory)
     {
         shown.append({kind, title, filter, directory});
-        if (fileNames.isEmpty()) {
-            unexpected.append(title);
-            return {};
-        }
-        return fileNames.dequeue();
+        return scripted(fileNames, title) ? fileNames.dequeue() : QString();
+    }
+
+    // Whether an answer is scripted; a prompt without one is unexpected.
+    template <typename T> bool scripted(const QQueue<T> &queue, const QString &prompt)
+    {
+        if (queue.isEmpty())
+            unexpected.append(prompt);
+        return !queue.isEmpty();
     }
 };
 

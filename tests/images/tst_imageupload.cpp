@@ -72,8 +72,8 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(QFile::exists(VantryTest::python));
-        m_ftp = std::make_unique<FtpServer>(false);
-        m_ftps = std::make_unique<FtpServer>(true);
+        m_ftp = std::make_unique<FtpServer>(FtpServer::Ftp);
+        m_ftps = std::make_unique<FtpServer>(FtpServer::Ftps);
         m_sftp = std::make_unique<FtpServer>(FtpServer::Sftp);
     }
 
@@ -93,8 +93,6 @@ private Q_SLOTS:
                     "aDELE b.png"},
                 {"nothing left", "/tmp/äöü.gif", "", "", "y", "", "refuse", "image.gif"},
                 {"numbered", "/tmp/a.jpg", "", "", "y", "a.jpg a_001.jpg", "number", "a_002.jpg"},
-                {"several dots", "/tmp/my.photo.jpg", "", "", "y", "my.photo.jpg", "number",
-                    "my.photo_001.jpg"},
                 {"overwritten", "/tmp/a.jpg", "", "", "y", "a.jpg", "overwrite", "a.jpg"},
                 {"refused", "/tmp/a.jpg", "", "", "y", "a.jpg", "refuse", ""},
             });
@@ -198,8 +196,6 @@ private Q_SLOTS:
                     "already in /"},
                 {"leaving the restricted folder", "ftp", "/site/keep", "a.jpg", "MIS", "../outside",
                     "/site/keep", "may only go to /site"},
-                {"leaving the restricted folder, SFTP", "sftp", "/site/keep", "a.jpg", "MIS",
-                    "/etc", "/site/keep", "may only go to /site"},
             });
     }
 
@@ -419,11 +415,7 @@ private:
     QString localFile(const QString &name, qint64 size = 1000)
     {
         const QString path = m_local.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return {};
-        file.write(QByteArray(size, 'x'));
-        return path;
+        return VantryTest::writeFile(path, QByteArray(size, 'x')) ? path : QString();
     }
 
     ImageUploadValues account(
