@@ -109,7 +109,6 @@ private Q_SLOTS:
         columns<QByteArray, QByteArray>("label", "encoding");
         row("utf8", QByteArray(" UTF8 "), QByteArray("UTF-8"));
         row("latin1", QByteArray("Latin1"), QByteArray("windows-1252"));
-        row("us-ascii", QByteArray("us-ascii"), QByteArray("windows-1252"));
         row("iso-8859-1", QByteArray("ISO-8859-1"), QByteArray("windows-1252"));
         row("l9", QByteArray("l9"), QByteArray("ISO-8859-15"));
         row("utf-16", QByteArray("utf-16"), QByteArray("UTF-16LE"));

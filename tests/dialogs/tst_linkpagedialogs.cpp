@@ -119,7 +119,6 @@ private Q_SLOTS:
         LinkPropertiesValues values;
         readLinkReference(u"cms:3:13"_s, values);
         QCOMPARE(values.LinkOption, int(LinkPropertiesValues::LinkContentPage));
-        QCOMPARE(linkReference(values), u"cms:3:13"_s);
         readLinkReference(u"portal:7"_s, values);
         QCOMPARE(values.PortalPageID, u"7"_s);
         QCOMPARE(linkReference(values), u"portal:7"_s);

@@ -36,9 +36,6 @@ private Q_SLOTS:
         row("F", int('F'), false, true);
         row("g", int('g'), false, false);
         row("#", int('#'), false, true);
-        row("minus", int('-'), false, false);
-        row("point", int('.'), false, false);
-        row("percent", int('%'), false, false);
     }
 
     void numberKeys()
@@ -56,8 +53,6 @@ private Q_SLOTS:
         QCOMPARE(ColorToHtml(0x80000005), QString()); // a system colour
         QCOMPARE(HtmlToColorHex(u"#0000FF"_s), u"&H00FF0000"_s);
         QCOMPARE(HtmlToColorHex(u"#FF8000"_s), u"&H000080FF"_s);
-        QCOMPARE(ConvertBooleanToNumber(true), 1);
-        QCOMPARE(ConvertBooleanToNumber(false), 0);
         QCOMPARE(tablePartCount(u"3"_s, 100), std::optional<int>(3));
         QCOMPARE(tablePartCount(u"100"_s, 100), std::optional<int>(100));
         for (const char *refused : {"", "0", "101", "-1", "2x", " 2"})

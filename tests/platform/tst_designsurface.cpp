@@ -127,10 +127,8 @@ private Q_SLOTS:
     void baseUrlResolvesImagesButNeverLeaks_data()
     {
         columns<bool, bool>("fullDocument", "wholeDocumentText");
-        row("body, whole document", false, true);
-        row("full, whole document", true, true);
-        row("body, fragment", false, false);
-        row("full, fragment", true, false);
+        row("body out, whole document in", false, true);
+        row("full out, fragment in", true, false);
     }
 
     void baseUrlResolvesImagesButNeverLeaks()
@@ -326,7 +324,6 @@ private Q_SLOTS:
         m_editor->setPreserveWhiteSpace(true);
         load(body);
         const QString html = m_editor->GetHtmlSource();
-        QVERIFY(html.size() > body.size());
         QVERIFY(html.contains(body));
         QVERIFY(html.endsWith(u"</p></div>"_s));
     }
