@@ -9,6 +9,10 @@
     V.testOperationsLoaded = true;
 
     const operations = {
+        typingHostFrom: size => {
+            V.typingHost.limits.from = size;
+            return true;
+        },
         // The block typed into as an editing host of its own, whether design mode is on, and
         // the block's outline.
         typingHost: () => {

@@ -616,6 +616,7 @@ private Q_SLOTS:
             body += u"<p>paragraph %1 text</p>"_s.arg(i);
         m_editor->setSetHtmlSource(body);
         QTRY_VERIFY(m_editor->isDocumentReady());
+        js(u"typingHostFrom"_s, {0});
         const QString loaded = m_surface->bodyInnerHTML();
         const QString source = m_editor->GetHtmlSource();
         QWidget *keys = input();
@@ -685,6 +686,7 @@ private Q_SLOTS:
             body += u"<p>paragraph %1 text</p>"_s.arg(i);
         m_editor->setSetHtmlSource(body);
         QTRY_VERIFY(m_editor->isDocumentReady());
+        js(u"typingHostFrom"_s, {0});
         const QString loaded = m_surface->bodyInnerHTML();
         QWidget *keys = input();
         caretAt(u"paragraph 1500 text"_s, true);

@@ -116,6 +116,7 @@
 
     let scrollBarsVisible = true;
     let skipFarBlocks = false;
+    let documentSize = 0;   // characters of markup last loaded
 
     // Below this many blocks a key press is fast anyway and the page renders exactly as
     // written; above it, skipping far blocks pays.
@@ -336,6 +337,7 @@
 
     function load(text) {
         skipFarBlocks = countsAsLong(text);
+        documentSize = text.length;
         applyEditorSheet();
         const wrapper = wrappedDocumentStart(text);
         if (wrapper !== null)
@@ -794,6 +796,7 @@
         onContextMenu: fn => { menuParts.push(fn); },
         display: display,
         longDocument: () => skipFarBlocks,
+        documentSize: () => documentSize,
         // Whether the user may edit: design mode may be off for a while as one block is
         // typed into.
         editable: () => editable && !!document.body,

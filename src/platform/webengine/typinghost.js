@@ -13,6 +13,9 @@
     if (!V || V.typingHost)
         return;
 
+    // Below this much markup the engine's per-key work stays well within a frame, while
+    // moving the editing host restyles the whole page on the first key.
+    const limits = { from: 2000000 };
     const sheet = new CSSStyleSheet();
     let host = null;
     let place = 0;   // the host's place among its parent's element children, from 1
@@ -79,7 +82,7 @@
             release();
         }
         if (e.key.length !== 1 || !keeps(e) || !caret || document.designMode !== 'on'
-            || !V.longDocument())
+            || !V.longDocument() || V.documentSize() < limits.from)
             return;
         const el = topBlock(caret, blockParent());
         if (el && el.isContentEditable && !el.querySelector('[contenteditable]'))
@@ -112,5 +115,5 @@
     });
     listen();
 
-    V.typingHost = { block: () => host, reads };
+    V.typingHost = { block: () => host, reads, limits };
 })();
