@@ -611,12 +611,7 @@ private Q_SLOTS:
     // undo history never show it, and a block the typing makes taller shows all its text.
     void typingInALongDocumentLeavesNoTrace()
     {
-        QString body;
-        for (int i = 0; i < 800; ++i)
-            body += u"<p>paragraph %1 text</p>"_s.arg(i);
-        m_editor->setSetHtmlSource(body);
-        QTRY_VERIFY(m_editor->isDocumentReady());
-        js(u"typingHostFrom"_s, {0});
+        loadParagraphs(800);
         const QString loaded = m_surface->bodyInnerHTML();
         const QString source = m_editor->GetHtmlSource();
         QWidget *keys = input();
@@ -651,11 +646,7 @@ private Q_SLOTS:
     // caret put there by a call still find them rendered.
     void farBlocksComeBackWhenReached()
     {
-        QString body;
-        for (int i = 0; i < 3000; ++i)
-            body += u"<p>paragraph %1 text</p>"_s.arg(i);
-        m_editor->setSetHtmlSource(body);
-        QTRY_VERIFY(m_editor->isDocumentReady());
+        loadParagraphs(3000);
         waitForFrame();
 
         QVERIFY(m_surface->findNext(u"paragraph 2900 text"_s, {}));
@@ -681,12 +672,7 @@ private Q_SLOTS:
     // any other key puts the whole page back, with the selection and the history intact.
     void typingInALongPageEditsOneBlock()
     {
-        QString body;
-        for (int i = 0; i < 3000; ++i)
-            body += u"<p>paragraph %1 text</p>"_s.arg(i);
-        m_editor->setSetHtmlSource(body);
-        QTRY_VERIFY(m_editor->isDocumentReady());
-        js(u"typingHostFrom"_s, {0});
+        loadParagraphs(3000);
         const QString loaded = m_surface->bodyInnerHTML();
         QWidget *keys = input();
         caretAt(u"paragraph 1500 text"_s, true);
@@ -721,6 +707,18 @@ private Q_SLOTS:
     }
 
 private:
+    // A long page of numbered paragraphs, typed into as any long page however short its
+    // markup.
+    void loadParagraphs(int count)
+    {
+        QString body;
+        for (int i = 0; i < count; ++i)
+            body += u"<p>paragraph %1 text</p>"_s.arg(i);
+        m_editor->setSetHtmlSource(body);
+        QTRY_VERIFY(m_editor->isDocumentReady());
+        js(u"typingHostFrom"_s, {0});
+    }
+
     // The divs named by their text, bottom to top as they are painted, with "text" where the
     // page's text lies between the layers below it and those above it.
     QString paintingOrder()
