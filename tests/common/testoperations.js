@@ -77,6 +77,5 @@
     for (const [name, fn] of Object.entries(operations))
         V.register(name, fn);
     // Looking must not change what is looked at.
-    for (const name of ['typingHost', 'typingBlock', 'engineSelectionText'])
-        V.typingHost.reads.add(name);
+    V.reads('typingHost', 'typingBlock', 'engineSelectionText');
 })();

@@ -729,6 +729,11 @@
     // (observers, layers) rests while one runs and catches up once after it.
     const bulk = new Set(['setBodyInnerHTML', 'editBodyInnerHTML']);
     let recordChange = fn => fn();
+    // Operations that only read, wait for frames or draw the editor's own layers: they may
+    // run while the user types without ending what the typing set up.
+    const reading = new Set(['documentHTML', 'bodyInnerHTML', 'bodyInnerText', 'title',
+                             'scrollPosition', 'isEditable', 'elementText', 'frameTicket',
+                             'frameRendered']);
 
     // What the other adapter files do at these moments, in the order they were added: a
     // new document (loaded, or its body replaced: handles and listeners are gone), a
@@ -784,6 +789,8 @@
         beforeOperations: fn => { operationHooks.push(fn); },
         afterOperations: fn => { afterOperationHooks.push(fn); },
         isBulk: name => bulk.has(name),
+        reads: (...names) => names.forEach(name => reading.add(name)),
+        onlyReads: name => reading.has(name),
         soon: soon,
         recordChangesWith: fn => { recordChange = fn; },
         handleFor: handleFor,

@@ -966,6 +966,7 @@
             engineAnswers = null;
         }
     });
+    V.reads('commandStatus');
     // Asked with follow, the commands are the ones reported from then on.
     V.register('commandStatus', (ids, withValues, follow) => {
         if (follow)

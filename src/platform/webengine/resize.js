@@ -211,4 +211,5 @@
         return centres(box).map(([x, y]) => [Math.round(x - window.scrollX),
                                              Math.round(y - window.scrollY)]);
     });
+    V.reads('resizeHandles');
 })();

@@ -645,6 +645,7 @@
     const changing = new Set(['selectionClear', 'rangeSetText', 'rangePasteHTML']);
     for (const [name, fn] of Object.entries(operations))
         V.register(name, fn, changing.has(name));
+    V.reads('releaseRanges');
 
     V.selection = { reader, textHandle, textRangeFor, bodyRange, currentControl, selectText,
                     parentOf, selectionTextRange, replaceText, bookmarkOf };

@@ -514,5 +514,6 @@
         return replace(edits);
     });
     V.register('spellingTextAt', (x, y) => textAt(x, y, false));
+    V.reads('spellingText', 'spellingVisibleText', 'spellingUnderline', 'spellingTextAt');
     V.onContextMenu((x, y) => ({ textAt: textAt(x, y, true) }));
 })();

@@ -67,6 +67,7 @@
 
     const paramsOf = el => Array.from(el.children).filter(c => c.localName === 'param');
 
+    V.reads('styleSheets', 'elementAttributes', 'objectParams');
     // The PARAMs of an OBJECT: [name, value].
     V.register('objectParams', h =>
         paramsOf(V.nodeFor(h)).map(p => [p.getAttribute('name') || '', p.getAttribute('value') || '']));

@@ -459,6 +459,7 @@
     // The table's rows and cells, not those of nested tables, its width in columns, and how
     // many of each a deletion at the selection would take (none when the selection is not in
     // one of its cells), so that a guard can refuse to take the last.
+    V.reads('elementFields', 'tableParts');
     V.register('tableParts', h => {
         const g = gridOf(V.nodeFor(h));
         const parts = { rows: g.rows.length, columns: g.width, cells: g.where.size,

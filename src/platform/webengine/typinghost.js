@@ -101,19 +101,13 @@
         listen();
     });
     V.onDisplaySet(release);
-    // Reading, painting the editor's own layers and waiting for frames leave the host; every
-    // other operation may edit or move the selection, and finds design mode back on.
-    const reads = new Set(['commandStatus', 'documentHTML', 'bodyInnerHTML', 'bodyInnerText',
-                           'title', 'scrollPosition', 'isEditable', 'elementText', 'frameTicket',
-                           'frameRendered', 'spellingText', 'spellingVisibleText',
-                           'spellingUnderline', 'spellingTextAt', 'styleSheets',
-                           'elementAttributes', 'objectParams', 'elementFields', 'tableParts',
-                           'resizeHandles', 'releaseRanges']);
+    // Every operation but those that only read may edit or move the selection, and finds
+    // design mode back on.
     V.beforeOperations(name => {
-        if (!reads.has(name))
+        if (!V.onlyReads(name))
             release();
     });
     listen();
 
-    V.typingHost = { block: () => host, reads, limits };
+    V.typingHost = { block: () => host, limits };
 })();
